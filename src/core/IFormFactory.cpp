@@ -1,0 +1,15 @@
+#include "core/IFormFactory.h"
+
+namespace {
+IFormFactory* registered = nullptr;
+}
+
+IFormFactory* formFactory()
+{
+    return registered;
+}
+
+void setFormFactory(IFormFactory* factory)
+{
+    registered = factory;
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QObject>
+
+class TDataPrj;
+
+/// Moves a project between its file and the model. Main thread.
+class TCtrlProject : public QObject
+{
+    Q_OBJECT
+
+public:
+    TCtrlProject();
+    ~TCtrlProject() override;
+
+    /// 0 success, 1 the file could not be read, 2 its content could not be parsed; then no project is
+    /// open and errorText() tells why. After a success the caller binds, marks, normalises, validates:
+    /// open() does it all.
+    [[nodiscard]] int load(const QString& file, TDataPrj& project);
+    /// load, then bindAll, markMadeFor, normalizeAll, validateAll and clearChanged.
+    [[nodiscard]] int open(const QString& file, TDataPrj& project);
+    /// Writes the project so that a crash in the middle leaves the old file.
+    [[nodiscard]] bool save(const QString& file, TDataPrj& project);
+    QString errorText() const;
+
+private:
+    QString m_errorText;
+};
+
+/// An empty project list.
+[[nodiscard]] bool writeEmptyList(const QString& file);
+/// A new project with one configuration "Config".
+[[nodiscard]] bool writeNewProject(const QString& file);
+/// True if something was written.
+[[nodiscard]] bool writeBytes(const QString& file, const QByteArray& bytes);

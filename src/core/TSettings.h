@@ -1,0 +1,36 @@
+#pragma once
+
+#include "core/types.h"
+
+#include <QColor>
+#include <QSettings>
+
+/// An INI file in UTF-8 with typed readers and writers. The one way to open settings, hot keys and
+/// programmer descriptions: the text codec must be set before a file is read for the first time in
+/// the process.
+class TSettings : public QSettings
+{
+    Q_OBJECT
+
+public:
+    explicit TSettings(const QString& file);
+    ~TSettings() override;
+
+    bool readBool(const QString& key, bool def) const;
+    int readInt(const QString& key, int def) const;
+    QString readString(const QString& key, const QString& def) const;
+    /// 24 bits red, green, blue; alpha comes back as 0xFF.
+    QColor readColor(const QString& key, const QColor& def) const;
+    /// A list of fewer than two numbers gives the default.
+    QList<int> readSizes(const QString& key, const QList<int>& def) const;
+    QByteArray readBytes(const QString& key) const;
+    QStringList readList(const QString& key) const;
+
+    void write(const QString& key, bool value);
+    void write(const QString& key, int value);
+    void write(const QString& key, const QString& value);
+    void write(const QString& key, const QColor& value);
+    void write(const QString& key, const QList<int>& value);
+    void write(const QString& key, const QByteArray& value);
+    void write(const QString& key, const QStringList& value);
+};

@@ -1,0 +1,35 @@
+#include "core/globals.h"
+
+#include "core/TAppData.h"
+#include "core/TCmdCode.h"
+#include "core/TLang.h"
+
+// Objects of one translation unit are built in the order in which they stand here; across units there
+// would be no order. Nothing with a window-system handle, a timer or a thread may be a member of them.
+namespace {
+
+TAppData theAppData;
+TLang theLang;
+TCmdCode theCmdCode;
+
+} // namespace
+
+TAppData& appData()
+{
+    return theAppData;
+}
+
+TLang& lang()
+{
+    return theLang;
+}
+
+TCmdCode& cmdCode()
+{
+    return theCmdCode;
+}
+
+QString langText(int id)
+{
+    return theLang.text(id);
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QIcon>
+#include <QString>
+
+// Paths, texts and the diagnostic log. Any thread, but iconPath: main thread.
+
+/// Identity of the program.
+namespace identity {
+inline constexpr char shortName[] = "Velmarkion";
+inline constexpr char longName[] = "Velmarkion Studio";
+inline constexpr char version[] = "0.0.2";
+inline constexpr char date[] = "03.01.2023";
+} // namespace identity
+
+/// Folder of the executable + "/" + its base name + "." + suffix.
+QString fileInAppDir(const QString& suffix);
+/// Icon of that name in the icon set 0 or 1.
+QIcon iconPath(int set, const QString& name);
+
+/// path itself if absolute, else the absolute path of path inside base.
+QString absFile(const QString& base, const QString& path);
+/// The absolute folder of a file path.
+QString absDir(const QString& path);
+/// As absDir, a relative path taken inside base; an empty path gives base made absolute.
+QString dirOf(const QString& base, const QString& path);
+/// path relative to the folder of the executable, if it can be made relative.
+QString relToApp(const QString& path);
+/// path relative to base, if it can be made relative.
+QString relToDir(const QString& base, const QString& path);
+
+/// Line feeds become "|n", double quotes "|w". A text that holds these pairs does not come back the
+/// same, so it serves descriptions only.
+QString encodeText(const QString& s);
+QString decodeText(const QString& s);
+
+/// Appends one line to the diagnostic log: time, text1, text2. Nothing happens if it cannot.
+void logError(const QString& text1, const QString& text2);
+
+/// The desktop folder with "/" behind it.
+QString desktopDir();
+
+/// Writes a user file whole or not at all: a crash in the middle leaves the old file. Falls back to
+/// writing in place where the folder takes no second file. False with the reason in error.
+[[nodiscard]] bool writeFileSafely(const QString& file, const QByteArray& bytes, QString& error);

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "core/types.h"
+
+#include <QObject>
+
+class TSerialPort;
+
+/// Does the work of one command on one worker thread. Built by IDevice::createExec for a command and
+/// deleted when it has run.
+class IDeviceExec : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit IDeviceExec(const TData& data);
+    ~IDeviceExec() override;
+
+    /// Runs the command. True when the run may go on, false with the reason in errorText().
+    /// exit set to true ends the run behind this command; cur_cfg and cur_cmd changed make it jump.
+    [[nodiscard]] virtual bool execute(TSerialPort* port, bool& exit, int& cur_cfg, int& cur_cmd) = 0;
+    /// Reads the chip's identification. The body given here returns true and leaves id as it is.
+    [[nodiscard]] virtual bool readChipId(TSerialPort* port, QString& id);
+
+    /// Reason of the last failure; empty when there is none to tell.
+    QString errorText() const;
+
+public slots:
+    /// Asks the running command to end; the worker sees it at its next progress report.
+    void slotStop();
+
+signals:
+    void signalEventText(TCodeExec code, QString text1, QString text2 = QString());
+    void signalEventProc(int procent);
+
+protected:
+    /// A detached copy of the command's parameters.
+    const TData m_cmdData;
+    QString m_errorText;
+    bool m_stopRequested = false;
+};

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QStringList>
+
+#include <memory>
+
+class IFormat;
+
+/// A data file of one command run: raw binary or Intel HEX, read or written in pieces.
+/// Built on the stack with the run's addresses, opened once, closed at the end.
+class TFormat
+{
+public:
+    /// format is compared with case: "bin", "bin+", else Intel HEX. file is absolute. addrFile is the
+    /// address inside the file, addrDevice and addrEnd the first and last device address of the run.
+    /// chunk is the largest piece and the alignment of a piece that read hands out, in bytes.
+    TFormat(const QString& format, const QString& file, qint64 addrFile, qint64 addrDevice, qint64 addrEnd,
+            qint64 chunk);
+    virtual ~TFormat();
+    TFormat(const TFormat&) = delete;
+    TFormat& operator=(const TFormat&) = delete;
+
+    /// 0 opens for reading, 1 for writing.
+    [[nodiscard]] bool open(int mode);
+    /// addr is an address in the file's own address space.
+    [[nodiscard]] bool write(qint64 addr, const QByteArray& data);
+    /// addr is the wanted address on entry and that of the first byte of data on return. Success with
+    /// empty data is the end of the run.
+    [[nodiscard]] bool read(qint64& addr, QByteArray& data);
+    /// The file is complete only when this has returned true.
+    [[nodiscard]] bool close();
+    QString errorText() const;
+
+    static QString fileFilter();
+    static QStringList formatList();
+
+private:
+    std::unique_ptr<IFormat> m_format;
+};

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <QObject>
+#include <QSerialPort>
+#include <QStringList>
+
+/// The one door to the programmer: sends a request frame, waits for the reply frame, checks it.
+/// Used by the thread that created it and by no other; needs that thread's event dispatcher.
+class TSerialPort : public QObject
+{
+    Q_OBJECT
+
+public:
+    TSerialPort();
+    ~TSerialPort() override;
+
+    /// Opens the port of that name ("ttyUSB0", an absolute path or a link).
+    bool open(const QString& portName, QIODevice::OpenMode mode);
+    void close();
+    bool isOpen() const;
+
+    bool setBaudRate(qint32 value);
+    /// Index into 5, 6, 7, 8 data bits; above that false and nothing changes.
+    bool setDataBits(int index);
+    /// "None", "Odd", "Even", "Mark", "Space".
+    bool setParity(const QString& text);
+    /// Index into one, one and a half, two stop bits; above that false and nothing changes.
+    bool setStopBits(int index);
+    /// "None", "Hardware", "Software".
+    bool setFlowControl(const QString& text);
+    /// Longest silence in ms before a byte arrives or while bytes are being written.
+    void setTimeout(quint32 ms);
+    /// Largest payload length accepted in a reply, in bytes.
+    void setMaxData(quint16 bytes);
+
+    /// One exchange. data holds the request's payload on entry and the reply's payload on success;
+    /// on failure it keeps what it held.
+    [[nodiscard]] bool exchange(quint8 command, QByteArray& data);
+
+    /// Text of the last failed exchange, else that of the port.
+    QString errorString() const;
+    /// The last exchange broke on the wire: nothing more should be sent. False when the programmer
+    /// answered, also when it refused.
+    bool isLinkFailed() const;
+
+    /// What a chip family has to remember for as long as the link is open: the address for which an
+    /// AVR's extended address byte was last sent. Forgotten at open() and at every opcode 0x84.
+    bool hasExtendedAddress() const;
+    quint32 extendedAddress() const;
+    void setExtendedAddress(quint32 addr);
+
+    /// One display text for each port of the machine: "name (manufacturer description)".
+    static QStringList portList();
+    /// The port name inside a display text of portList().
+    static QString portNameOf(const QString& text);
+
+    static QStringList baudRates();
+    static QStringList dataBits();
+    static QStringList parities();
+    static QStringList stopBits();
+    static QStringList flowControls();
+
+private:
+    bool failOnWire();
+    bool readByte(char& byte);
+
+    QSerialPort* m_port;
+    quint32 m_timeout = 0;
+    quint16 m_maxData = 0;
+    bool m_linkFailed = false;
+    QString m_errorText;
+    bool m_hasExtendedAddress = false;
+    quint32 m_extendedAddress = 0;
+};
