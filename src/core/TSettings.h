@@ -3,6 +3,7 @@
 #include "core/types.h"
 
 #include <QColor>
+#include <QKeySequence>
 #include <QSettings>
 
 /// An INI file in UTF-8 with typed readers and writers. The one way to open settings, hot keys and
@@ -25,10 +26,14 @@ public:
     QList<int> readSizes(const QString& key, const QList<int>& def) const;
     QByteArray readBytes(const QString& key) const;
     QStringList readList(const QString& key) const;
+    /// A hot key in portable text ("Ctrl+Shift+S", "Ctrl+K, Ctrl+C"); empty without the key.
+    QKeySequence readKeySequence(const QString& key) const;
 
     void write(const QString& key, bool value);
     void write(const QString& key, int value);
     void write(const QString& key, const QString& value);
+    /// A plain literal would be taken for a bool.
+    void write(const QString& key, const char* value) = delete;
     void write(const QString& key, const QColor& value);
     void write(const QString& key, const QList<int>& value);
     void write(const QString& key, const QByteArray& value);
