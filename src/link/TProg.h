@@ -5,6 +5,8 @@
 #include <QStringList>
 #include <QVector>
 
+class TSettings;
+
 /// Description of a programmer model, from its cfg file. Fixed values are read at construction; the
 /// others follow the file at each request. Shared by all threads.
 class TProg : public QObject
@@ -63,10 +65,11 @@ public:
     QStringList pinList(const QString& section, bool filtered) const;
 
 private:
+    void readPinTypes(const TSettings& ini);
     void limits(const QString& group, double& min, double& max) const;
     double groupDefault(const QString& group) const;
 
-    mutable QMutex m_mutex;
+    mutable QMutex m_mutex{QMutex::Recursive};
     QString m_file;
     int m_interfaceId = 0;
     int m_baudRate = 0;

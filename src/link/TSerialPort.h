@@ -22,19 +22,21 @@ public:
     bool setBaudRate(qint32 value);
     /// Index into 5, 6, 7, 8 data bits; above that false and nothing changes.
     bool setDataBits(int index);
-    /// "None", "Odd", "Even", "Mark", "Space".
+    /// "None", "Odd", "Even", "Mark", "Space". Any other text leaves the port as it is, gives false.
     bool setParity(const QString& text);
     /// Index into one, one and a half, two stop bits; above that false and nothing changes.
     bool setStopBits(int index);
-    /// "None", "Hardware", "Software".
+    /// "None", "Hardware", "Software". Any other text leaves the port as it is, gives false.
     bool setFlowControl(const QString& text);
-    /// Longest silence in ms before a byte arrives or while bytes are being written.
+    /// Longest silence in ms before a byte arrives or while bytes are being written. A number above
+    /// the range of int, which is what a negative setting turns into, counts as no waiting at all.
     void setTimeout(quint32 ms);
     /// Largest payload length accepted in a reply, in bytes.
     void setMaxData(quint16 bytes);
 
-    /// One exchange. data holds the request's payload on entry and the reply's payload on success;
-    /// on failure it keeps what it held.
+    /// One exchange, no retry: blocks until the reply is complete or a wait has timed out. data holds
+    /// the request's payload (at most 65535 bytes) on entry and the reply's payload on success; on
+    /// failure it keeps what it held. Any command byte in the reply but 0xFF is a success.
     [[nodiscard]] bool exchange(quint8 command, QByteArray& data);
 
     /// Text of the last failed exchange, else that of the port.
@@ -44,7 +46,8 @@ public:
     bool isLinkFailed() const;
 
     /// What a chip family has to remember for as long as the link is open: the address for which an
-    /// AVR's extended address byte was last sent. Forgotten at open() and at every opcode 0x84.
+    /// AVR's extended address byte was last sent. Forgotten at open(), at close() and at every
+    /// exchange with opcode 0x84.
     bool hasExtendedAddress() const;
     quint32 extendedAddress() const;
     void setExtendedAddress(quint32 addr);
@@ -61,8 +64,11 @@ public:
     static QStringList flowControls();
 
 private:
+    [[nodiscard]] bool sendFrame(quint8 command, const QByteArray& payload);
+    [[nodiscard]] bool receiveFrame(QByteArray& frame);
+    [[nodiscard]] bool readAvailable(QByteArray& frame);
     bool failOnWire();
-    bool readByte(char& byte);
+    bool failRefused(const QByteArray& payload);
 
     QSerialPort* m_port;
     quint32 m_timeout = 0;
