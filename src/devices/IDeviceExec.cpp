@@ -1,6 +1,28 @@
 #include "devices/IDeviceExec.h"
 
+#include "core/TDataPrj.h"
+#include "core/globals.h"
+#include "core/keys.h"
+#include "link/TSerialPort.h"
+
+#include <QCoreApplication>
+
+#include <limits>
+
 namespace {
+
+constexpr int textPortClosed = 392;
+
+/// pos * 100 / total, without overflow also for numbers out of a damaged description.
+int percentOf(qint64 pos, qint64 total)
+{
+    constexpr qint64 safe = std::numeric_limits<qint64>::max() / 100;
+    if (total == 0)
+        return 100;
+    const qint64 percent = pos > safe || pos < -safe ? pos / qMax<qint64>(total / 100, 1) : pos * 100 / total;
+    // A loop reports the address behind its last piece, which lies past the end of a short range.
+    return int(qBound<qint64>(0, percent, 100));
+}
 
 TData detached(TData data)
 {
@@ -30,4 +52,40 @@ QString IDeviceExec::errorText() const
 void IDeviceExec::slotStop()
 {
     m_stopRequested = true;
+}
+
+bool IDeviceExec::portGuard(const TSerialPort* port)
+{
+    return port->isOpen() || fail(langText(textPortClosed));
+}
+
+bool IDeviceExec::sendChecked(TSerialPort* port, quint8 opcode, QByteArray& payload)
+{
+    return port->exchange(opcode, payload) || fail(port->errorString());
+}
+
+bool IDeviceExec::reportProgress(TProgress& progress, qint64 pos, qint64 total)
+{
+    const int percent = percentOf(pos, total);
+    if (percent != progress.percent) {
+        QCoreApplication::processEvents();
+        emit signalEventProc(percent);
+        progress.percent = percent;
+        progress.tick = 1;
+    } else if ((progress.tick++ & 0x0F) == 0) {
+        QCoreApplication::processEvents();
+    }
+    return m_stopRequested;
+}
+
+void IDeviceExec::storeResult(const QString& text)
+{
+    const int id_cmd = m_cmdData.value(key::id_cmd).toInt();
+    project().setCmdParam(id_cmd, {{key::id_cmd, id_cmd}, {key::data, text}});
+}
+
+bool IDeviceExec::fail(const QString& reason)
+{
+    m_errorText = reason;
+    return false;
 }

@@ -34,6 +34,26 @@ signals:
     void signalEventProc(int procent);
 
 protected:
+    /// Where a routine stands in reporting its percent.
+    struct TProgress
+    {
+        int tick = 0;
+        int percent = -1; ///< last one reported; none yet
+    };
+
+    /// The port is open; otherwise false with the reason stored. Every routine calls it first.
+    [[nodiscard]] bool portGuard(const TSerialPort* port);
+    /// One exchange; payload is the request's on entry and the reply's on success. On failure the
+    /// port's text is stored.
+    [[nodiscard]] bool sendChecked(TSerialPort* port, quint8 opcode, QByteArray& payload);
+    /// Reports pos of total as percent, when it has changed, and lets a stop request in: the only place
+    /// in a routine that does. True when the routine has to end.
+    [[nodiscard]] bool reportProgress(TProgress& progress, qint64 pos, qint64 total);
+    /// Puts the text that was read into the command's parameter data.
+    void storeResult(const QString& text);
+    /// Stores the reason, possibly empty, and gives false.
+    [[nodiscard]] bool fail(const QString& reason = QString());
+
     /// A detached copy of the command's parameters.
     const TData m_cmdData;
     QString m_errorText;
