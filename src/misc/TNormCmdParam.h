@@ -4,6 +4,7 @@
 
 class IDevice;
 class QWidget;
+class TProg;
 
 // Recurring parameter shapes of commands: reading, checking, texts and defaults. All functions are
 // re-entrant and hold no state; they fail by a zero value, never loudly.
@@ -21,12 +22,17 @@ struct TRegion
 /// Which of a description's three regions.
 enum class Region { Whole, Flash, Eeprom };
 TRegion regionOf(const IDevice& device, Region region);
+/// addr + count - 1 without overflow; addr - 1 for a count below 1.
+qint64 lastAddress(qint64 addr, qint64 count);
 
 // Shape char: addr_device, count, fill_char.
 void charParam(const TData& data, qint64& addr, qint64& count, quint8& fill);
 bool validChar(const TData& data, qint64 begin, qint64 size);
 QString textChar(const TData& data);
 void defaultChar(TData& data, qint64 begin, qint64 size, uint fill);
+bool validChar(const TData& data, const IDevice& device, Region region);
+/// Fills with 255.
+void defaultChar(TData& data, const IDevice& device, Region region);
 
 // Shape data: addr_device, data.
 void dataParam(const TData& data, qint64& addr, QString& hexText);
@@ -34,21 +40,36 @@ bool validData(const TData& data, qint64 begin, qint64 size);
 /// form is the command's open form or null; a read command's form shows its result, which then is the text.
 QString textData(const TData& data, const QString& cmd, QWidget* form);
 void defaultData(TData& data, qint64 addr, const QString& hexText);
+bool validData(const TData& data, const IDevice& device, Region region);
+/// No data, at the begin of the region.
+void defaultData(TData& data, const IDevice& device, Region region);
 
 // Shape file: format, file, addr_file, addr_device, count.
 void fileAddrParam(const TData& data, qint64& addr_file, qint64& addr_device, qint64& count);
 bool validFile(const TData& data, qint64 begin, qint64 size);
 QString textFile(const TData& data);
 void defaultFile(TData& data, qint64 begin, qint64 size);
+bool validFile(const TData& data, const IDevice& device, Region region);
+void defaultFile(TData& data, const IDevice& device, Region region);
 
-// Shape leave: state, and with a reset also reset and duration.
+// Shape leave: state, one letter for each pin; with a reset also reset and duration in ms.
+/// The state of the command, fitted to the pins that its programmer has for its chip; as it is without
+/// a chip or a programmer.
 QString leaveState(int id_cmd);
+/// The same, a command without a chip taking the pins of no section.
 QString leaveStateAny(int id_cmd);
 QString textLeave(const TData& data, bool withReset);
-/// Payload of the leave command: duration in ms as u16 little-endian, then one byte for each pin.
+/// Payload of the leave command: duration in ms, or 0 without a reset, and the pins.
 QByteArray leavePayload(int id_cmd, bool withReset);
 bool validLeave(const TData& data, bool withReset);
 void defaultLeave(TData& data, bool withReset);
+/// All letters of state are pin states of the programmer.
+bool validState(const QString& state, const TProg& prog);
+/// A duration in ms as s16 little-endian, then the code of each pin of state.
+QByteArray pinPayload(int duration, const QString& state);
+/// As it goes on the wire, low byte first. A duration that the field cannot carry becomes the longest
+/// of its sign, so that the polarity of a pulse never turns.
+QByteArray durationBytes(int duration);
 
 // Shape clock: clk in Hz.
 QString textClk(const TData& data);
@@ -59,6 +80,7 @@ void defaultClk(TData& data, const QString& section);
 QString padState(const QString& state, int n);
 
 // Value texts.
+/// Bytes; powers of two from 1024 on, and 192, 384 and 768 KiB, in the larger units.
 QString textSize(qint64 n);
 QString textFreq(qint64 hz);
 QString textFreqDuty(qint64 hz, int duty);

@@ -1,0 +1,51 @@
+#include "misc/dev_misc.h"
+
+#include "core/IDevice.h"
+#include "core/TDataCmd.h"
+#include "core/TDataPrj.h"
+#include "core/globals.h"
+#include "core/helpers.h"
+#include "core/keys.h"
+#include "link/TProg.h"
+#include "misc/TNormCmdParam.h"
+
+namespace {
+
+QVariant param(const TData& data, const QString& key, int line = __builtin_LINE())
+{
+    return getParam("misc/dev_misc", line, data, key);
+}
+
+} // namespace
+
+void execChar(const TData& data, qint64& addr_first, qint64& addr_last, quint8& fill)
+{
+    qint64 count = 0;
+    charParam(data, addr_first, count, fill);
+    addr_last = lastAddress(addr_first, count);
+}
+
+void execData(const TData& data, qint64& addr_first, qint64& addr_last, QByteArray& bytes, QString& hexText)
+{
+    dataParam(data, addr_first, hexText);
+    bytes = hexToBytes(hexText);
+    addr_last = lastAddress(addr_first, bytes.size());
+}
+
+void execFile(const TData& data, qint64& addr_file, qint64& addr_first, qint64& addr_last, QString& path,
+              QString& format)
+{
+    qint64 count = 0;
+    fileAddrParam(data, addr_file, addr_first, count);
+    addr_last = lastAddress(addr_first, count);
+    path = absFile(project().workPath(), param(data, key::file).toString());
+    format = param(data, key::format).toString().toLower();
+}
+
+int execClk(const TData& data)
+{
+    const TDataCmd* command = project().cmdById(param(data, key::id_cmd).toInt());
+    const IDevice* chip = command ? command->family() : nullptr;
+    const TProg* prog = command ? command->prog() : nullptr;
+    return chip && prog ? prog->clockCode(chip->section(), param(data, key::clk).toInt()) : 0;
+}
