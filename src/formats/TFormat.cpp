@@ -1,0 +1,59 @@
+#include "formats/TFormat.h"
+
+#include "formats/TFormatBIN.h"
+#include "formats/TFormatHEX.h"
+
+namespace {
+
+std::unique_ptr<IFormat> makeFormat(const QString& format, const QString& file, qint64 addrFile,
+                                    qint64 addrDevice, qint64 addrEnd, qint64 chunk)
+{
+    if (format == QLatin1String("bin") || format == QLatin1String("bin+"))
+        return std::make_unique<TFormatBIN>(format, file, addrFile, addrDevice, addrEnd, chunk);
+    return std::make_unique<TFormatHEX>(file, addrFile, addrDevice, addrEnd, chunk);
+}
+
+} // namespace
+
+TFormat::TFormat(const QString& format, const QString& file, qint64 addrFile, qint64 addrDevice,
+                 qint64 addrEnd, qint64 chunk)
+    : m_format(makeFormat(format, file, addrFile, addrDevice, addrEnd, chunk))
+{
+}
+
+TFormat::~TFormat() = default;
+
+bool TFormat::open(int mode)
+{
+    return m_format->open(mode);
+}
+
+bool TFormat::write(qint64 addr, const QByteArray& data)
+{
+    return m_format->write(addr, data);
+}
+
+bool TFormat::read(qint64& addr, QByteArray& data)
+{
+    return m_format->read(addr, data);
+}
+
+bool TFormat::close()
+{
+    return m_format->close();
+}
+
+QString TFormat::errorText() const
+{
+    return m_format->errorText();
+}
+
+QString TFormat::fileFilter()
+{
+    return QStringLiteral("*.bin *.hex");
+}
+
+QStringList TFormat::formatList()
+{
+    return {QStringLiteral("HEX"), QStringLiteral("BIN"), QStringLiteral("BIN+")};
+}
