@@ -77,18 +77,18 @@ TProg::TProg(const QString& file)
 {
     const TSettings ini(file);
     m_interfaceId = readInterfaceId(ini);
-    m_baudRate = ini.value(QStringLiteral("Port/BaudRate"), 115200).toInt();
-    m_dataBits = ini.value(QStringLiteral("Port/DataBits"), 8).toInt();
-    m_parity = ini.value(QStringLiteral("Port/Parity")).toString();
-    m_stopBits = ini.value(QStringLiteral("Port/StopBits"), 1).toInt();
-    m_flowControl = ini.value(QStringLiteral("Port/FlowControl")).toString();
-    m_timeout = ini.value(QStringLiteral("Port/TimeOut"), 1000).toInt();
+    m_baudRate = ini.readInt(QStringLiteral("Port/BaudRate"), 115200);
+    m_dataBits = ini.readInt(QStringLiteral("Port/DataBits"), 8);
+    m_parity = ini.readString(QStringLiteral("Port/Parity"), {});
+    m_stopBits = ini.readInt(QStringLiteral("Port/StopBits"), 1);
+    m_flowControl = ini.readString(QStringLiteral("Port/FlowControl"), {});
+    m_timeout = ini.readInt(QStringLiteral("Port/TimeOut"), 1000);
     m_maxData = ini.value(QStringLiteral("Protocol/MAX_DATA"), 64).toString().toUShort();
-    m_freqDefault = ini.value(QStringLiteral("Frequency/FQ_DEF"), 100000).toInt();
-    m_dutyDefault = ini.value(QStringLiteral("Frequency/DT_DEF"), 50).toInt();
-    m_resetMin = ini.value(QStringLiteral("Reset/MIN"), 10).toInt();
-    m_resetMax = ini.value(QStringLiteral("Reset/MAX"), 1000).toInt();
-    m_resetDefault = ini.value(QStringLiteral("Reset/DEF"), -400).toInt();
+    m_freqDefault = ini.readInt(QStringLiteral("Frequency/FQ_DEF"), 100000);
+    m_dutyDefault = ini.readInt(QStringLiteral("Frequency/DT_DEF"), 50);
+    m_resetMin = ini.readInt(QStringLiteral("Reset/MIN"), 10);
+    m_resetMax = ini.readInt(QStringLiteral("Reset/MAX"), 1000);
+    m_resetDefault = ini.readInt(QStringLiteral("Reset/DEF"), -400);
     readPinTypes(ini);
 }
 
@@ -100,7 +100,7 @@ void TProg::readPinTypes(const TSettings& ini)
     m_pinTexts = QStringList{QStringLiteral("- (not change)")};
     for (const PinType& type : pinTypes) {
         const QString key = QStringLiteral("PinType/") + QLatin1Char(type.letter);
-        if (ini.value(key, false).toBool()) {
+        if (ini.readBool(key, false)) {
             m_pinLetters.append(QLatin1Char(type.letter));
             m_pinTexts.append(QLatin1String(type.text));
         }
@@ -231,42 +231,42 @@ void TProg::freqParams(bool& fqList, int& fqMin, int& fqMax, QVector<int>& fqVal
 {
     const QString group = QStringLiteral("Frequency");
     TSettings ini(m_file);
-    fqList = ini.value(keyIn(group, "FQ_LIST"), false).toBool();
-    fqMin = ini.value(keyIn(group, "FQ_MIN"), 0).toInt();
-    fqMax = ini.value(keyIn(group, "FQ_MAX"), 0).toInt();
+    fqList = ini.readBool(keyIn(group, "FQ_LIST"), false);
+    fqMin = ini.readInt(keyIn(group, "FQ_MIN"), 0);
+    fqMax = ini.readInt(keyIn(group, "FQ_MAX"), 0);
     fqValues = keyNumbers(ini, group, QStringLiteral("FQLV_"));
-    dtShow = ini.value(keyIn(group, "DT_SHOW"), false).toBool();
-    dtList = ini.value(keyIn(group, "DT_LIST"), false).toBool();
-    dtMin = ini.value(keyIn(group, "DT_MIN"), 0).toInt();
-    dtMax = ini.value(keyIn(group, "DT_MAX"), 0).toInt();
+    dtShow = ini.readBool(keyIn(group, "DT_SHOW"), false);
+    dtList = ini.readBool(keyIn(group, "DT_LIST"), false);
+    dtMin = ini.readInt(keyIn(group, "DT_MIN"), 0);
+    dtMax = ini.readInt(keyIn(group, "DT_MAX"), 0);
     dtValues = keyNumbers(ini, group, QStringLiteral("DTLV_"));
 }
 
 void TProg::clockParams(const QString& section, bool& isList, int& min, int& max, QVector<int>& values) const
 {
     TSettings ini(m_file);
-    isList = ini.value(keyIn(section, "CLK_LIST"), false).toBool();
-    min = ini.value(keyIn(section, "CLK_MIN"), 0).toInt();
-    max = ini.value(keyIn(section, "CLK_MAX"), 0).toInt();
+    isList = ini.readBool(keyIn(section, "CLK_LIST"), false);
+    min = ini.readInt(keyIn(section, "CLK_MIN"), 0);
+    max = ini.readInt(keyIn(section, "CLK_MAX"), 0);
     values = keyNumbers(ini, section, QStringLiteral("CLKLV_"));
 }
 
 int TProg::clockDefault(const QString& section) const
 {
-    return TSettings(m_file).value(keyIn(section, "CLK_DEF"), 0).toInt();
+    return TSettings(m_file).readInt(keyIn(section, "CLK_DEF"), 0);
 }
 
 int TProg::clockCode(const QString& section, int clock) const
 {
     const TSettings ini(m_file);
-    if (!ini.value(keyIn(section, "CLK_LIST"), false).toBool())
+    if (!ini.readBool(keyIn(section, "CLK_LIST"), false))
         return clock;
-    return ini.value(keyIn(section, "CLKLV_") + QString::number(clock), clock).toInt();
+    return ini.readInt(keyIn(section, "CLKLV_") + QString::number(clock), clock);
 }
 
 bool TProg::supportsCommand(const QString& key) const
 {
-    return TSettings(m_file).value(QStringLiteral("Commands/") + key, false).toBool();
+    return TSettings(m_file).readBool(QStringLiteral("Commands/") + key, false);
 }
 
 QStringList TProg::pinList(const QString& section, bool filtered) const
@@ -277,11 +277,11 @@ QStringList TProg::pinList(const QString& section, bool filtered) const
     ini.endGroup();
     QStringList pins;
     for (const QString& key : keys) {
-        const QStringList entry = ini.value(QStringLiteral("Pins/") + key).toStringList();
+        const QStringList entry = ini.readList(QStringLiteral("Pins/") + key);
         if (entry.size() != 2 || (filtered && entry.first() != QLatin1String("1")))
             continue;
         const QString& pin = entry.last();
-        const QString label = ini.value(keyIn(section, "PIN_") + pin).toString();
+        const QString label = ini.readString(keyIn(section, "PIN_") + pin, {});
         if (label.isEmpty())
             pins.append(pin);
         else if (filtered)

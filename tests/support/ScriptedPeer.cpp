@@ -1,0 +1,199 @@
+#include "support/ScriptedPeer.h"
+
+#include <QMutexLocker>
+
+#include <chrono>
+#include <fcntl.h>
+#include <poll.h>
+#include <stdlib.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace {
+
+// How often the thread looks whether it has to end, in ms.
+constexpr int lookAround = 10;
+
+} // namespace
+
+QByteArray peerFrame(quint8 command, const QByteArray& payload)
+{
+    QByteArray frame = QByteArray::fromHex("C0000000");
+    frame[1] = static_cast<char>(command);
+    frame[2] = static_cast<char>(payload.size() % 256);
+    frame[3] = static_cast<char>(payload.size() / 256);
+    frame += payload;
+    int sum = 0;
+    for (const char byte : qAsConst(frame))
+        sum += static_cast<uchar>(byte);
+    frame += static_cast<char>((256 - sum % 256) % 256);
+    return frame;
+}
+
+ScriptedPeer::ScriptedPeer()
+    : m_master(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC))
+{
+    if (m_master < 0 || grantpt(m_master) != 0 || unlockpt(m_master) != 0)
+        return;
+    const char* name = ptsname(m_master);
+    m_slave = ::open(name, O_RDWR | O_NOCTTY | O_CLOEXEC);
+    termios mode{};
+    if (tcgetattr(m_slave, &mode) != 0)
+        return;
+    cfmakeraw(&mode);
+    if (tcsetattr(m_slave, TCSANOW, &mode) == 0)
+        m_path = QString::fromLocal8Bit(name);
+}
+
+ScriptedPeer::~ScriptedPeer()
+{
+    finish();
+    closeLine();
+    if (m_slave >= 0)
+        ::close(m_slave);
+}
+
+ScriptedPeer& ScriptedPeer::expect(const QByteArray& request, const QByteArray& reply)
+{
+    m_steps.append({request, {}, false});
+    return reply.isEmpty() ? *this : send(reply);
+}
+
+ScriptedPeer& ScriptedPeer::send(const QByteArray& bytes, int silenceMs)
+{
+    m_steps.last().answer.append({silenceMs, bytes});
+    return *this;
+}
+
+ScriptedPeer& ScriptedPeer::hangUp()
+{
+    m_steps.last().hangUp = true;
+    return *this;
+}
+
+void ScriptedPeer::otherwise(const Answer& answer)
+{
+    m_otherwise = answer;
+}
+
+void ScriptedPeer::sendNow(const QByteArray& bytes)
+{
+    writeAll(bytes);
+}
+
+void ScriptedPeer::start()
+{
+    m_thread = std::thread(&ScriptedPeer::run, this);
+}
+
+QString ScriptedPeer::finish()
+{
+    m_stop = true;
+    if (m_thread.joinable())
+        m_thread.join();
+    if (m_next < m_steps.size())
+        report(QStringLiteral("only %1 of %2 requests came").arg(m_next).arg(m_steps.size()));
+    return m_report;
+}
+
+QList<QByteArray> ScriptedPeer::requests() const
+{
+    const QMutexLocker lock(&m_mutex);
+    return m_requests;
+}
+
+void ScriptedPeer::run()
+{
+    QByteArray request;
+    while (m_master >= 0 && readRequest(request))
+        take(request);
+}
+
+// False when the thread has to end and no byte is left on the line.
+bool ScriptedPeer::readRequest(QByteArray& request)
+{
+    request.clear();
+    if (!readBytes(request, 4))
+        return false;
+    return readBytes(request,
+                     static_cast<uchar>(request.at(2)) + static_cast<uchar>(request.at(3)) * 256 + 1);
+}
+
+bool ScriptedPeer::readBytes(QByteArray& to, int size)
+{
+    while (size > 0) {
+        const bool last = m_stop;
+        pollfd line{m_master, POLLIN, 0};
+        if (poll(&line, 1, last ? 0 : lookAround) <= 0) {
+            if (!last)
+                continue;
+            if (!to.isEmpty())
+                report(QStringLiteral("a piece of a request: %1").arg(QString::fromLatin1(to.toHex())));
+            return false;
+        }
+        QByteArray bytes(size, Qt::Uninitialized);
+        const ssize_t got = ::read(m_master, bytes.data(), static_cast<size_t>(size));
+        if (got <= 0)
+            return false;
+        to.append(bytes.constData(), static_cast<int>(got));
+        size -= static_cast<int>(got);
+    }
+    return true;
+}
+
+void ScriptedPeer::take(const QByteArray& request)
+{
+    {
+        const QMutexLocker lock(&m_mutex);
+        m_requests.append(request);
+    }
+    if (m_next < m_steps.size()) {
+        const Step step = m_steps.at(m_next++);
+        if (request == step.request)
+            play(step);
+        else
+            report(QStringLiteral("request %1 is %2, expected %3")
+                       .arg(QString::number(m_next), QString::fromLatin1(request.toHex()),
+                            QString::fromLatin1(step.request.toHex())));
+    } else if (m_otherwise) {
+        writeAll(m_otherwise(request));
+    } else {
+        report(QStringLiteral("a request too many: %1").arg(QString::fromLatin1(request.toHex())));
+    }
+}
+
+void ScriptedPeer::play(const Step& step)
+{
+    for (const Part& part : step.answer) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(part.silenceMs));
+        writeAll(part.bytes);
+    }
+    if (step.hangUp)
+        closeLine();
+}
+
+void ScriptedPeer::writeAll(const QByteArray& bytes)
+{
+    int done = 0;
+    while (done < bytes.size()) {
+        const ssize_t put =
+            ::write(m_master, bytes.constData() + done, static_cast<size_t>(bytes.size() - done));
+        if (put <= 0)
+            return;
+        done += static_cast<int>(put);
+    }
+}
+
+// The first mismatch is the cause, the rest follows from it.
+void ScriptedPeer::report(const QString& text)
+{
+    if (m_report.isEmpty())
+        m_report = text;
+}
+
+void ScriptedPeer::closeLine()
+{
+    if (m_master >= 0)
+        ::close(m_master);
+    m_master = -1;
+}

@@ -1,0 +1,97 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QMutex>
+#include <QString>
+
+#include <atomic>
+#include <functional>
+#include <thread>
+
+/// A whole frame with that command byte and payload, its checksum right. Written for the tests only,
+/// so that a mistake in the program's own framing cannot hide.
+QByteArray peerFrame(quint8 command, const QByteArray& payload = {});
+
+/// The programmer's end of a serial line, played from a script on a pseudo-terminal: it takes the
+/// frames that were announced, byte by byte the same, and gives the answers that were laid down for
+/// them. A frame is cut from the line by its length field, so only whole frames are compared.
+///
+///     ScriptedPeer peer;
+///     peer.expect(peerFrame(0x80), peerFrame(0x80, "\x01\x02"));   // answer at once
+///     peer.expect(peerFrame(0x81)).send(peerFrame(0x81, "Name"), 50);  // answer after 50 ms
+///     peer.expect(peerFrame(0x83, "\x01"));                         // silence
+///     peer.start();
+///     ... port.open(peer.path(), ...) and exchanges ...
+///     QCOMPARE(peer.finish(), QString());
+///
+/// The script is laid down on the test's thread before start(); the answers come from a thread of its
+/// own, which ends with finish() or the destructor.
+class ScriptedPeer
+{
+public:
+    /// Makes the answer to a request that the script has no line for; empty is silence.
+    using Answer = std::function<QByteArray(const QByteArray& request)>;
+
+    ScriptedPeer();
+    ~ScriptedPeer();
+    ScriptedPeer(const ScriptedPeer&) = delete;
+    ScriptedPeer& operator=(const ScriptedPeer&) = delete;
+
+    /// Path of the terminal for TSerialPort::open; empty when the system gave none.
+    QString path() const { return m_path; }
+
+    /// The next request must be exactly this one; reply is sent back as it is, be it a frame or not.
+    ScriptedPeer& expect(const QByteArray& request, const QByteArray& reply = {});
+    /// More bytes of the last expected request's answer, after a silence in ms.
+    ScriptedPeer& send(const QByteArray& bytes, int silenceMs = 0);
+    /// Behind the last answer the line goes away, as when a plug is pulled.
+    ScriptedPeer& hangUp();
+    /// From the end of the script on, requests are answered by this; it runs on the peer's thread.
+    /// Without it such a request is a mismatch.
+    void otherwise(const Answer& answer);
+
+    /// Bytes that lie on the line before anybody has asked. The port must be open.
+    void sendNow(const QByteArray& bytes);
+
+    void start();
+    /// Takes what still lies on the line, ends the thread, gives the first mismatch: a wrong request,
+    /// a request too many, or requests that never came. Empty when all went as laid down.
+    QString finish();
+    /// All whole requests so far, in their order. Any thread.
+    QList<QByteArray> requests() const;
+
+private:
+    struct Part
+    {
+        int silenceMs;
+        QByteArray bytes;
+    };
+    struct Step
+    {
+        QByteArray request;
+        QList<Part> answer;
+        bool hangUp;
+    };
+
+    void run();
+    bool readRequest(QByteArray& request);
+    bool readBytes(QByteArray& to, int size);
+    void take(const QByteArray& request);
+    void play(const Step& step);
+    void writeAll(const QByteArray& bytes);
+    void report(const QString& text);
+    void closeLine();
+
+    QString m_path;
+    int m_master = -1;
+    int m_slave = -1; ///< kept open: the master of a terminal that nobody holds reads an error
+    QList<Step> m_steps;
+    Answer m_otherwise;
+    std::thread m_thread;
+    std::atomic<bool> m_stop{false};
+    int m_next = 0;
+    QString m_report;
+    mutable QMutex m_mutex; ///< guards m_requests
+    QList<QByteArray> m_requests;
+};
