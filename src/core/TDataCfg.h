@@ -26,7 +26,7 @@ public:
 
 private:
     mutable QMutex m_mutex;
-    int m_idCfg;
+    const int m_idCfg;
     QString m_name;
     QString m_description;
     int m_status = 0;

@@ -51,16 +51,21 @@ public:
     TProg* prog() const;
     void bind(IDevice* device, IDevice* family, TProg* prog, bool validDev);
 
-    /// Name of the family device that the parameters were made for.
+    /// Name of the chip that the parameters were made for: the first one that the command was bound to,
+    /// until setMadeFor. Empty as long as there was none.
     QString madeFor() const;
     void setMadeFor(const QString& family);
 
+    /// Takes the keys of a whole command that are no parameters out of data.
+    static void removeReserved(TData& data);
     /// The next command gets id 0. Only after all commands are gone.
     static void resetCounter();
 
 private:
+    void take(const TData& data);
+
     mutable QMutex m_mutex;
-    int m_idCmd;
+    const int m_idCmd;
     int m_idCfg = -1;
     bool m_status = false;
     bool m_validDev = false;

@@ -6,6 +6,7 @@
 #include <QList>
 #include <QMutex>
 #include <QObject>
+#include <QSet>
 #include <QStringList>
 
 #include <functional>
@@ -85,7 +86,8 @@ public:
     QList<TDataCfg*> cfgList() const;
 
     // Commands. Callers of addCmd and of the removals call bindAll() afterwards.
-    /// Inserts at index if that lies inside the list, else appends; returns the new id.
+    /// Inserts at index if that lies inside the list, else appends; returns the new id. The place is
+    /// moved as far as it takes to keep the commands of a configuration together and in its turn.
     int addCmd(const TData& data, int index);
     /// Stores changed parameters, binds and checks again as far as they reach, and reports the command
     /// by signalChangeData.
@@ -141,7 +143,41 @@ signals:
     void signalChangePrj(bool change);
 
 private:
-    // The implementation's own; see TDataPrj.cpp.
+    /// What a place in the list inherits from the commands before it.
+    struct TInForce
+    {
+        IDevice* owner = nullptr;  ///< class of the chip's own commands
+        IDevice* family = nullptr; ///< the chip in force
+        TProg* prog = nullptr;     ///< the programmer in force
+    };
+    struct TPlace
+    {
+        int index = -1; ///< in the list of all commands
+        int row = -1;   ///< within the configuration
+    };
+
+    void freeAll();
+    TDataCmd* cmdInList(int index) const;
+    TPlace placeOf(int id_cmd) const;
+    int indexForNew(int id_cfg, int index) const;
+    int firstPlaceFor(int id_cfg) const;
+    template <typename Predicate> void takeOutIf(const Predicate& leaves);
+    /// Index of the nearest command at or before index in its configuration for which stops is true.
+    template <typename Predicate> int walkBack(int id_cfg, int index, const Predicate& stops) const;
+    /// End of the commands behind index that hang on the chip set there.
+    int endOfChip(int index) const;
+
+    TInForce inForceAt(int index);
+    void bindTo(TDataCmd& command, const TInForce& inForce);
+    IDevice* lookUp(const QString& cacheKey, const QString& name, const QString& file);
+    IDevice* chip(const QString& name, const QString& file);
+    IDevice* autoFamily(const QString& name);
+    bool isUsable(const QString& prog) const;
+    bool renew(TDataCmd& command);
+    void setDeviceParam(TDataCmd& command, const TData& data);
+    void setAutoDetectParam(TDataCmd& command, const TData& data);
+    void mergeParam(TDataCmd& command, const TData& data);
+
     mutable QMutex m_mutex{QMutex::Recursive};
     bool m_changed = false;
     QString m_name;
@@ -150,7 +186,18 @@ private:
     QList<TDataCfg*> m_configurations;
     QList<TDataCmd*> m_commands;
     QHash<int, TDataCmd*> m_cmdById;
+    QHash<int, int> m_cmdCountOfCfg;
+    /// Filled at the first question after the list has changed.
+    mutable QHash<int, TPlace> m_places;
     QHash<QString, IDevice*> m_devices;
     QHash<QString, TProg*> m_progs;
     IDeviceCatalogue* m_catalogue = nullptr;
+    /// Lookups that led nowhere, while bindAll is under way: each reads a file.
+    QSet<QString> m_failedLookups;
+    bool m_isSweep = false;
+    // Taken out of the project while a worker may still use it; deleted when the project is cleared.
+    QList<TDataCfg*> m_parkedCfgs;
+    QList<TDataCmd*> m_parkedCmds;
+    QList<IDevice*> m_parkedDevices;
+    QList<TProg*> m_parkedProgs;
 };

@@ -2,6 +2,7 @@
 
 #include "core/TAppData.h"
 #include "core/TCmdCode.h"
+#include "core/TDataPrj.h"
 #include "core/TLang.h"
 
 // Objects of one translation unit are built in the order in which they stand here; across units there
@@ -9,6 +10,7 @@
 namespace {
 
 TAppData theAppData;
+TDataPrj theProject;
 TLang theLang;
 TCmdCode theCmdCode;
 
@@ -17,6 +19,11 @@ TCmdCode theCmdCode;
 TAppData& appData()
 {
     return theAppData;
+}
+
+TDataPrj& project()
+{
+    return theProject;
 }
 
 TLang& lang()

@@ -1,0 +1,60 @@
+#include "core/references.h"
+
+#include "core/keys.h"
+#include "link/TPairStringList.h"
+
+namespace {
+
+enum class Kind { Cfg, Command, Route };
+
+struct Reference
+{
+    QLatin1String cmd;
+    QLatin1String key;
+    Kind kind;
+};
+
+constexpr Reference references[] = {
+    {cmd::execute, key::cfg, Kind::Cfg},
+    {cmd::jamp, key::to_cmd, Kind::Command},
+    {cmd::auto_detect, key::route, Kind::Route},
+};
+
+QString mapped(const QString& id, const TIdMap& map)
+{
+    bool ok = false;
+    const int number = id.toInt(&ok);
+    return QString::number(ok && number >= 0 ? map(number) : -1);
+}
+
+QString mappedRoute(const QString& text, const TIdMap& map)
+{
+    TPairStringList routes = TPairStringList::fromText(text);
+    for (int row = 0; row < routes.count(); ++row)
+        routes.setValue(row, mapped(routes.value(row), map));
+    return routes.toText();
+}
+
+} // namespace
+
+QString mappedReference(const QString& cmd, const QString& key, const QVariant& value, const TIdMap& cfg,
+                        const TIdMap& command)
+{
+    for (const Reference& reference : references) {
+        if (reference.cmd != cmd || reference.key != key)
+            continue;
+        if (reference.kind == Kind::Route)
+            return mappedRoute(value.toString(), cfg);
+        return mapped(value.toString(), reference.kind == Kind::Cfg ? cfg : command);
+    }
+    return value.toString();
+}
+
+void dropReferences(TData& data)
+{
+    const QString word = data.value(key::cmd).toString();
+    for (const Reference& reference : references) {
+        if (reference.cmd == word && data.contains(reference.key))
+            data.insert(reference.key, reference.kind == Kind::Route ? QVariant(QString()) : QVariant(-1));
+    }
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "core/types.h"
+
+#include <functional>
+
+// Parameters that name a configuration or a command of the open project. In the model they hold its
+// id, in a file its position, and nothing where it is unknown: -1. Any thread.
+
+/// Maps an id to what stands in its place; -1 for an id that leads nowhere.
+using TIdMap = std::function<int(int id)>;
+
+/// The value of the parameter key of a command, its ids replaced; the value itself as text when it is
+/// no reference.
+QString mappedReference(const QString& cmd, const QString& key, const QVariant& value, const TIdMap& cfg,
+                        const TIdMap& command);
+/// Takes the references out of a whole command, which is about to enter another project.
+void dropReferences(TData& data);
