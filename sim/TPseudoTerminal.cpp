@@ -1,0 +1,116 @@
+#include "TPseudoTerminal.h"
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace {
+
+std::string reason()
+{
+    return std::strerror(errno);
+}
+
+struct flock wholeFile()
+{
+    struct flock lock = {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    return lock;
+}
+
+/// A running simulator keeps a record lock on its terminal; the lock goes with the process, so that a link
+/// left by a crash is told from one in use even when the terminal's number has been given to somebody else.
+bool isInUse(const std::string& link)
+{
+    const int fd = open(link.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0)
+        return errno == EBUSY;
+    struct flock lock = wholeFile();
+    const bool locked = fcntl(fd, F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+    close(fd);
+    return locked;
+}
+
+std::string targetOf(const std::string& link)
+{
+    std::array<char, PATH_MAX> buffer{};
+    const ssize_t size = readlink(link.c_str(), buffer.data(), buffer.size());
+    return size < 0 ? std::string() : std::string(buffer.data(), std::size_t(size));
+}
+
+bool makeRaw(int fd)
+{
+    termios mode{};
+    if (tcgetattr(fd, &mode) != 0)
+        return false;
+    cfmakeraw(&mode);
+    return tcsetattr(fd, TCSANOW, &mode) == 0;
+}
+
+} // namespace
+
+TPseudoTerminal::~TPseudoTerminal()
+{
+    close();
+}
+
+bool TPseudoTerminal::open(std::string& error)
+{
+    master = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK);
+    std::array<char, PATH_MAX> name{};
+    if (master < 0 || grantpt(master) != 0 || unlockpt(master) != 0 ||
+        ptsname_r(master, name.data(), name.size()) != 0) {
+        error = "cannot make a pseudo-terminal: " + reason();
+        return false;
+    }
+    terminal = name.data();
+    slave = ::open(name.data(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    struct flock lock = wholeFile();
+    if (slave < 0 || !makeRaw(slave) || fcntl(slave, F_SETLK, &lock) != 0) {
+        error = "cannot set up the terminal " + terminal + ": " + reason();
+        return false;
+    }
+    return true;
+}
+
+bool TPseudoTerminal::makeLink(const std::string& path, std::string& error)
+{
+    struct stat info = {};
+    if (lstat(path.c_str(), &info) == 0) {
+        if (!S_ISLNK(info.st_mode)) {
+            error = path + " is there and is no link; it stays as it is";
+            return false;
+        }
+        if (isInUse(path)) {
+            error = path + " is in use by another simulator or program";
+            return false;
+        }
+    }
+    const std::string fresh = path + "." + std::to_string(getpid()) + ".part";
+    if (symlink(terminal.c_str(), fresh.c_str()) != 0 || rename(fresh.c_str(), path.c_str()) != 0) {
+        error = "cannot make the link " + path + ": " + reason();
+        unlink(fresh.c_str());
+        return false;
+    }
+    link = path;
+    return true;
+}
+
+void TPseudoTerminal::close()
+{
+    if (!link.empty() && targetOf(link) == terminal)
+        unlink(link.c_str());
+    link.clear();
+    for (int* const end : {&slave, &master}) {
+        if (*end >= 0)
+            ::close(*end);
+        *end = -1;
+    }
+}

@@ -1,0 +1,5 @@
+#include "chips/IChipFamily.h"
+
+IChipFamily::~IChipFamily() = default;
+
+void IChipFamily::select(const Bytes& /*block*/) {}
