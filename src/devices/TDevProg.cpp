@@ -1,0 +1,359 @@
+#include "devices/TDevProg.h"
+
+#include "core/IFormFactory.h"
+#include "core/TCmdCode.h"
+#include "core/TDataCmd.h"
+#include "core/TDataPrj.h"
+#include "core/globals.h"
+#include "core/keys.h"
+#include "devices/TDevProgExec.h"
+#include "link/TProg.h"
+#include "misc/TNormCmdParam.h"
+
+#include <QtMath>
+
+namespace {
+
+QVariant param(const TData& data, const QString& key, int line = __builtin_LINE())
+{
+    return getParam("devices/TDevProg", line, data, key);
+}
+
+TDataCmd* commandOf(const TData& data)
+{
+    return project().cmdById(param(data, key::id_cmd).toInt());
+}
+
+const TProg* progOf(const TData& data)
+{
+    const TDataCmd* command = commandOf(data);
+    return command ? command->prog() : nullptr;
+}
+
+/// The family's part of set_device and auto_detect.
+bool checkFamily(const TData& data)
+{
+    const TDataCmd* command = commandOf(data);
+    const IDevice* family = command ? command->family() : nullptr;
+    return family && family->checkDeviceParams(data);
+}
+
+void defaultSetDevice(TData& data)
+{
+    data[key::device] = QString();
+}
+
+QString textSetDevice(const TData& data)
+{
+    return param(data, key::device).toString();
+}
+
+void defaultAutoDetect(TData& data)
+{
+    data[key::name] = QString();
+    data[key::route] = QString();
+    data[key::execute] = 0;
+    data[key::stop] = 1;
+}
+
+QString textAutoDetect(const TData& data)
+{
+    return QStringLiteral("%1: %2, %3")
+        .arg(param(data, key::name).toString(),
+             param(data, key::execute).toInt() != 0 ? QStringLiteral("Execute") : QStringLiteral("Jamp"),
+             param(data, key::stop).toInt() != 0 ? QStringLiteral("Stop") : QStringLiteral("Skip"));
+}
+
+void defaultReset(TData& data)
+{
+    if (const TProg* prog = progOf(data))
+        data[key::duration] = prog->resetDefault();
+}
+
+bool checkReset(const TData& data)
+{
+    const TProg* prog = progOf(data);
+    if (!prog)
+        return false;
+    int min = 0;
+    int max = 0;
+    prog->resetLimits(min, max);
+    const qint64 length = qAbs<qint64>(param(data, key::duration).toInt());
+    return length != 0 && length >= min && length <= max;
+}
+
+QString textReset(const TData& data)
+{
+    return QStringLiteral("%1 ms").arg(param(data, key::duration).toInt());
+}
+
+void defaultSetIo(TData& data)
+{
+    if (progOf(data))
+        data[key::state] = QString();
+}
+
+bool checkSetIo(const TData& data)
+{
+    const TProg* prog = progOf(data);
+    return prog && validState(param(data, key::state).toString(), *prog);
+}
+
+QString textSetIo(const TData& data)
+{
+    return leaveStateAny(param(data, key::id_cmd).toInt());
+}
+
+/// The group Frequency of a programmer's description.
+struct Frequency
+{
+    explicit Frequency(const TProg& prog)
+    {
+        prog.freqParams(isFreqList, freqMin, freqMax, freqs, showsDuty, isDutyList, dutyMin, dutyMax, duties);
+    }
+
+    bool allowsFreq(qint64 freq) const
+    {
+        return freq >= freqMin && freq <= freqMax && (!isFreqList || freqs.contains(static_cast<int>(freq)));
+    }
+
+    bool allowsDuty(qint64 duty) const
+    {
+        return duty >= dutyMin && duty <= dutyMax &&
+               (!showsDuty || !isDutyList || duties.contains(static_cast<int>(duty)));
+    }
+
+    bool isFreqList = false;
+    int freqMin = 0;
+    int freqMax = 0;
+    QVector<int> freqs;
+    bool showsDuty = false;
+    bool isDutyList = false;
+    int dutyMin = 0;
+    int dutyMax = 0;
+    QVector<int> duties;
+};
+
+void defaultSetFreq(TData& data)
+{
+    const TProg* prog = progOf(data);
+    if (!prog)
+        return;
+    int freq = 0;
+    int duty = 0;
+    prog->freqDefaults(freq, duty);
+    data[key::freq] = static_cast<uint>(freq);
+    data[key::duty_cycle] = static_cast<uint>(duty);
+}
+
+bool checkSetFreq(const TData& data)
+{
+    const TProg* prog = progOf(data);
+    if (!prog)
+        return false;
+    const Frequency limits(*prog);
+    return limits.allowsFreq(param(data, key::freq).toLongLong()) &&
+           limits.allowsDuty(param(data, key::duty_cycle).toLongLong());
+}
+
+QString textSetFreq(const TData& data)
+{
+    const qint64 freq = param(data, key::freq).toLongLong();
+    const TProg* prog = progOf(data);
+    if (prog && Frequency(*prog).showsDuty)
+        return textFreqDuty(freq, param(data, key::duty_cycle).toInt());
+    return textFreq(freq);
+}
+
+/// A supply of the programmer: its parameters and what the description says of them.
+struct Supply
+{
+    using Limits = void (TProg::*)(double&, double&) const;
+    using Default = double (TProg::*)() const;
+
+    QLatin1String volts;
+    QLatin1String current;
+    Limits voltLimits;
+    Default voltDefault;
+    Limits currentLimits;
+    Default currentDefault;
+};
+
+constexpr Supply vcc = {key::vcc,           key::icc,          &TProg::vccLimits,
+                        &TProg::vccDefault, &TProg::iccLimits, &TProg::iccDefault};
+constexpr Supply vpp = {key::vpp,           key::ipp,          &TProg::vppLimits,
+                        &TProg::vppDefault, &TProg::ippLimits, &TProg::ippDefault};
+
+/// Compared in tenths, as the user sees and enters the values.
+bool inTenths(double value, double min, double max)
+{
+    static constexpr double sane = 1e9; // beyond it, and for what is no number, rounding would be undefined
+    const auto tenths = [](double v) { return qRound64(qBound(-sane, v, sane) * 10); };
+    return qAbs(value) < sane && tenths(value) >= tenths(min) && tenths(value) <= tenths(max);
+}
+
+bool inLimits(const TData& data, const QString& key, const TProg& prog, Supply::Limits limits)
+{
+    double min = 0;
+    double max = 0;
+    (prog.*limits)(min, max);
+    return inTenths(param(data, key).toDouble(), min, max);
+}
+
+QString voltText(const TData& data, const QString& key)
+{
+    return QStringLiteral("%1 V").arg(QString::number(param(data, key).toDouble(), 'f', 1));
+}
+
+template <const Supply& supply> void defaultVolts(TData& data)
+{
+    if (const TProg* prog = progOf(data))
+        data[supply.volts] = (prog->*supply.voltDefault)();
+}
+
+template <const Supply& supply> bool checkVolts(const TData& data)
+{
+    const TProg* prog = progOf(data);
+    return prog && inLimits(data, supply.volts, *prog, supply.voltLimits);
+}
+
+template <const Supply& supply> QString textVolts(const TData& data)
+{
+    return voltText(data, supply.volts);
+}
+
+template <const Supply& supply> void defaultCurrent(TData& data)
+{
+    const TProg* prog = progOf(data);
+    if (!prog)
+        return;
+    data[supply.volts] = (prog->*supply.voltDefault)();
+    data[supply.current] = (prog->*supply.currentDefault)();
+    data[key::ocp] = true;
+}
+
+template <const Supply& supply> bool checkCurrent(const TData& data)
+{
+    const TProg* prog = progOf(data);
+    return prog && inLimits(data, supply.volts, *prog, supply.voltLimits) &&
+           inLimits(data, supply.current, *prog, supply.currentLimits);
+}
+
+template <const Supply& supply> QString textCurrent(const TData& data)
+{
+    return QStringLiteral("%1, %2 mA%3")
+        .arg(voltText(data, supply.volts), QString::number(param(data, supply.current).toDouble(), 'f', 3),
+             param(data, key::ocp).toBool() ? QStringLiteral(", OCP") : QString());
+}
+
+/// What the catalogue knows of one command.
+struct Row
+{
+    QLatin1String word;
+    void (*setDefaults)(TData&);
+    bool (*check)(const TData&);
+    QString (*text)(const TData&);
+};
+
+constexpr Row rows[] = {
+    {cmd::set_device, defaultSetDevice, checkFamily, textSetDevice},
+    {cmd::auto_detect, defaultAutoDetect, checkFamily, textAutoDetect},
+    {cmd::reset, defaultReset, checkReset, textReset},
+    {cmd::set_io, defaultSetIo, checkSetIo, textSetIo},
+    {cmd::set_freq, defaultSetFreq, checkSetFreq, textSetFreq},
+    {cmd::set_vcc, defaultVolts<vcc>, checkVolts<vcc>, textVolts<vcc>},
+    {cmd::set_vpp, defaultVolts<vpp>, checkVolts<vpp>, textVolts<vpp>},
+    {cmd::set_vicc, defaultCurrent<vcc>, checkCurrent<vcc>, textCurrent<vcc>},
+    {cmd::set_vipp, defaultCurrent<vpp>, checkCurrent<vpp>, textCurrent<vpp>},
+};
+
+const Row* rowOf(const TData& data)
+{
+    const QString word = param(data, key::cmd).toString();
+    for (const Row& row : rows) {
+        if (word == row.word)
+            return &row;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+TDevProg::TDevProg(const QString& name, const TData& data)
+    : IDevice(name)
+{
+    setDeviceData(data);
+}
+
+bool TDevProg::hasCommand(const QString& key) const
+{
+    return TCmdCode::isProg(key);
+}
+
+QStringList TDevProg::commandKeys() const
+{
+    return TCmdCode::progKeys();
+}
+
+void TDevProg::setDefaultParams(TData& data) const
+{
+    if (const Row* row = rowOf(data))
+        row->setDefaults(data);
+}
+
+QString TDevProg::commandTitle(const TData& data) const
+{
+    return cmdCode().name(param(data, key::cmd).toString());
+}
+
+QString TDevProg::paramsText(const TData& data, QWidget*) const
+{
+    const Row* row = rowOf(data);
+    return row ? row->text(data) : QString();
+}
+
+QWidget* TDevProg::createForm(const TData& data) const
+{
+    return formFactory() && progOf(data) ? formFactory()->createForm(*this, data) : nullptr;
+}
+
+TData TDevProg::normalizeParams(const TData& data) const
+{
+    return IDevice::normalizeParams(data);
+}
+
+bool TDevProg::refreshParams(TData& data) const
+{
+    return IDevice::refreshParams(data);
+}
+
+bool TDevProg::checkParams(const TData& data) const
+{
+    const Row* row = rowOf(data);
+    return row && row->check(data);
+}
+
+bool TDevProg::checkDeviceParams(const TData& data) const
+{
+    return IDevice::checkDeviceParams(data);
+}
+
+bool TDevProg::setDeviceDefaults(TData& data) const
+{
+    return IDevice::setDeviceDefaults(data);
+}
+
+QWidget* TDevProg::createDeviceForm(const TData& data) const
+{
+    return IDevice::createDeviceForm(data);
+}
+
+QByteArray TDevProg::deviceParamBlock(const TData& data) const
+{
+    return IDevice::deviceParamBlock(data);
+}
+
+IDeviceExec* TDevProg::createExec(const TData& data) const
+{
+    return new TDevProgExec(data);
+}

@@ -1,0 +1,211 @@
+#include "devices/TDevProgExec.h"
+
+#include "core/IDevice.h"
+#include "core/TDataCmd.h"
+#include "core/TDataPrj.h"
+#include "core/globals.h"
+#include "core/keys.h"
+#include "link/AutoList.h"
+#include "link/TSerialPort.h"
+#include "misc/TNormCmdParam.h"
+
+#include <memory>
+
+namespace {
+
+constexpr quint8 selectChip = 0x84;
+
+QVariant param(const TData& data, const QString& key, int line = __builtin_LINE())
+{
+    return getParam("devices/TDevProgExec", line, data, key);
+}
+
+void append(QByteArray& payload, quint64 value, int bytes)
+{
+    for (int i = 0; i < bytes; ++i)
+        payload.append(static_cast<char>((value >> (8 * i)) & 0xFF));
+}
+
+/// The field of a scaled value: the fraction is cut off. Through an integer, since a double that does
+/// not fit the field has no defined value there.
+quint64 scaled(double value, int factor)
+{
+    return qAbs(value) < 1e9 ? static_cast<quint64>(static_cast<qint64>(value * factor)) : 0;
+}
+
+QByteArray resetPayload(const TData& data)
+{
+    return durationBytes(param(data, key::duration).toInt());
+}
+
+QByteArray ioPayload(const TData& data)
+{
+    return pinPayload(0, leaveStateAny(param(data, key::id_cmd).toInt()));
+}
+
+QByteArray freqPayload(const TData& data)
+{
+    QByteArray payload;
+    append(payload, param(data, key::freq).toULongLong(), 4);
+    append(payload, param(data, key::duty_cycle).toULongLong() * 10, 2);
+    return payload;
+}
+
+QByteArray voltPayload(const TData& data, const QString& volts)
+{
+    QByteArray payload;
+    append(payload, scaled(param(data, volts).toDouble(), 10), 1);
+    return payload;
+}
+
+QByteArray limitPayload(const TData& data, const QString& volts, const QString& current, int currentBytes)
+{
+    QByteArray payload = voltPayload(data, volts);
+    append(payload, scaled(param(data, current).toDouble(), 1000), currentBytes);
+    append(payload, param(data, key::ocp).toBool() ? 1 : 0, 1);
+    return payload;
+}
+
+QByteArray vccPayload(const TData& data)
+{
+    return voltPayload(data, key::vcc);
+}
+
+QByteArray vppPayload(const TData& data)
+{
+    return voltPayload(data, key::vpp);
+}
+
+QByteArray viccPayload(const TData& data)
+{
+    return limitPayload(data, key::vcc, key::icc, 4);
+}
+
+QByteArray vippPayload(const TData& data)
+{
+    return limitPayload(data, key::vpp, key::ipp, 2);
+}
+
+/// A command that is one frame made of its parameters.
+struct Frame
+{
+    QLatin1String word;
+    quint8 opcode;
+    QByteArray (*payload)(const TData&);
+};
+
+constexpr Frame frames[] = {
+    {cmd::reset, 0x86, resetPayload},   {cmd::set_freq, 0x87, freqPayload},
+    {cmd::set_io, 0x88, ioPayload},     {cmd::set_vcc, 0x89, vccPayload},
+    {cmd::set_vpp, 0x8A, vppPayload},   {cmd::set_vicc, 0x8B, viccPayload},
+    {cmd::set_vipp, 0x8C, vippPayload},
+};
+
+/// The configuration of a chip, -1 when the routes name none.
+int routeOf(const QString& text, const QString& id)
+{
+    const TPairStringList routes = TPairStringList::fromText(text);
+    bool isNumber = false;
+    const int cfg = routes.value(id).toInt(&isNumber);
+    return isNumber ? cfg : -1;
+}
+
+} // namespace
+
+TDevProgExec::TDevProgExec(const TData& data)
+    : IDeviceExec(data)
+{
+}
+
+bool TDevProgExec::execute(TSerialPort* port, bool&, int& cur_cfg, int& cur_cmd)
+{
+    if (!portGuard(port))
+        return false;
+    const QString word = param(m_cmdData, key::cmd).toString();
+    if (word == cmd::set_device)
+        return runSetDevice(port);
+    if (word == cmd::auto_detect)
+        return runAutoDetect(port, cur_cfg, cur_cmd);
+    for (const Frame& frame : frames) {
+        if (word == frame.word)
+            return send(port, frame.opcode, frame.payload(m_cmdData));
+    }
+    return false;
+}
+
+bool TDevProgExec::fail(const QString& text)
+{
+    m_errorText = text;
+    return false;
+}
+
+bool TDevProgExec::portGuard(TSerialPort* port)
+{
+    return port->isOpen() || fail(langText(392));
+}
+
+bool TDevProgExec::send(TSerialPort* port, quint8 opcode, QByteArray payload)
+{
+    return port->exchange(opcode, payload) || fail(port->errorString());
+}
+
+bool TDevProgExec::runSetDevice(TSerialPort* port)
+{
+    const TDataCmd* command = project().cmdById(param(m_cmdData, key::id_cmd).toInt());
+    const IDevice* family = command ? command->family() : nullptr;
+    return family && send(port, selectChip, family->deviceParamBlock(m_cmdData));
+}
+
+bool TDevProgExec::runAutoDetect(TSerialPort* port, int& cur_cfg, int& cur_cmd)
+{
+    const bool stops = param(m_cmdData, key::stop).toInt() != 0;
+    const TDataCmd* command = project().cmdById(cur_cmd);
+    const IDevice* family = command ? command->family() : nullptr;
+    QString id;
+    if (!family || !detectChip(port, *family, stops, id))
+        return false;
+    const TPairStringList chips = autoSignatures(param(m_cmdData, key::name).toString());
+    const QString chip = QStringLiteral("%1 (%2)").arg(chips.value(id), id);
+    emit signalEventText(ceText, langText(401).arg(chip));
+    const int cfg = routeOf(param(m_cmdData, key::route).toString(), id);
+    if (cfg >= 0)
+        return takeRoute(port, cfg, cur_cfg, cur_cmd);
+    const QString noRoute = langText(402).arg(chip);
+    if (stops)
+        return fail(noRoute);
+    emit signalEventText(ceText, noRoute);
+    return true;
+}
+
+bool TDevProgExec::detectChip(TSerialPort* port, const IDevice& family, bool stops, QString& id)
+{
+    // A chip that is not there may be passed over, a link that is gone may not.
+    if (!send(port, selectChip, family.deviceParamBlock(m_cmdData)) && (stops || port->isLinkFailed()))
+        return false;
+    const std::unique_ptr<IDeviceExec> reader(family.createExec(m_cmdData));
+    const bool read = reader && reader->readChipId(port, id);
+    if (port->isLinkFailed())
+        return fail(port->errorString());
+    if (!read && stops)
+        return fail(reader ? reader->errorText() : QString());
+    m_errorText.clear();
+    return true;
+}
+
+bool TDevProgExec::takeRoute(TSerialPort* port, int cfg, int& cur_cfg, int& cur_cmd)
+{
+    if (!project().cfgById(cfg))
+        return fail(langText(397));
+    // The configuration opens its own link with its set_prog.
+    port->close();
+    const QString name = project().cfgName(cfg);
+    if (param(m_cmdData, key::execute).toInt() != 0) {
+        emit signalEventText(ceText, langText(403).arg(name));
+        emit signalExecuteFromCmd(cfg);
+        return true;
+    }
+    cur_cfg = cfg;
+    cur_cmd = -1;
+    emit signalEventText(ceWork, QStringLiteral("\n--> %1 \"%2\"").arg(langText(394), name));
+    return true;
+}

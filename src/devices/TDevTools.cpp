@@ -1,0 +1,291 @@
+#include "devices/TDevTools.h"
+
+#include "core/IFormFactory.h"
+#include "core/TAppData.h"
+#include "core/TCmdCode.h"
+#include "core/TDataCmd.h"
+#include "core/TDataPrj.h"
+#include "core/globals.h"
+#include "core/keys.h"
+#include "devices/TDevToolsExec.h"
+#include "misc/TNormCmdParam.h"
+
+#include <limits>
+
+namespace {
+
+QVariant param(const TData& data, const QString& key, int line = __builtin_LINE())
+{
+    return getParam("devices/TDevTools", line, data, key);
+}
+
+/// Read as 64 bits: a negative number, or one past 32 bits, must not come out as another one.
+bool isCount(const TData& data, const QString& key)
+{
+    const qint64 value = param(data, key).toLongLong();
+    return value >= 0 && value <= std::numeric_limits<qint32>::max();
+}
+
+bool isInt(const TData& data, const QString& key)
+{
+    const qint64 value = param(data, key).toLongLong();
+    return value >= std::numeric_limits<qint32>::min() && value <= std::numeric_limits<qint32>::max();
+}
+
+QString number(const TData& data, const QString& key)
+{
+    return QString::number(param(data, key).toLongLong());
+}
+
+void defaultNone(TData&) {}
+
+bool checkNone(const TData&)
+{
+    return true;
+}
+
+QString textNone(const TData&)
+{
+    return {};
+}
+
+void defaultProcess(TData& data)
+{
+    data[key::file] = QString();
+}
+
+bool checkProcess(const TData& data)
+{
+    return !param(data, key::file).toString().isEmpty();
+}
+
+QString textProcess(const TData& data)
+{
+    return param(data, key::file).toString();
+}
+
+void defaultJamp(TData& data)
+{
+    const QList<TDataCmd*> commands = project().cmdsOfCfg(param(data, key::id_cfg).toInt());
+    data[key::to_cmd] = commands.isEmpty() ? -1 : commands.first()->id();
+}
+
+bool checkJamp(const TData& data)
+{
+    return project().cmdById(param(data, key::to_cmd).toInt()) != nullptr;
+}
+
+QString textJamp(const TData& data)
+{
+    const TDataCmd* target = project().cmdById(param(data, key::to_cmd).toInt());
+    if (!target)
+        return {};
+    return QStringLiteral("\"%1\".\"%2\"")
+        .arg(project().cfgName(target->cfgId()), cmdCode().name(target->cmd()));
+}
+
+void defaultCounter(TData& data)
+{
+    data[key::value] = 0;
+    data[key::limit] = 0;
+    data[key::delta] = 1;
+}
+
+bool checkCounter(const TData& data)
+{
+    return isCount(data, key::value) && isCount(data, key::limit) && isInt(data, key::delta);
+}
+
+QString textCounter(const TData& data)
+{
+    return QStringLiteral("Value: %1, Limit: %2, Delta: %3")
+        .arg(number(data, key::value), number(data, key::limit), number(data, key::delta));
+}
+
+void defaultDelay(TData& data)
+{
+    data[key::value] = 100;
+}
+
+bool checkDelay(const TData& data)
+{
+    return isCount(data, key::value);
+}
+
+QString textDelay(const TData& data)
+{
+    return QStringLiteral("%1 ms").arg(number(data, key::value));
+}
+
+void defaultExecute(TData& data)
+{
+    data[key::cfg] = -1;
+}
+
+bool checkExecute(const TData& data)
+{
+    return project().cfgById(param(data, key::cfg).toInt()) != nullptr;
+}
+
+QString textExecute(const TData& data)
+{
+    return project().cfgName(param(data, key::cfg).toInt());
+}
+
+void defaultSetProg(TData& data)
+{
+    project().locked([&data] { data[key::prog] = appData().progNames.name(appData().ProgDefault); });
+    data[key::alt_enabled] = false;
+    data[key::alt_port] = QString();
+}
+
+bool checkSetProg(const TData& data)
+{
+    const TDataCmd* command = project().cmdById(param(data, key::id_cmd).toInt());
+    return command && command->prog();
+}
+
+QString textSetProg(const TData& data)
+{
+    const QString alias = param(data, key::prog).toString();
+    bool known = false;
+    TProgRecord record;
+    // The lists may be changed by the settings while a run asks.
+    project().locked([&] {
+        known = appData().progNames.contains(alias);
+        record = appData().progNames.record(alias);
+    });
+    if (!known)
+        return alias;
+    const QString port =
+        param(data, key::alt_enabled).toBool() ? param(data, key::alt_port).toString() : record.port;
+    return QStringLiteral("%1: %2, %3").arg(alias, port, record.type);
+}
+
+void defaultCalcCrc(TData& data)
+{
+    data[key::crc_name] = QStringLiteral("CRC32");
+    data[key::file] = QString();
+    data[key::format] = QStringLiteral("bin");
+    data[key::addr] = qint64(0);
+    data[key::count] = qint64(0);
+    data[key::fill] = 255;
+}
+
+QString textCalcCrc(const TData& data)
+{
+    return QStringLiteral("%1: %2").arg(param(data, key::crc_name).toString(),
+                                        param(data, key::file).toString());
+}
+
+/// What the catalogue knows of one command.
+struct Row
+{
+    QLatin1String word;
+    void (*setDefaults)(TData&);
+    bool (*check)(const TData&);
+    QString (*text)(const TData&);
+};
+
+constexpr Row rows[] = {
+    {cmd::process, defaultProcess, checkProcess, textProcess},
+    {cmd::jamp, defaultJamp, checkJamp, textJamp},
+    {cmd::counter, defaultCounter, checkCounter, textCounter},
+    {cmd::delay, defaultDelay, checkDelay, textDelay},
+    {cmd::pause, defaultNone, checkNone, textNone},
+    {cmd::stop, defaultNone, checkNone, textNone},
+    {cmd::execute, defaultExecute, checkExecute, textExecute},
+    {cmd::set_prog, defaultSetProg, checkSetProg, textSetProg},
+    {cmd::calc_crc, defaultCalcCrc, checkNone, textCalcCrc},
+};
+
+const Row* rowOf(const TData& data)
+{
+    const QString word = param(data, key::cmd).toString();
+    for (const Row& row : rows) {
+        if (word == row.word)
+            return &row;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+TDevTools::TDevTools(const QString& name, const TData& data)
+    : IDevice(name)
+{
+    setDeviceData(data);
+}
+
+bool TDevTools::hasCommand(const QString& key) const
+{
+    return TCmdCode::isTools(key);
+}
+
+QStringList TDevTools::commandKeys() const
+{
+    return TCmdCode::toolsKeys();
+}
+
+void TDevTools::setDefaultParams(TData& data) const
+{
+    if (const Row* row = rowOf(data))
+        row->setDefaults(data);
+}
+
+QString TDevTools::commandTitle(const TData& data) const
+{
+    return cmdCode().name(param(data, key::cmd).toString());
+}
+
+QString TDevTools::paramsText(const TData& data, QWidget*) const
+{
+    const Row* row = rowOf(data);
+    return row ? row->text(data) : QString();
+}
+
+QWidget* TDevTools::createForm(const TData& data) const
+{
+    return formFactory() ? formFactory()->createForm(*this, data) : nullptr;
+}
+
+TData TDevTools::normalizeParams(const TData& data) const
+{
+    return IDevice::normalizeParams(data);
+}
+
+bool TDevTools::refreshParams(TData& data) const
+{
+    return IDevice::refreshParams(data);
+}
+
+bool TDevTools::checkParams(const TData& data) const
+{
+    const Row* row = rowOf(data);
+    return row && row->check(data);
+}
+
+bool TDevTools::checkDeviceParams(const TData& data) const
+{
+    return IDevice::checkDeviceParams(data);
+}
+
+bool TDevTools::setDeviceDefaults(TData& data) const
+{
+    return IDevice::setDeviceDefaults(data);
+}
+
+QWidget* TDevTools::createDeviceForm(const TData& data) const
+{
+    return IDevice::createDeviceForm(data);
+}
+
+QByteArray TDevTools::deviceParamBlock(const TData& data) const
+{
+    return IDevice::deviceParamBlock(data);
+}
+
+IDeviceExec* TDevTools::createExec(const TData& data) const
+{
+    return new TDevToolsExec(data);
+}
