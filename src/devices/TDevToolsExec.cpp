@@ -42,7 +42,7 @@ qint64 timeLeft(const QTimer& timer)
     return left;
 }
 
-void startTimer(QTimer& timer, qint64 ms)
+void startOnce(QTimer& timer, qint64 ms)
 {
     timer.setSingleShot(true);
     timer.setTimerType(Qt::PreciseTimer);
@@ -173,7 +173,7 @@ bool TDevToolsExec::runDelay(Run&)
 void TDevToolsExec::waitShort(qint64 ms)
 {
     QTimer timer;
-    startTimer(timer, ms);
+    startOnce(timer, ms);
     processEvents();
     while (ms >= 1 && timeLeft(timer) >= 1)
         processEvents();
@@ -182,7 +182,7 @@ void TDevToolsExec::waitShort(qint64 ms)
 void TDevToolsExec::waitLong(qint64 ms)
 {
     QTimer timer;
-    startTimer(timer, ms);
+    startOnce(timer, ms);
     qint64 sent = 0;
     for (;;) {
         processEvents();
