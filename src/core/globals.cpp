@@ -4,6 +4,7 @@
 #include "core/TCmdCode.h"
 #include "core/TDataPrj.h"
 #include "core/TLang.h"
+#include "devices/TDeviceList.h"
 
 // Objects of one translation unit are built in the order in which they stand here; across units there
 // would be no order. Nothing with a window-system handle, a timer or a thread may be a member of them.
@@ -13,6 +14,13 @@ TAppData theAppData;
 TDataPrj theProject;
 TLang theLang;
 TCmdCode theCmdCode;
+TDeviceList theDeviceList;
+
+/// The model knows no chip family: this is the one place where the two meet.
+[[maybe_unused]] const bool catalogueIsSet = [] {
+    theProject.setCatalogue(&theDeviceList);
+    return true;
+}();
 
 } // namespace
 
@@ -34,6 +42,11 @@ TLang& lang()
 TCmdCode& cmdCode()
 {
     return theCmdCode;
+}
+
+TDeviceList& deviceList()
+{
+    return theDeviceList;
 }
 
 QString langText(int id)
