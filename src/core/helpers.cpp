@@ -8,6 +8,20 @@
 #include <QSaveFile>
 #include <QStandardPaths>
 
+namespace {
+
+bool writeInPlace(const QString& file, const QByteArray& bytes, QString& error)
+{
+    QFile device(file);
+    if (!device.open(QIODevice::WriteOnly) || device.write(bytes) != bytes.size() || !device.flush()) {
+        error = device.errorString();
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
 QString fileInAppDir(const QString& suffix)
 {
     const QFileInfo exe(QCoreApplication::applicationFilePath());
@@ -78,6 +92,10 @@ QString desktopDir()
 
 bool writeFileSafely(const QString& file, const QByteArray& bytes, QString& error)
 {
+    const QFileInfo info(file);
+    // A device or a pipe is written to; putting a plain file in its place would destroy it.
+    if (info.exists() && !info.isFile())
+        return writeInPlace(file, bytes, error);
     QSaveFile device(file);
     device.setDirectWriteFallback(true);
     if (!device.open(QIODevice::WriteOnly) || device.write(bytes) != bytes.size() || !device.commit()) {

@@ -1,0 +1,157 @@
+#include "ui/window_helpers.h"
+
+#include "core/TAppData.h"
+#include "core/globals.h"
+#include "core/helpers.h"
+#include "core/platform.h"
+
+#include <QApplication>
+#include <QFontInfo>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScreen>
+#include <QSignalBlocker>
+#include <QStyle>
+#include <QStyleFactory>
+#include <QTableWidget>
+
+namespace {
+
+void showBox(QMessageBox::Icon icon, const QString& text, QWidget* parent)
+{
+    QMessageBox box(icon, QLatin1String(identity::shortName), text, QMessageBox::Ok, parent);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
+/// One axis: a start outside the screen becomes 0, and so does that of a length that does not fit.
+void fitAxis(int& start, int& length, int available)
+{
+    if (start < 0 || start >= available)
+        start = 0;
+    if (length > available) {
+        length = available;
+        start = 0;
+    }
+}
+
+/// Left, top, width and height held inside a screen, to whose corner they are relative.
+QRect fitted(const QRect& screen, int left, int top, int width, int height)
+{
+    fitAxis(left, width, screen.width());
+    fitAxis(top, height, screen.height());
+    return QRect(screen.left() + left, screen.top() + top, width, height);
+}
+
+QRect primaryScreen()
+{
+    return QGuiApplication::primaryScreen()->geometry();
+}
+
+/// Centred on area, but with the corner that is needed to move the window still on the screen.
+QRect centred(QRect place, const QRect& area, const QRect& screen)
+{
+    place.moveCenter(area.center());
+    place.moveTopLeft({qMax(place.left(), screen.left()), qMax(place.top(), screen.top())});
+    return place;
+}
+
+QFont configuredFont()
+{
+    QFont font = QApplication::font();
+    if (!appData().FontAppName.isEmpty())
+        font.setFamily(appData().FontAppName);
+    // A size from a hand-edited file; a font takes none below 1.
+    if (appData().FontAppSize > 0)
+        font.setPointSize(appData().FontAppSize);
+    return font;
+}
+
+} // namespace
+
+void msgInfo(const QString& text, QWidget* parent)
+{
+    showBox(QMessageBox::Information, text, parent);
+}
+
+void msgError(const QString& text, QWidget* parent)
+{
+    showBox(QMessageBox::Critical, text, parent);
+}
+
+bool msgAsk(const QString& text, QWidget* parent)
+{
+    QMessageBox box(QMessageBox::Question, QLatin1String(identity::shortName), text, QMessageBox::NoButton,
+                    parent);
+    box.setTextFormat(Qt::PlainText);
+    QPushButton* yes = box.addButton(langText(77), QMessageBox::YesRole);
+    box.setEscapeButton(box.addButton(langText(78), QMessageBox::NoRole));
+    box.setDefaultButton(yes);
+    box.exec();
+    return box.clickedButton() == yes;
+}
+
+bool openFolder(const QString& file)
+{
+    return platform::showFolder(absDir(file));
+}
+
+void placeOnScreen(QWidget* widget, bool centre, int left, int top, int width, int height)
+{
+    const QRect screen = primaryScreen();
+    const QRect place = fitted(screen, left, top, width, height);
+    widget->setGeometry(centre ? centred(place, screen, screen) : place);
+}
+
+void placeOnWindow(QWidget* widget, bool centre, int left, int top, int width, int height)
+{
+    const QWidget* window = QApplication::activeWindow();
+    if (!centre || !window) {
+        placeOnScreen(widget, centre, left, top, width, height);
+        return;
+    }
+    const QRect place = fitted(primaryScreen(), left, top, width, height);
+    widget->setGeometry(centred(place, window->frameGeometry(), window->screen()->geometry()));
+}
+
+void setStyle(const QString& name)
+{
+    if (QStyle* style = QStyleFactory::create(name))
+        QApplication::setStyle(style);
+}
+
+void applyStyleSettings()
+{
+    const QStringList known = QStyleFactory::keys();
+    if (!known.contains(appData().Style) && !known.isEmpty())
+        appData().Style = known.first();
+    setStyle(appData().Style);
+}
+
+void applyFontSettings()
+{
+    const QFont font = configuredFont();
+    QApplication::setFont(font);
+    // The font itself knows no point size when it was given in pixels.
+    const QFontInfo info(font);
+    if (appData().FontMonoName.isEmpty())
+        appData().FontMonoName = font.family();
+    if (appData().FontMonoSize == 0)
+        appData().FontMonoSize = info.pointSize();
+}
+
+void moveTableRow(QTableWidget* table, int delta)
+{
+    const int from = table->currentRow();
+    const qint64 to = static_cast<qint64>(from) + delta;
+    if (from < 0 || to < 0 || to >= table->rowCount())
+        return;
+    const QSignalBlocker blocker(table);
+    const int target = static_cast<int>(to);
+    for (int column = 0; column < table->columnCount(); ++column) {
+        QTableWidgetItem* moved = table->takeItem(from, column);
+        table->setItem(from, column, table->takeItem(target, column));
+        table->setItem(target, column, moved);
+    }
+    table->setCurrentCell(target, table->currentColumn());
+}

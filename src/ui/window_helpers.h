@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+
+class QTableWidget;
+class QWidget;
+
+// What windows and dialogs share. Main thread.
+
+/// Modal boxes with the program's name as title. The texts are shown as they are, never as markup.
+void msgInfo(const QString& text, QWidget* parent);
+void msgError(const QString& text, QWidget* parent);
+/// True if Yes, the default button, was pressed; closing the box means No.
+[[nodiscard]] bool msgAsk(const QString& text, QWidget* parent);
+
+/// Shows the folder of a file in the file manager; false, without a box, when the folder is gone.
+bool openFolder(const QString& file);
+
+/// Gives the widget this place and size, held inside the primary screen; centred there if wanted.
+void placeOnScreen(QWidget* widget, bool centre, int left, int top, int width, int height);
+/// The same, but centred on the active window; without one, on the primary screen.
+void placeOnWindow(QWidget* widget, bool centre, int left, int top, int width, int height);
+
+/// Applies a style by its name; an unknown name changes nothing.
+void setStyle(const QString& name);
+/// Applies the style of the settings, and puts the first style that there is in the place of one
+/// that is unknown.
+void applyStyleSettings();
+/// Makes the font of the settings that of the application, and lets an empty font for tables and logs
+/// follow it.
+void applyFontSettings();
+
+/// Swaps the current row with the one delta rows away, if there is one, and makes that row current.
+/// The table emits nothing.
+void moveTableRow(QTableWidget* table, int delta);
