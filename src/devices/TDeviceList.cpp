@@ -2,6 +2,7 @@
 
 #include "core/IDevice.h"
 #include "core/keys.h"
+#include "devices/TDev25.h"
 #include "devices/TDevProg.h"
 #include "devices/TDevTools.h"
 #include "link/line_rules.h"
@@ -112,7 +113,9 @@ private:
 } // namespace
 
 TDeviceList::TDeviceList()
-    : m_factories{{dev_class::tools, make<TDevTools>}, {dev_class::prog, make<TDevProg>}}
+    : m_factories{{dev_class::tools, make<TDevTools>},
+                  {dev_class::prog, make<TDevProg>},
+                  {dev_class::dev25, make<TDev25>}}
 {
 }
 

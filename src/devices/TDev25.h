@@ -1,0 +1,28 @@
+#pragma once
+
+#include "devices/TFamilyDevice.h"
+
+/// Serial NOR flash on SPI: what its commands are. All that differs between chips is in their descriptions.
+class TDev25 : public TFamilyDevice
+{
+    Q_OBJECT
+
+public:
+    TDev25(const QString& name, const TData& description);
+
+    /// The family's commands.
+    static const TCommandTable& commands();
+    /// Number of security registers of a chip, 256 bytes each.
+    static int securityRegisters(const IDevice& device);
+
+    void setDefaultParams(TData& data) const override;
+    QString paramsText(const TData& data, QWidget* openForm) const override;
+    TFormSpec formSpec(const TData& data) const override;
+    TData normalizeParams(const TData& data) const override;
+    QByteArray deviceParamBlock(const TData& data) const override;
+    IDeviceExec* createExec(const TData& data) const override;
+
+private:
+    TFormSpec blocksSpec() const;
+    TFormSpec securitySpec(const TData& data) const;
+};

@@ -1,0 +1,414 @@
+#include "devices/TFamilyExec.h"
+
+#include "core/IDevice.h"
+#include "core/TDataCmd.h"
+#include "core/TDataPrj.h"
+#include "core/globals.h"
+#include "core/helpers.h"
+#include "core/keys.h"
+#include "devices/signatureName.h"
+#include "formats/TFormat.h"
+#include "link/TProg.h"
+#include "link/TSerialPort.h"
+#include "misc/TNormCmdParam.h"
+#include "misc/dev_misc.h"
+
+#include <QtEndian>
+
+namespace {
+
+constexpr char source[] = "devices/TFamilyExec";
+constexpr quint8 opLeave = 1;
+constexpr quint8 opSetClock = 2;
+constexpr quint8 erasedByte = 0xFF;
+constexpr int textMissingSize = 424;
+constexpr int textOutside = 425;
+constexpr int textNoFileData = 427;
+
+/// base + offset, held at the largest number: addresses of a hand-edited project may be anything.
+qint64 addHeld(qint64 base, qint64 offset)
+{
+    constexpr qint64 max = std::numeric_limits<qint64>::max();
+    return offset > 0 && base > max - offset ? max : base + offset;
+}
+
+} // namespace
+
+TFamilyExec::TFamilyExec(const TData& data, const TCommandTable& table)
+    : IDeviceExec(data)
+    , m_table(table)
+{
+}
+
+bool TFamilyExec::execute(TSerialPort* port, bool&, int&, int&)
+{
+    const TCommandRow* row = m_table.find(m_cmdData.value(key::cmd).toString());
+    return row && begin(port) && run(*row);
+}
+
+bool TFamilyExec::begin(TSerialPort* port)
+{
+    if (!portGuard(port))
+        return false;
+    const TDataCmd* command = project().cmdById(param(key::id_cmd).toInt());
+    m_device = command ? command->family() : nullptr;
+    const TProg* prog = command ? command->prog() : nullptr;
+    if (!m_device || !prog)
+        return fail();
+    m_port = port;
+    m_chip = m_device->deviceData();
+    quint16 bytes = 0;
+    prog->maxData(bytes);
+    m_maxData = bytes;
+    return true;
+}
+
+bool TFamilyExec::run(const TCommandRow& row)
+{
+    switch (row.shape) {
+    case Shape::Clock:
+        return setClock();
+    case Shape::Leave:
+        return leave();
+    case Shape::Ident:
+        return ident();
+    case Shape::Char:
+        return runChar(memory(row.area), row.action);
+    case Shape::Data:
+        return runData(memory(row.area), row.action);
+    case Shape::File:
+        return runFile(memory(row.area), row.action);
+    case Shape::Plain:
+        return row.action == Action::TestEmpty ? verifyAll(memory(row.area), erasedByte) : runOwn(row);
+    case Shape::Pins:
+    case Shape::Blocks:
+    case Shape::Register:
+    case Shape::RegisterMask:
+        return runOwn(row);
+    case Shape::Separator:
+        break;
+    }
+    return fail();
+}
+
+QVariant TFamilyExec::param(const QString& key, int line) const
+{
+    return getParam(source, line, m_cmdData, key);
+}
+
+QVariant TFamilyExec::chip(const QString& key, int line) const
+{
+    return getParam(source, line, m_chip, key);
+}
+
+int TFamilyExec::alg(const QString& key, int line) const
+{
+    return chip(key, line).toInt();
+}
+
+bool TFamilyExec::send(quint8 opcode, const QByteArray& payload)
+{
+    QByteArray data = payload;
+    return sendChecked(m_port, opcode, data);
+}
+
+bool TFamilyExec::request(quint8 opcode, const QByteArray& payload, QByteArray& reply)
+{
+    reply = payload;
+    return sendChecked(m_port, opcode, reply);
+}
+
+bool TFamilyExec::failMissingSize()
+{
+    return fail(langText(textMissingSize));
+}
+
+bool TFamilyExec::failOutside()
+{
+    return fail(langText(textOutside));
+}
+
+bool TFamilyExec::setClock()
+{
+    QByteArray level(4, Qt::Uninitialized);
+    qToLittleEndian(quint32(execClk(m_cmdData)), level.data());
+    return send(opSetClock, level);
+}
+
+bool TFamilyExec::leave()
+{
+    return send(opLeave, leavePayload(param(key::id_cmd).toInt(), m_device->hasReset()));
+}
+
+bool TFamilyExec::readSignature(QByteArray&)
+{
+    return fail();
+}
+
+bool TFamilyExec::readSignatureText(TSerialPort* port, QString& id)
+{
+    QByteArray bytes;
+    if (!begin(port) || !readSignature(bytes))
+        return false;
+    id = bytesToHex(bytes);
+    return true;
+}
+
+bool TFamilyExec::ident()
+{
+    QByteArray bytes;
+    if (!readSignature(bytes))
+        return false;
+    if (bytes == hexToBytes(chip(key::signature).toString()))
+        return true;
+    const QString id = bytesToHex(bytes);
+    return fail(QStringLiteral("Read signature: %1 (%2)")
+                    .arg(id, signatureName(absDir(chip(key::dev_file).toString()), id)));
+}
+
+bool TFamilyExec::compareRegisters(const QByteArray& read, const QString& text)
+{
+    const QString data = param(key::data).toString();
+    const QString readText = bytesToHex(read);
+    return readText == data || fail(text.arg(data, readText));
+}
+
+// Ranges.
+
+bool TFamilyExec::canWork(const TMemory& memory, const TPieces& pieces)
+{
+    return (pieces.isValid() && memory.region.size >= 1) || failMissingSize();
+}
+
+TFamilyExec::Loop TFamilyExec::forPieces(const TPieces& pieces, qint64 first, qint64 last,
+                                         TProgress& progress, qint64 total, const Piece& use)
+{
+    qint64 addr = first;
+    while (const qint64 n = pieces.at(addr, last)) {
+        if (!use(addr, n))
+            return Loop::Failed;
+        addr += n;
+        if (reportProgress(progress, addr, total))
+            return Loop::Stopped;
+    }
+    return Loop::Done;
+}
+
+bool TFamilyExec::readPiece(const TMemory& memory, qint64 addr, qint64 n, QByteArray& bytes)
+{
+    if (!memory.read(addr, int(n), bytes))
+        return false;
+    return bytes.size() == n || fail();
+}
+
+bool TFamilyExec::compare(qint64 addr, const QByteArray& expected, const QByteArray& read)
+{
+    if (read == expected)
+        return true;
+    const auto differing = std::mismatch(expected.begin(), expected.end(), read.begin(), read.end());
+    return fail(textCompare(addr + (differing.first - expected.begin()), quint8(*differing.first),
+                            quint8(*differing.second)));
+}
+
+TFamilyExec::Loop TFamilyExec::verifyPieces(const TMemory& memory, qint64 first, qint64 last,
+                                            TProgress& progress, qint64 total, const Bytes& bytes)
+{
+    return forPieces(memory.reads, first, last, progress, total, [&](qint64 addr, qint64 n) {
+        QByteArray read;
+        return readPiece(memory, addr, n, read) && compare(addr, bytes(addr, n), read);
+    });
+}
+
+TFamilyExec::Loop TFamilyExec::writePieces(const TMemory& memory, qint64 first, qint64 last,
+                                           TProgress& progress, qint64 total, const Bytes& bytes)
+{
+    return forPieces(memory.writes, first, last, progress, total,
+                     [&](qint64 addr, qint64 n) { return memory.write(addr, bytes(addr, n)); });
+}
+
+bool TFamilyExec::writeRange(const TMemory& memory, qint64 first, qint64 last, const Bytes& bytes)
+{
+    if (!canWork(memory, memory.writes))
+        return false;
+    if (first <= last && !memory.canWrite(first, last))
+        return failOutside();
+    TProgress progress;
+    return writePieces(memory, first, last, progress, last, bytes) != Loop::Failed;
+}
+
+bool TFamilyExec::verifyRange(const TMemory& memory, qint64 first, qint64 last, const Bytes& bytes)
+{
+    if (!canWork(memory, memory.reads))
+        return false;
+    if (first < 0)
+        return failOutside();
+    TProgress progress;
+    return verifyPieces(memory, first, last, progress, last, bytes) != Loop::Failed;
+}
+
+TFamilyExec::Bytes TFamilyExec::constant(quint8 value)
+{
+    return [value](qint64, qint64 n) { return QByteArray(int(n), char(value)); };
+}
+
+bool TFamilyExec::verifyAll(const TMemory& memory, quint8 value)
+{
+    return verifyRange(memory, memory.region.begin, memory.last(), constant(value));
+}
+
+bool TFamilyExec::writeAll(const TMemory& memory, quint8 value)
+{
+    return writeRange(memory, memory.region.begin, memory.last(), constant(value));
+}
+
+bool TFamilyExec::runChar(const TMemory& memory, Action action)
+{
+    qint64 first = 0;
+    qint64 last = 0;
+    quint8 fill = 0;
+    execChar(m_cmdData, first, last, fill);
+    return action == Action::Write ? writeRange(memory, first, last, constant(fill))
+                                   : verifyRange(memory, first, last, constant(fill));
+}
+
+bool TFamilyExec::runData(const TMemory& memory, Action action)
+{
+    qint64 first = 0;
+    qint64 last = 0;
+    QByteArray data;
+    QString text;
+    execData(m_cmdData, first, last, data, text);
+    const Bytes bytes = [&](qint64 addr, qint64 n) { return data.mid(int(addr - first), int(n)); };
+    if (action == Action::Read)
+        return readData(memory, first, last, text);
+    return action == Action::Write ? writeRange(memory, first, last, bytes)
+                                   : verifyRange(memory, first, last, bytes);
+}
+
+bool TFamilyExec::readData(const TMemory& memory, qint64 first, qint64 last, const QString& pattern)
+{
+    if (!canWork(memory, memory.reads))
+        return false;
+    if (first < 0)
+        return failOutside();
+    QByteArray all;
+    TProgress progress;
+    const Loop loop = forPieces(memory.reads, first, last, progress, last, [&](qint64 addr, qint64 n) {
+        QByteArray read;
+        if (!readPiece(memory, addr, n, read))
+            return false;
+        all.append(read);
+        return true;
+    });
+    if (loop == Loop::Failed)
+        return false;
+    storeResult(bytesToHexLike(pattern, all));
+    return true;
+}
+
+// Files.
+
+bool TFamilyExec::runFile(const TMemory& memory, Action action)
+{
+    switch (action) {
+    case Action::Read:
+        return readFile(memory);
+    case Action::Write:
+        return writeFile(memory);
+    case Action::Verify:
+        return verifyFile(memory);
+    case Action::None:
+    case Action::TestEmpty:
+        break;
+    }
+    return fail();
+}
+
+bool TFamilyExec::readFile(const TMemory& memory)
+{
+    if (!canWork(memory, memory.reads))
+        return false;
+    qint64 fileAddr = 0;
+    qint64 first = 0;
+    qint64 last = 0;
+    QString path;
+    QString format;
+    execFile(m_cmdData, fileAddr, first, last, path, format);
+    if (first < 0)
+        return failOutside();
+    TFormat file(format, path, fileAddr, first, last, memory.reads.chunk);
+    bool isOpen = false;
+    const auto open = [&] { return isOpen || (isOpen = file.open(1)) || fail(file.errorText()); };
+    TProgress progress;
+    const Loop loop = forPieces(memory.reads, first, last, progress, last, [&](qint64 addr, qint64 n) {
+        QByteArray read;
+        // Opening empties an older file: only once the chip has answered.
+        if (!readPiece(memory, addr, n, read) || !open())
+            return false;
+        return file.write(fileAddr + (addr - first), read) || fail(file.errorText());
+    });
+    return loop != Loop::Failed && open() && (file.close() || fail());
+}
+
+bool TFamilyExec::writeFile(const TMemory& memory)
+{
+    const FilePiece use = [&](qint64 addr, const QByteArray& bytes, TProgress& progress, qint64 total) {
+        const Bytes part = [&](qint64 from, qint64 n) { return bytes.mid(int(from - addr), int(n)); };
+        return writePieces(memory, addr, addr + bytes.size() - 1, progress, total, part);
+    };
+    return fileToChip(memory, memory.writes, memory.lastWritable(), use);
+}
+
+bool TFamilyExec::verifyFile(const TMemory& memory)
+{
+    const FilePiece use = [&](qint64 addr, const QByteArray& bytes, TProgress& progress, qint64 total) {
+        const Bytes part = [&](qint64 from, qint64 n) { return bytes.mid(int(from - addr), int(n)); };
+        return verifyPieces(memory, addr, addr + bytes.size() - 1, progress, total, part);
+    };
+    return fileToChip(memory, memory.reads, memory.last(), use);
+}
+
+bool TFamilyExec::fileToChip(const TMemory& memory, const TPieces& pieces, qint64 lastAllowed,
+                             const FilePiece& use)
+{
+    if (!canWork(memory, pieces))
+        return false;
+    qint64 fileAddr = 0;
+    qint64 first = 0;
+    qint64 last = 0;
+    QString path;
+    QString format;
+    execFile(m_cmdData, fileAddr, first, last, path, format);
+    TFormat file(format, path, fileAddr, first, last, pieces.chunk);
+    if (!file.open(0))
+        return fail(file.errorText());
+
+    // A record of a file is handed out whole, also where it runs over the end of the range. A format
+    // that holds addresses of its own counts that end in the file.
+    const qint64 lastWanted = qMax(last, addHeld(fileAddr, last - first));
+    TProgress progress;
+    bool gotData = false;
+    for (qint64 addr = first;;) {
+        QByteArray bytes;
+        if (!file.read(addr, bytes))
+            return fail(file.errorText());
+        if (bytes.isEmpty())
+            break;
+        gotData = true;
+        if (addr < qMax<qint64>(memory.region.begin, 0) || addr > lastAllowed)
+            return failOutside();
+        if (addr > lastWanted)
+            break;
+        const qint64 next = addr + bytes.size();
+        bytes.truncate(int(qMin<qint64>(bytes.size(), qMin(lastAllowed, lastWanted) - addr + 1)));
+        const Loop loop = use(addr, bytes, progress, last);
+        if (loop == Loop::Failed)
+            return false;
+        if (loop == Loop::Stopped)
+            break;
+        addr = next;
+    }
+    if (!gotData)
+        emit signalEventText(ceWork, langText(textNoFileData).arg(param(key::file).toString()));
+    return file.close() || fail();
+}
