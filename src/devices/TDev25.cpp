@@ -147,12 +147,12 @@ TFormSpec TDev25::securitySpec(const TData& data) const
 TData TDev25::normalizeParams(const TData& data) const
 {
     TData result = TFamilyDevice::normalizeParams(data);
-    // The generated form gives hexadecimal text; the command keeps the mask as a number.
-    if (const TDataCmd* command = project().cmdById(data.value(key::id_cmd).toInt())) {
-        const TCommandRow* row = commands().find(command->cmd());
-        if (row && row->shape == Shape::RegisterMask && data.contains(key::data))
-            result.insert(key::data, fromHex(data.value(key::data).toString()));
-    }
+    // An edit carries no key word; the generated form gives hexadecimal text where the command keeps the
+    // mask as a number.
+    const TDataCmd* command = project().cmdById(data.value(key::id_cmd).toInt());
+    const TCommandRow* row = command ? commands().find(command->cmd()) : nullptr;
+    if (row && row->shape == Shape::RegisterMask && data.contains(key::data))
+        result.insert(key::data, fromHex(data.value(key::data).toString()));
     return result;
 }
 

@@ -268,6 +268,11 @@ bool TFamilyDevice::checkParams(const TData& data) const
     return true;
 }
 
+bool TFamilyDevice::checkDeviceParams(const TData& data) const
+{
+    return IDevice::checkDeviceParams(data);
+}
+
 bool TFamilyDevice::setDeviceDefaults(TData& data) const
 {
     defaultClk(data, section());

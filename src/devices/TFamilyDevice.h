@@ -20,6 +20,7 @@ public:
     TData normalizeParams(const TData& data) const override;
     bool refreshParams(TData& data) const override;
     bool checkParams(const TData& data) const override;
+    bool checkDeviceParams(const TData& data) const override;
     bool setDeviceDefaults(TData& data) const override;
     QWidget* createDeviceForm(const TData& data) const override;
 
