@@ -190,14 +190,7 @@ void TSpiNorChip::readId(const Bytes& /*sent*/, Bytes& out) const
 
 void TSpiNorChip::readMemory(const Bytes& sent, Bytes& out) const
 {
-    std::size_t address = addressOf(sent) % cells.size();
-    std::size_t done = 0;
-    while (done < out.size()) {
-        const std::size_t part = std::min(out.size() - done, cells.size() - address);
-        std::copy_n(cells.begin() + std::ptrdiff_t(address), part, out.begin() + std::ptrdiff_t(done));
-        done += part;
-        address = 0;
-    }
+    copyAround(cells, addressOf(sent) % cells.size(), out.data(), out.size());
 }
 
 void TSpiNorChip::readStatus(const Bytes& sent, Bytes& out) const

@@ -1,5 +1,7 @@
 #include "chips/families.h"
 
+#include "chips/TAvrFamily.h"
+#include "chips/TI2cFamily.h"
 #include "chips/TSpiFlashFamily.h"
 
 #include <algorithm>
@@ -18,7 +20,9 @@ struct TRow
     std::unique_ptr<IChipFamily> (*make)(const TSocket*);
 };
 
-const TRow rows[] = {{"Dev25", "size", make<TSpiFlashFamily>}};
+const TRow rows[] = {{"Dev25", "size", make<TSpiFlashFamily>},
+                     {"Dev24", "size", make<TI2cFamily>},
+                     {"DevAVR8_SPI", "flash_size", make<TAvrFamily>}};
 
 } // namespace
 
