@@ -220,9 +220,11 @@ bool TSerialPort::readAvailable(QByteArray& frame)
 {
     if (m_port->bytesAvailable() == 0 && !m_port->waitForReadyRead(static_cast<int>(m_timeout)))
         return false;
-    const QByteArray bytes = m_port->readAll();
-    frame.append(bytes);
-    return !bytes.isEmpty();
+    const int had = frame.size();
+    frame.resize(had + static_cast<int>(m_port->bytesAvailable()));
+    const qint64 got = m_port->read(frame.data() + had, frame.size() - had);
+    frame.truncate(had + static_cast<int>(qMax<qint64>(got, 0)));
+    return got > 0;
 }
 
 bool TSerialPort::failOnWire()
