@@ -1,0 +1,141 @@
+#include "exec/RunBench.h"
+
+#include "core/TAppData.h"
+#include "core/TDataPrj.h"
+#include "core/TLang.h"
+#include "core/globals.h"
+#include "core/keys.h"
+#include "devices/TDeviceList.h"
+
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFile>
+#include <QTimer>
+
+RecordingView::RecordingView(int id_cfg, QList<LogEvent>* log, const Hook* hook)
+    : m_idCfg(id_cfg)
+    , m_log(log)
+    , m_hook(hook)
+{
+}
+
+void RecordingView::slotExecEventText(TCodeExec code, QString text1, QString text2)
+{
+    m_log->append({m_idCfg, code, text1, text2});
+    if (*m_hook)
+        (*m_hook)(m_log->last());
+}
+
+void RecordingView::slotExecEventProc(int procent)
+{
+    percents.append(procent);
+}
+
+RunBench::RunBench()
+{
+    registerMetaTypes();
+    lang().load(QStringLiteral(VM_DATA_DIR "/language/eng.lng"));
+    appData() = TAppData();
+    appData().PathDevices = QStringLiteral(VM_DATA_DIR "/devices");
+    appData().PathProgs = m_dir.path();
+    writeProgrammerFile();
+    appData().progTypes.append(QStringLiteral("Simulator"), QStringLiteral("simulator.cfg"));
+    project().reset();
+    project().setFile(folder() + QStringLiteral("/bench.prj"));
+    project().fromData(
+        {{key::prj_file, folder() + QStringLiteral("/bench.prj")}, {key::work_path, folder()}});
+    m_control = std::make_unique<TRunControl>([this](int id) { return &view(id); });
+}
+
+// The shipped description, but with a short patience, so that silence costs a test no seconds.
+void RunBench::writeProgrammerFile() const
+{
+    QFile shipped(QStringLiteral(VM_DATA_DIR "/progs/simulator.cfg"));
+    QFile ours(m_dir.filePath(QStringLiteral("simulator.cfg")));
+    if (shipped.open(QIODevice::ReadOnly) && ours.open(QIODevice::WriteOnly))
+        ours.write(shipped.readAll().replace("TimeOut=5000", "TimeOut=400"));
+}
+
+RunBench::~RunBench()
+{
+    m_control->stopAll();
+    waitIdle();
+    m_control.reset();
+    project().reset();
+}
+
+QString RunBench::folder() const
+{
+    return m_dir.path();
+}
+
+void RunBench::addProgrammer(const QString& alias, const QString& port)
+{
+    appData().progNames.append(alias, true, port, QStringLiteral("Simulator"));
+}
+
+int RunBench::addCfg(const QString& name)
+{
+    return project().addCfg(name, QString(), -1);
+}
+
+int RunBench::addCmd(int id_cfg, const QString& word, const QVariantList& keyValues)
+{
+    TData data{{key::id_cfg, id_cfg}, {key::status, 1}, {key::cmd, word}};
+    for (int i = 0; i + 1 < keyValues.size(); i += 2)
+        data.insert(keyValues.at(i).toString(), keyValues.at(i + 1));
+    return project().addCmd(data, -1);
+}
+
+void RunBench::addLink(int id_cfg, const QString& alias, const QString& chip)
+{
+    addCmd(id_cfg, cmd::set_prog, {key::prog, alias, key::alt_enabled, false, key::alt_port, QString()});
+    if (!chip.isEmpty()) {
+        addCmd(id_cfg, cmd::set_device,
+               {key::device, chip, key::file, TDeviceList::deviceFiles().value(chip), key::clk, 4000000});
+    }
+}
+
+void RunBench::bind()
+{
+    project().bindAll();
+    project().markMadeFor();
+    project().normalizeAll();
+    project().validateAll();
+}
+
+bool RunBench::run(const QList<int>& ids, int timeoutMs)
+{
+    for (int id : ids)
+        m_control->start(id);
+    return waitIdle(timeoutMs);
+}
+
+bool RunBench::waitIdle(int timeoutMs)
+{
+    if (m_control->isIdle())
+        return true;
+    QEventLoop loop;
+    QObject::connect(m_control.get(), &TRunControl::signalIdle, &loop, &QEventLoop::quit);
+    QTimer::singleShot(timeoutMs, &loop, &QEventLoop::quit);
+    loop.exec();
+    return m_control->isIdle();
+}
+
+RecordingView& RunBench::view(int id_cfg)
+{
+    std::unique_ptr<RecordingView>& view = m_views[id_cfg];
+    if (!view)
+        view = std::make_unique<RecordingView>(id_cfg, &m_log, &m_hook);
+    return *view;
+}
+
+QStringList RunBench::texts(TCodeExec code) const
+{
+    QStringList list;
+    for (const LogEvent& event : m_log) {
+        if (event.code == code)
+            list.append(event.text1);
+    }
+    return list;
+}
