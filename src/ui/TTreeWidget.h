@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QTreeWidget>
+
+/// A tree whose nodes can be counted: depth first, parents before their children, as the list file has them.
+class TTreeWidget : public QTreeWidget
+{
+    Q_OBJECT
+
+public:
+    explicit TTreeWidget(QWidget* parent = nullptr);
+
+    /// All nodes in that order.
+    QList<QTreeWidgetItem*> nodes() const;
+    /// Index of the current node; -1 with none.
+    int indexOfSelected() const;
+    /// Makes the node current; nothing for an index that no node has.
+    void selectByIndex(int index);
+
+signals:
+    /// Nodes have been moved by drag and drop.
+    void signalDropped();
+
+protected:
+    void dropEvent(QDropEvent* event) override;
+};

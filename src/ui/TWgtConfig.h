@@ -1,0 +1,71 @@
+#pragma once
+
+#include "core/types.h"
+#include "exec/IRunView.h"
+
+#include <QPointer>
+#include <QWidget>
+
+class QSplitter;
+class TWgtCmdList;
+class TWgtLogExec;
+
+/// One tab: the command table, and beside or below it one of three pages: description, parameter form, log.
+class TWgtConfig : public QWidget, public IRunView
+{
+    Q_OBJECT
+
+public:
+    /// The pages, in the order of the view menu.
+    enum Page { PageDescription, PageParam, PageExec };
+
+    TWgtConfig(int id_cfg, const QString& description, QWidget* parent = nullptr);
+    ~TWgtConfig() override;
+
+    int idCfg() const;
+    TWgtCmdList* cmdList() const { return m_cmdList; }
+    TWgtLogExec* logExec() const { return m_log; }
+    /// The form of the current command; null with none.
+    QWidget* form() const { return m_form; }
+    void setPage(Page page);
+    Page page() const;
+    /// Horizontal: commands and page side by side.
+    void setOrientation(bool horizontal);
+    void setSplitterSizes(const TSplitterPos& sizes);
+    void fill();
+    void refreshAll();
+    void refreshRow(int id_cmd);
+    /// Builds the form of the current command anew, after something that it shows has changed.
+    void refreshForm();
+    /// Stores what stands in a field that has the focus, as leaving it would.
+    void commitEdit();
+    void reloadColors();
+
+    // IRunView
+    QObject* receiver() override;
+    void runBegins() override;
+    void runEnded() override;
+
+signals:
+    void signalSetViewParamCmd();
+    void signalSplitterMoved(TSplitterPos sizes);
+    void signalSelectCmd(int id_cfg, int id_cmd);
+    void signalContextMenuRequested(QPoint pos);
+
+public slots:
+    void slotExecEventText(TCodeExec code, QString text1, QString text2);
+    void slotExecEventText(TCodeExec code, QString text1);
+    void slotExecEventProc(int procent);
+    void slotSplitterMoved();
+    void slotSelectCmd(int id_cmd);
+    void slotSelectCmdClick();
+    void slotEnabledCmd(int id_cmd, bool status);
+    void slotChangedCmdParam(TData param);
+    void slotPrjDescChanged();
+
+private:
+    // See TWgtConfig.cpp.
+    TWgtCmdList* m_cmdList = nullptr;
+    TWgtLogExec* m_log = nullptr;
+    QPointer<QWidget> m_form;
+};

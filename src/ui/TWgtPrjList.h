@@ -1,0 +1,88 @@
+#pragma once
+
+#include <QFrame>
+#include <QIcon>
+
+class QLineEdit;
+class QPushButton;
+class QTreeWidgetItem;
+class TTreeWidget;
+class TWgtLabelElided;
+
+/// The left panel: the tree of projects of one project list, with its name and a filter. Main thread.
+class TWgtPrjList : public QFrame
+{
+    Q_OBJECT
+
+public:
+    /// Where a new node goes.
+    enum Place {
+        Sibling, ///< directly below the current node, same parent
+        Child    ///< last child of the current node
+    };
+    /// What happens to the file of a new node.
+    enum Mode {
+        Create, ///< a new project is written; an existing file is taken as it is
+        Add,    ///< the file is not touched
+        Paste   ///< the content is written; fails when the file exists
+    };
+
+    explicit TWgtPrjList(QWidget* parent = nullptr);
+    ~TWgtPrjList() override;
+
+    /// Reads a list; a relative file is taken against the folder of projects. expandMode is
+    /// /Interface/PrjListExpand. False with errorText() or statusText(), the tree is empty then.
+    bool load(const QString& name, const QString& file, int expandMode);
+    bool isLoaded() const;
+    QString statusText() const;
+    QString errorText() const;
+    /// Writes the list if a list is loaded and its bytes differ from the file. False with errorText().
+    [[nodiscard]] bool save(const QString& path);
+
+    QString listName() const;
+    /// Absolute; empty when no list was ever loaded.
+    QString listFile() const;
+    /// Folder that the nodes' relative files are taken against.
+    QString listFolder() const;
+
+    void setTitleVisible(bool visible);
+    void setFilterVisible(bool visible);
+    /// The tree lets nodes be moved by drag and drop.
+    void dragMode(bool on);
+
+    bool hasNode() const;
+    bool nodeHasChildren() const;
+    QString nodeName() const;
+    /// As the list holds it; empty for a group.
+    QString nodeFile() const;
+    /// nodeFile made absolute; empty for a group.
+    QString nodePath() const;
+    void setCurrentNode(const QString& name, const QString& file);
+    /// Makes a node and makes it current, which opens its project. False when the file could not be
+    /// written or, for a paste, exists; then there is no node and errorText() tells why.
+    [[nodiscard]] bool insertNode(const QString& name, const QString& file, Mode mode, Place place,
+                                  const QByteArray& content = {});
+    /// Removes the current node and all below it; the files stay.
+    void deleteNode();
+    void deleteChildren();
+
+    int indexOfSelected() const;
+    void selectByIndex(int index);
+    /// Goes back to a node without opening its project: behind a refused switch.
+    void restoreCurrent(QTreeWidgetItem* item);
+    TTreeWidget* tree() const { return m_tree; }
+
+signals:
+    /// Absolute project file of the node that has become current; empty for a group.
+    void signalProjectSelect(QString project_file);
+    void signalContextMenuRequested(QPoint pos);
+
+public slots:
+    void slotFilterClear();
+    void slotFilterString(QString text);
+    void slotItemSelect(QTreeWidgetItem* item);
+
+private:
+    // Layout and state: see TWgtPrjList.cpp.
+    TTreeWidget* m_tree = nullptr;
+};
