@@ -1,0 +1,251 @@
+#include "support/BenchProject.h"
+
+#include "core/TAppData.h"
+#include "core/TDataCmd.h"
+#include "core/TDataPrj.h"
+#include "core/TLang.h"
+#include "core/globals.h"
+#include "core/keys.h"
+#include "devices/TDeviceList.h"
+#include "link/TSerialPort.h"
+
+#include <memory>
+
+namespace {
+
+class ChipExec : public IDeviceExec
+{
+public:
+    using IDeviceExec::IDeviceExec;
+
+    bool execute(TSerialPort*, bool&, int&, int&) override { return false; }
+
+    bool readChipId(TSerialPort* port, QString& id) override
+    {
+        QByteArray payload;
+        if (!port->exchange(3, payload)) {
+            m_errorText = port->errorString();
+            return false;
+        }
+        id = QString::fromLatin1(payload);
+        m_errorText = QStringLiteral("unreadable");
+        return id != QLatin1String("?");
+    }
+};
+
+constexpr char model[] = R"([Main]
+Interface=4660
+[Port]
+TimeOut=300
+[Protocol]
+MAX_DATA=64
+[PinType]
+I=true
+L=true
+H=true
+[Pins]
+1=1, CS
+2=1, SO
+3=0, GND
+4=1, SI
+[Reset]
+MIN=10
+MAX=1000
+DEF=-400
+[Vcc]
+MIN=1.8
+MAX=5
+DEF=3.3
+[Vpp]
+MIN=9
+MAX=13
+DEF=12
+[Icc]
+MIN=1
+MAX=200
+DEF=50
+[Ipp]
+MIN=1
+MAX=60
+DEF=20.5
+[Frequency]
+FQ_MIN=1000
+FQ_MAX=8000000
+FQ_DEF=1000000
+DT_MIN=10
+DT_MAX=90
+DT_DEF=50
+[CHIP]
+CLK_MIN=1000
+CLK_MAX=20000000
+CLK_DEF=1000000
+)";
+
+/// Every text is its number, with places for what is put in.
+QByteArray numberedTexts()
+{
+    QByteArray lines;
+    for (int i = 0; i < 430; ++i)
+        lines += "T" + QByteArray::number(i) + (i == 401 || i == 402 || i == 403 ? " %1\n" : "\n");
+    return lines;
+}
+
+} // namespace
+
+BenchChip::BenchChip(const QString& name, const TData& data)
+    : IDevice(name)
+{
+    setDeviceData(data);
+}
+
+bool BenchChip::hasCommand(const QString&) const
+{
+    return true;
+}
+
+QStringList BenchChip::commandKeys() const
+{
+    return {};
+}
+
+void BenchChip::setDefaultParams(TData&) const {}
+
+QString BenchChip::commandTitle(const TData&) const
+{
+    return {};
+}
+
+QString BenchChip::paramsText(const TData&, QWidget*) const
+{
+    return {};
+}
+
+QWidget* BenchChip::createForm(const TData&) const
+{
+    return nullptr;
+}
+
+TData BenchChip::normalizeParams(const TData& data) const
+{
+    return data;
+}
+
+bool BenchChip::refreshParams(TData&) const
+{
+    return false;
+}
+
+bool BenchChip::checkParams(const TData&) const
+{
+    return true;
+}
+
+bool BenchChip::checkDeviceParams(const TData&) const
+{
+    return deviceValue(QStringLiteral("good")).toBool();
+}
+
+bool BenchChip::setDeviceDefaults(TData&) const
+{
+    return false;
+}
+
+QWidget* BenchChip::createDeviceForm(const TData&) const
+{
+    return nullptr;
+}
+
+QByteArray BenchChip::deviceParamBlock(const TData&) const
+{
+    return QByteArray::fromHex(deviceValue(QStringLiteral("block")).toByteArray());
+}
+
+IDeviceExec* BenchChip::createExec(const TData& data) const
+{
+    return new ChipExec(data);
+}
+
+BenchProject::BenchProject()
+{
+    registerMetaTypes();
+    lang().load(m_dir.write(QStringLiteral("test.lng"), numberedTexts()));
+    appData().PathDevices = m_dir.path();
+    appData().PathProgs = m_dir.path();
+    appData().ProgDefault = 0;
+    appData().progTypes.append(QStringLiteral("Model"), QStringLiteral("model.cfg"));
+    setPort(QStringLiteral("no-such-port"));
+    setProg({});
+    project().setCatalogue(this);
+    project().setFile(m_dir.file(QStringLiteral("bench.prj")));
+    addCfg(QStringLiteral("First"));
+}
+
+BenchProject::~BenchProject()
+{
+    project().reset();
+    project().setCatalogue(&deviceList());
+    appData().progNames.clear();
+    appData().progTypes.clear();
+}
+
+void BenchProject::setPort(const QString& port)
+{
+    appData().progNames.append(QStringLiteral("bench"), true, port, QStringLiteral("Model"));
+}
+
+void BenchProject::setProg(const QByteArray& lines)
+{
+    static int version = 0;
+    // A settings file that changes within its time stamp is not read again: each gets a name of its own.
+    const QString name = QStringLiteral("model%1.cfg").arg(++version);
+    m_dir.write(name, QByteArray(model) + lines);
+    appData().progTypes.append(QStringLiteral("Model"), name);
+}
+
+int BenchProject::addCfg(const QString& name)
+{
+    m_cfg = project().addCfg(name, QString(), -1);
+    return m_cfg;
+}
+
+int BenchProject::add(const QString& word, const TData& params)
+{
+    TData data = params;
+    data[key::id_cfg] = m_cfg;
+    data[key::status] = true;
+    data[key::cmd] = word;
+    const int id = project().addCmd(data, -1);
+    project().bindAll();
+    return id;
+}
+
+void BenchProject::addProgAndChip()
+{
+    add(cmd::set_prog, {{key::prog, QStringLiteral("bench")}});
+    add(cmd::set_device, {{key::device, QStringLiteral("chip")}, {key::file, QStringLiteral("chip.dev")}});
+}
+
+TData BenchProject::data(int id_cmd) const
+{
+    return project().cmdById(id_cmd)->toData();
+}
+
+IDevice* BenchProject::create(const QString& name, const QString& file)
+{
+    return file.isEmpty() ? deviceList().create(name, file) : new BenchChip(name, m_chip);
+}
+
+BenchRun runCommand(const IDevice& device, int id_cmd, TSerialPort& port)
+{
+    BenchRun run;
+    const TDataCmd* command = project().cmdById(id_cmd);
+    run.cur_cfg = command->cfgId();
+    run.cur_cmd = id_cmd;
+    const std::unique_ptr<IDeviceExec> exec(device.createExec(command->toData()));
+    QObject::connect(exec.get(), &IDeviceExec::signalEventText, [&run](TCodeExec code, const QString& text) {
+        run.events.append(QStringLiteral("%1:%2").arg(QString::number(code), text));
+    });
+    run.ok = exec->execute(&port, run.exit, run.cur_cfg, run.cur_cmd);
+    run.errorText = exec->errorText();
+    return run;
+}

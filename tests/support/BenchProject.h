@@ -1,0 +1,80 @@
+#pragma once
+
+#include "core/IDevice.h"
+#include "core/IDeviceCatalogue.h"
+#include "devices/IDeviceExec.h"
+#include "support/TestDir.h"
+
+class TSerialPort;
+
+/// A chip that is nothing but its description. Its identification is the text that opcode 3 answers;
+/// "?" is a chip that cannot be read. The key "good" is the answer of checkDeviceParams, "block" the
+/// payload of the chip's selection as hexadecimal text.
+class BenchChip : public IDevice
+{
+    Q_OBJECT
+
+public:
+    BenchChip(const QString& name, const TData& data);
+
+    bool hasCommand(const QString& key) const override;
+    QStringList commandKeys() const override;
+    void setDefaultParams(TData& data) const override;
+    QString commandTitle(const TData& data) const override;
+    QString paramsText(const TData& data, QWidget* openForm) const override;
+    QWidget* createForm(const TData& data) const override;
+    TData normalizeParams(const TData& data) const override;
+    bool refreshParams(TData& data) const override;
+    bool checkParams(const TData& data) const override;
+    bool checkDeviceParams(const TData& data) const override;
+    bool setDeviceDefaults(TData& data) const override;
+    QWidget* createDeviceForm(const TData& data) const override;
+    QByteArray deviceParamBlock(const TData& data) const override;
+    IDeviceExec* createExec(const TData& data) const override;
+};
+
+/// The open project in a folder of its own, with one programmer model, the alias "bench" of it, and any
+/// chip that the description given to setChip makes. Everything is gone with the object; one at a time.
+class BenchProject : private IDeviceCatalogue
+{
+public:
+    BenchProject();
+    ~BenchProject() override;
+    BenchProject(const BenchProject&) = delete;
+    BenchProject& operator=(const BenchProject&) = delete;
+
+    /// Port of the alias.
+    void setPort(const QString& port);
+    /// Adds groups and keys to the description of the programmer model; before the first command.
+    void setProg(const QByteArray& lines);
+    /// The description of every chip that a command names; before the first command.
+    void setChip(const TData& description) { m_chip = description; }
+    const TestDir& dir() const { return m_dir; }
+
+    int addCfg(const QString& name);
+    /// Appends a checked command to the last configuration, binds all, gives its id.
+    int add(const QString& word, const TData& params = {});
+    /// set_prog with the alias, then set_device with the chip.
+    void addProgAndChip();
+    TData data(int id_cmd) const;
+
+private:
+    IDevice* create(const QString& name, const QString& file) override;
+
+    TestDir m_dir{TestDir::Empty};
+    TData m_chip;
+    int m_cfg = -1;
+};
+
+/// What came of one command.
+struct BenchRun
+{
+    bool ok = false;
+    bool exit = false;
+    int cur_cfg = -1;
+    int cur_cmd = -1;
+    QString errorText;
+    QStringList events; ///< "code:text"
+};
+/// Runs the command to its end on this thread with an executor of that device.
+BenchRun runCommand(const IDevice& device, int id_cmd, TSerialPort& port);
