@@ -5,6 +5,7 @@
 #include "core/TDataPrj.h"
 #include "core/globals.h"
 #include "core/keys.h"
+#include "devices/CalcCrc.h"
 #include "devices/run_process.h"
 #include "link/TProg.h"
 #include "link/TSerialPort.h"
@@ -292,5 +293,11 @@ bool TDevToolsExec::identify(TSerialPort* port, int& interfaceId)
 
 bool TDevToolsExec::runCalcCrc(Run&)
 {
-    return false;
+    CalcCrc calc(m_cmdData);
+    if (!calc.open())
+        return fail(calc.errorText());
+    TProgress progress;
+    const bool good = calc.run([&](qint64 pos, qint64 last) { return reportProgress(progress, pos, last); });
+    emit signalEventText(ceResult, calc.resultText());
+    return good ? calc.close() : fail(calc.errorText());
 }

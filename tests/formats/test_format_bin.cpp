@@ -43,6 +43,8 @@ void TestFormatBin::chunkSizes_data()
     row("negative block", 0, 1000, -1, 0);
     row("end of the number range", top - 1, top, 0x1000000, 2);
     row("all numbers", 0, top, top, top);
+    row("below 0", -10, 100, 16, 10);
+    row("from end to end", -top - 1, top, 16, 16);
 }
 
 void TestFormatBin::chunkSizes()

@@ -1,0 +1,110 @@
+#include "devices/CalcCrc.h"
+
+#include "core/TDataPrj.h"
+#include "core/globals.h"
+#include "core/helpers.h"
+#include "core/keys.h"
+#include "formats/ICRC.h"
+#include "formats/createCRC.h"
+#include "misc/TNormCmdParam.h"
+
+#include <limits>
+
+namespace {
+
+constexpr qint64 readBlock = 0x1000000;
+/// What is taken between two reports.
+constexpr qint64 reportBlock = 0x100000;
+
+QVariant param(const TData& data, const QString& key, int line = __builtin_LINE())
+{
+    return getParam("devices/CalcCrc", line, data, key);
+}
+
+/// The last address of the range; never the greatest number, so that the one behind it can be told.
+qint64 lastOfRange(qint64 addr, const TData& data)
+{
+    return qMin(lastAddress(addr, param(data, key::count).toLongLong()),
+                std::numeric_limits<qint64>::max() - 1);
+}
+
+} // namespace
+
+CalcCrc::CalcCrc(const TData& data)
+    : m_name(param(data, key::crc_name).toString())
+    , m_addr(param(data, key::addr).toLongLong())
+    , m_last(lastOfRange(m_addr, data))
+    , m_fill(static_cast<char>(param(data, key::fill).toInt()))
+    , m_pos(m_addr)
+    , m_format(param(data, key::format).toString().toLower(),
+               absFile(project().workPath(), param(data, key::file).toString()), m_addr, m_addr, m_last,
+               readBlock)
+{
+}
+
+CalcCrc::~CalcCrc() = default;
+
+bool CalcCrc::open()
+{
+    if (!m_format.open(0)) {
+        m_errorText = m_format.errorText();
+        return false;
+    }
+    m_crc.reset(createCRC(m_name));
+    return m_crc != nullptr;
+}
+
+bool CalcCrc::take(const char* bytes, qint64 n, const Report& report)
+{
+    while (n > 0) {
+        const qint64 part = qMin(n, reportBlock);
+        m_crc->update(bytes, part);
+        bytes += part;
+        n -= part;
+        m_pos += part;
+        if (report(m_pos, m_last))
+            return true;
+    }
+    return false;
+}
+
+bool CalcCrc::takeFill(qint64 n, const Report& report)
+{
+    if (n > 0 && m_padding.isEmpty())
+        m_padding.fill(m_fill, static_cast<int>(reportBlock));
+    for (; n > 0; n -= reportBlock) {
+        if (take(m_padding.constData(), qMin(n, reportBlock), report))
+            return true;
+    }
+    return false;
+}
+
+bool CalcCrc::run(const Report& report)
+{
+    QByteArray data;
+    while (m_pos <= m_last) {
+        qint64 addr = m_pos;
+        if (!m_format.read(addr, data)) {
+            m_errorText = m_format.errorText();
+            return false;
+        }
+        if (data.isEmpty())
+            addr = m_last + 1; // the file has no more: the rest of the range is a gap
+        if (takeFill(addr - m_pos, report))
+            break;
+        // The last record of a HEX file may go beyond the range.
+        if (take(data.constData(), qMin<qint64>(data.size(), m_last - addr + 1), report))
+            break;
+    }
+    return true;
+}
+
+QString CalcCrc::resultText()
+{
+    return QStringLiteral("%1: %2").arg(m_name, bytesToHex(m_crc->result()));
+}
+
+bool CalcCrc::close()
+{
+    return m_format.close();
+}
