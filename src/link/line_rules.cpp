@@ -37,7 +37,8 @@ QStringList readLines(const QString& file)
         logError(QStringLiteral("Error"), QStringLiteral("%1: too large for a list").arg(file));
         return {};
     }
-    return QString::fromUtf8(bytes).split(QLatin1Char('\n'));
+    // With its length: a NUL byte would end the text.
+    return QString::fromUtf8(bytes.constData(), bytes.size()).split(QLatin1Char('\n'));
 }
 
 void readPairs(const QString& file, const std::function<bool(const QString& key, const QString& value)>& fn)
