@@ -133,20 +133,9 @@ bool TDevProgExec::execute(TSerialPort* port, bool&, int& cur_cfg, int& cur_cmd)
     return false;
 }
 
-bool TDevProgExec::fail(const QString& text)
-{
-    m_errorText = text;
-    return false;
-}
-
-bool TDevProgExec::portGuard(TSerialPort* port)
-{
-    return port->isOpen() || fail(langText(392));
-}
-
 bool TDevProgExec::send(TSerialPort* port, quint8 opcode, QByteArray payload)
 {
-    return port->exchange(opcode, payload) || fail(port->errorString());
+    return sendChecked(port, opcode, payload);
 }
 
 bool TDevProgExec::runSetDevice(TSerialPort* port)

@@ -18,8 +18,7 @@ signals:
     void signalExecuteFromCmd(int id_cfg);
 
 private:
-    bool fail(const QString& text);
-    bool portGuard(TSerialPort* port);
+    /// One exchange whose reply does not matter.
     bool send(TSerialPort* port, quint8 opcode, QByteArray payload);
 
     bool runSetDevice(TSerialPort* port);

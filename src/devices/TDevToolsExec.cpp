@@ -19,6 +19,9 @@
 
 namespace {
 
+constexpr quint8 readInterface = 0x80;
+constexpr quint8 readName = 0x81;
+
 constexpr int longestProcess = 30000;  // ms
 constexpr int shortestStoppable = 500; // ms
 constexpr int pausePoll = 100;         // ms
@@ -84,12 +87,6 @@ bool TDevToolsExec::execute(TSerialPort* port, bool& exit, int& cur_cfg, int& cu
 void TDevToolsExec::slotPauseReset()
 {
     m_pause = false;
-}
-
-bool TDevToolsExec::fail(const QString& text)
-{
-    m_errorText = text;
-    return false;
 }
 
 bool TDevToolsExec::runProcess(Run&)
@@ -280,13 +277,13 @@ bool TDevToolsExec::openPort(TSerialPort* port, const TProg& prog)
 bool TDevToolsExec::identify(TSerialPort* port, int& interfaceId)
 {
     QByteArray reply;
-    if (!port->exchange(0x80, reply))
-        return fail(port->errorString());
+    if (!sendChecked(port, readInterface, reply))
+        return false;
     const auto byteAt = [&reply](int i) { return i < reply.size() ? static_cast<uchar>(reply.at(i)) : 0; };
     interfaceId = byteAt(0) | byteAt(1) << 8;
     reply.clear();
-    if (!port->exchange(0x81, reply))
-        return fail(port->errorString());
+    if (!sendChecked(port, readName, reply))
+        return false;
     emit signalEventText(ceResult, QString::fromUtf8(reply));
     return true;
 }

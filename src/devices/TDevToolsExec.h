@@ -49,7 +49,6 @@ private:
     bool runSetProg(Run& run);
     bool runCalcCrc(Run& run);
 
-    bool fail(const QString& text);
     void waitShort(qint64 ms);
     void waitLong(qint64 ms);
     bool openPort(TSerialPort* port, const TProg& prog);
