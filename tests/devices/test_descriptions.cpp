@@ -1,11 +1,7 @@
 #include "DescriptionFile.h"
 #include "ItemChecker.h"
 #include "core/TAppData.h"
-#include "core/TCtrlProject.h"
-#include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
 #include "core/globals.h"
-#include "core/helpers.h"
 #include "core/keys.h"
 #include "devices/TDeviceList.h"
 #include "link/AutoList.h"
@@ -14,6 +10,9 @@
 #include "link/line_rules.h"
 
 #include <QDirIterator>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QRegularExpression>
 #include <QtTest>
 
@@ -326,12 +325,6 @@ QStringList filesUnder(const QString& folder, const QString& pattern)
     return files;
 }
 
-QByteArray bytesOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 QStringList familyFiles()
 {
     QStringList files;
@@ -364,9 +357,6 @@ private slots:
 void TestDescriptions::initTestCase()
 {
     appData().PathDevices = devicesDir;
-    appData().PathProgs = dataDir + "/progs";
-    appData().progTypes.append("Simulator", "simulator.cfg");
-    appData().progNames.append("Simulator", true, "sim", "Simulator");
 }
 
 void TestDescriptions::shipped_data()
@@ -433,12 +423,13 @@ void TestDescriptions::brokenOnes()
     QFETCH(QString, line);
     QFETCH(QString, replacement);
     QFETCH(QString, fault);
-    QString text = QString::fromUtf8(bytesOf(devicesDir + file));
+    QFile source(devicesDir + file);
+    QVERIFY(source.open(QIODevice::ReadOnly));
+    QString text = QString::fromUtf8(source.readAll());
     QVERIFY2(text.contains(line), "the good description no longer has this line");
     QTemporaryDir dir;
-    QVERIFY(
-        QFile::copy(QFileInfo(devicesDir + file).path() + "/signature.lst", dir.filePath("signature.lst")) ||
-        !QFile::exists(QFileInfo(devicesDir + file).path() + "/signature.lst"));
+    QVERIFY(QFile::copy(QFileInfo(source).path() + "/signature.lst", dir.filePath("signature.lst")) ||
+            !QFile::exists(QFileInfo(source).path() + "/signature.lst"));
     QFile broken(dir.filePath("broken.dev"));
     QVERIFY(broken.open(QIODevice::WriteOnly));
     broken.write(text.replace(text.indexOf(line), line.size(), replacement).toUtf8());
@@ -526,36 +517,46 @@ void TestDescriptions::projects_data()
         QTest::newRow(qPrintable(file)) << dataDir + "/projects/" + file;
 }
 
-// A sample is written as the program writes it, every command of it fits its chip and the simulator, and
-// its chips and files are there.
+// A sample names chips as the chip list does, sets clocks that the simulator has, has the files that it
+// reads, and jumps to commands.
 void TestDescriptions::projects()
 {
     QFETCH(QString, file);
-    TCtrlProject control;
-    QCOMPARE(control.open(file, project()), 0);
+    QFile source(file);
+    QVERIFY(source.open(QIODevice::ReadOnly));
+    const QJsonArray configurations =
+        QJsonDocument::fromJson(source.readAll()).object().value("configurations").toArray();
+    QVERIFY(!configurations.isEmpty());
+    QList<QJsonObject> commands;
+    for (const QJsonValue& configuration : configurations) {
+        for (const QJsonValue& command : configuration.toObject().value("commands").toArray())
+            commands << command.toObject();
+    }
     const QHash<QString, QString> chips = TDeviceList::deviceFiles();
-    QList<int> invalid;
-    bool isServed = true; // the program has the class of every chip
-    for (int index = 0; project().cmdIdAt(index) >= 0; ++index) {
-        const TDataCmd* command = project().cmdAt(index);
-        const QString word = command->cmd();
-        const auto value = [command](const QLatin1String& key) { return command->param(key).toString(); };
-        if (!command->validDev() || !command->validParam())
-            invalid << index;
+    const TProg simulator(dataDir + "/progs/simulator.cfg");
+    bool isList = false;
+    int min = 0;
+    int max = 0;
+    QVector<int> clocks;
+    for (const QJsonObject& command : qAsConst(commands)) {
+        const auto value = [&command](const QLatin1String& key) { return command.value(key).toString(); };
+        const QString word = value(key::cmd);
         if (word == cmd::set_device) {
             QCOMPARE(value(key::file), chips.value(value(key::device)));
-            isServed = isServed && command->family();
+            const TData chip = TDeviceList::readDescription(devicesDir + value(key::file));
+            simulator.clockParams(chip.value(key::prg_section).toString(), isList, min, max, clocks);
+            QVERIFY2(clocks.contains(value(key::clk).toInt()), qPrintable(value(key::clk)));
         }
+        if (word == cmd::auto_detect)
+            QVERIFY2(autoNames().contains(value(key::name)), qPrintable(value(key::name)));
+        if (word == cmd::jamp)
+            QVERIFY(value(key::to_cmd).toInt() < commands.size());
+        if (word == cmd::execute)
+            QVERIFY(value(key::cfg).toInt() < configurations.size());
         if (word.endsWith("file_write") || word.endsWith("file_verify") || word == cmd::calc_crc)
-            QVERIFY2(QFile::exists(absFile(QFileInfo(file).path(), value(key::file))),
+            QVERIFY2(QFile::exists(QFileInfo(file).path() + "/" + value(key::file)),
                      qPrintable(value(key::file)));
     }
-    QTemporaryDir dir;
-    const QString copy = dir.filePath("copy.prj");
-    QVERIFY2(control.save(copy, project()), qPrintable(control.errorText()));
-    QCOMPARE(bytesOf(copy), bytesOf(file));
-    if (isServed)
-        QCOMPARE(invalid, QList<int>());
 }
 
 QTEST_GUILESS_MAIN(TestDescriptions)

@@ -1,0 +1,58 @@
+#include "console/TRunOutput.h"
+
+#include "console/print.h"
+#include "exec/TLogText.h"
+
+#include <QTime>
+
+TRunOutput::TRunOutput(bool asEvents)
+    : m_asEvents(asEvents)
+{
+}
+
+void TRunOutput::addConfig(int id_cfg)
+{
+    m_configs.insert(id_cfg);
+}
+
+void TRunOutput::line(const QString& config, TCodeExec code, const QString& text1, const QString& text2)
+{
+    if (m_asEvents) {
+        printOut(jsonLine({{"event", "line"},
+                           {"config", config},
+                           {"code", static_cast<int>(code)},
+                           {"text1", text1},
+                           {"text2", text2}}));
+        return;
+    }
+    QString text = printable(TLogText::plain(code, text1, text2, QTime::currentTime()), "\n\t");
+    if (m_configs.size() > 1) {
+        const QString prefix = QStringLiteral("[%1] ").arg(printable(config));
+        text = prefix + text.replace(QLatin1Char('\n'), QLatin1Char('\n') + prefix);
+    }
+    m_progress.clear();
+    printOut((text + QLatin1Char('\n')).toUtf8());
+    m_progress.draw();
+}
+
+void TRunOutput::progress(const QString& config, int percent)
+{
+    if (m_asEvents)
+        printOut(jsonLine({{"event", "progress"}, {"config", config}, {"percent", percent}}));
+    else
+        m_progress.set(config, percent);
+}
+
+void TRunOutput::status(const QString& config, int status)
+{
+    if (m_asEvents)
+        printOut(jsonLine({{"event", "status"}, {"config", config}, {"status", status}}));
+    else if (!isActive(status))
+        m_progress.set(config, 0);
+}
+
+void TRunOutput::end(int exitCode)
+{
+    if (m_asEvents)
+        printOut(jsonLine({{"event", "end"}, {"exit", exitCode}}));
+}

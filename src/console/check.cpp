@@ -1,0 +1,93 @@
+#include "console/check.h"
+
+#include "console/print.h"
+#include "core/IDevice.h"
+#include "core/TCmdCode.h"
+#include "core/TCtrlProject.h"
+#include "core/TDataCfg.h"
+#include "core/TDataCmd.h"
+#include "core/TDataPrj.h"
+#include "core/globals.h"
+
+#include <QHash>
+
+namespace {
+
+/// A command as it is shown.
+struct Row
+{
+    int pos;
+    QString config;
+    QString cmd;
+    bool status;
+    bool validDev;
+    bool validParam;
+    QString title;
+    QString params;
+};
+
+Row rowOf(const TDataCmd& command, int pos, const QString& config)
+{
+    Row row{pos, config, command.cmd(), command.status(), command.validDev(), command.validParam(), {}, {}};
+    const TData data = command.toData();
+    if (const IDevice* device = command.device()) {
+        row.title = device->commandTitle(data);
+        row.params = device->paramsText(data, nullptr);
+    } else {
+        row.title = cmdCode().name(row.cmd);
+    }
+    return row;
+}
+
+QByteArray textLine(const Row& row)
+{
+    const char* verdict = !row.validDev ? "device" : !row.validParam ? "params" : "ok";
+    QStringList fields{QString::number(row.pos), row.config, row.cmd,
+                       QLatin1String(verdict),   row.title,  row.params};
+    for (QString& field : fields)
+        field = printable(field);
+    return (fields.join(QLatin1Char('\t')) + QLatin1Char('\n')).toUtf8();
+}
+
+QByteArray jsonObject(const Row& row)
+{
+    return jsonLine({{"pos", row.pos},
+                     {"config", row.config},
+                     {"cmd", row.cmd},
+                     {"status", row.status},
+                     {"valid_dev", row.validDev},
+                     {"valid_param", row.validParam},
+                     {"title", row.title},
+                     {"params", row.params}});
+}
+
+QHash<int, QString> configNames()
+{
+    QHash<int, QString> names;
+    for (const TDataCfg* config : project().cfgList())
+        names.insert(config->id(), config->name());
+    return names;
+}
+
+} // namespace
+
+int checkProject(const QString& file, bool json)
+{
+    TCtrlProject control;
+    if (control.open(file, project()) != 0) {
+        printError(QStringLiteral("%1: %2").arg(file, control.errorText()));
+        return 2;
+    }
+    const QHash<int, QString> names = configNames();
+    QByteArray lines;
+    bool valid = true;
+    int pos = 0;
+    for (const TDataCmd* command : project().cmdList()) {
+        const Row row = rowOf(*command, pos++, names.value(command->cfgId()));
+        lines += json ? jsonObject(row) : textLine(row);
+        if (row.status && !(row.validDev && row.validParam))
+            valid = false;
+    }
+    printOut(lines);
+    return valid ? 0 : 1;
+}

@@ -1,0 +1,98 @@
+#include "console/list.h"
+
+#include "console/print.h"
+#include "core/TAppData.h"
+#include "core/globals.h"
+#include "core/keys.h"
+#include "devices/TDeviceList.h"
+#include "formats/createCRC.h"
+#include "link/AutoList.h"
+#include "link/line_rules.h"
+
+#include <QSerialPortInfo>
+
+#include <algorithm>
+
+namespace {
+
+using Rows = QList<QStringList>;
+
+Rows chips()
+{
+    const QHash<QString, QString> files = TDeviceList::deviceFiles();
+    QStringList names = files.keys();
+    std::sort(names.begin(), names.end());
+    Rows rows;
+    for (const QString& name : names) {
+        const TData data = TDeviceList::readDescription(deviceFolderFile(files[name]));
+        rows.append({name, data.value(key::gui_type).toString(), files[name]});
+    }
+    return rows;
+}
+
+Rows oneColumn(const QStringList& texts)
+{
+    Rows rows;
+    for (const QString& text : texts)
+        rows.append({text});
+    return rows;
+}
+
+Rows families()
+{
+    return oneColumn(autoNames());
+}
+
+Rows checksums()
+{
+    return oneColumn(crcNames());
+}
+
+Rows programmers()
+{
+    const TProgName& names = appData().progNames;
+    Rows rows;
+    for (int i = 0; i < names.count(); ++i) {
+        const TProgRecord record = names.record(i);
+        rows.append({names.name(i), record.port, record.type,
+                     record.enabled ? QStringLiteral("1") : QStringLiteral("0")});
+    }
+    return rows;
+}
+
+Rows ports()
+{
+    Rows rows;
+    for (const QSerialPortInfo& port : QSerialPortInfo::availablePorts())
+        rows.append({port.portName(), port.description()});
+    return rows;
+}
+
+struct List
+{
+    const char* what;
+    Rows (*rows)();
+};
+
+constexpr List lists[] = {{"chips", chips},
+                          {"families", families},
+                          {"programmers", programmers},
+                          {"checksums", checksums},
+                          {"ports", ports}};
+
+} // namespace
+
+void printList(const QString& what)
+{
+    for (const List& list : lists) {
+        if (what != QLatin1String(list.what))
+            continue;
+        QByteArray lines;
+        for (QStringList row : list.rows()) {
+            for (QString& field : row)
+                field = printable(field);
+            lines += (row.join(QLatin1Char('\t')) + QLatin1Char('\n')).toUtf8();
+        }
+        printOut(lines);
+    }
+}
