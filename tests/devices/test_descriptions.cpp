@@ -1,7 +1,11 @@
 #include "DescriptionFile.h"
 #include "ItemChecker.h"
 #include "core/TAppData.h"
+#include "core/TCtrlProject.h"
+#include "core/TDataCmd.h"
+#include "core/TDataPrj.h"
 #include "core/globals.h"
+#include "core/helpers.h"
 #include "core/keys.h"
 #include "devices/TDeviceList.h"
 #include "link/AutoList.h"
@@ -10,9 +14,6 @@
 #include "link/line_rules.h"
 
 #include <QDirIterator>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QRegularExpression>
 #include <QtTest>
 
@@ -325,6 +326,12 @@ QStringList filesUnder(const QString& folder, const QString& pattern)
     return files;
 }
 
+QByteArray bytesOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 QStringList familyFiles()
 {
     QStringList files;
@@ -357,6 +364,9 @@ private slots:
 void TestDescriptions::initTestCase()
 {
     appData().PathDevices = devicesDir;
+    appData().PathProgs = dataDir + "/progs";
+    appData().progTypes.append("Simulator", "simulator.cfg");
+    appData().progNames.append("Simulator", true, "sim", "Simulator");
 }
 
 void TestDescriptions::shipped_data()
@@ -423,13 +433,12 @@ void TestDescriptions::brokenOnes()
     QFETCH(QString, line);
     QFETCH(QString, replacement);
     QFETCH(QString, fault);
-    QFile source(devicesDir + file);
-    QVERIFY(source.open(QIODevice::ReadOnly));
-    QString text = QString::fromUtf8(source.readAll());
+    QString text = QString::fromUtf8(bytesOf(devicesDir + file));
     QVERIFY2(text.contains(line), "the good description no longer has this line");
     QTemporaryDir dir;
-    QVERIFY(QFile::copy(QFileInfo(source).path() + "/signature.lst", dir.filePath("signature.lst")) ||
-            !QFile::exists(QFileInfo(source).path() + "/signature.lst"));
+    QVERIFY(
+        QFile::copy(QFileInfo(devicesDir + file).path() + "/signature.lst", dir.filePath("signature.lst")) ||
+        !QFile::exists(QFileInfo(devicesDir + file).path() + "/signature.lst"));
     QFile broken(dir.filePath("broken.dev"));
     QVERIFY(broken.open(QIODevice::WriteOnly));
     broken.write(text.replace(text.indexOf(line), line.size(), replacement).toUtf8());
@@ -517,46 +526,36 @@ void TestDescriptions::projects_data()
         QTest::newRow(qPrintable(file)) << dataDir + "/projects/" + file;
 }
 
-// A sample names chips as the chip list does, sets clocks that the simulator has, has the files that it
-// reads, and jumps to commands.
+// A sample is written as the program writes it, every command of it fits its chip and the simulator, and
+// its chips and files are there.
 void TestDescriptions::projects()
 {
     QFETCH(QString, file);
-    QFile source(file);
-    QVERIFY(source.open(QIODevice::ReadOnly));
-    const QJsonArray configurations =
-        QJsonDocument::fromJson(source.readAll()).object().value("configurations").toArray();
-    QVERIFY(!configurations.isEmpty());
-    QList<QJsonObject> commands;
-    for (const QJsonValue& configuration : configurations) {
-        for (const QJsonValue& command : configuration.toObject().value("commands").toArray())
-            commands << command.toObject();
-    }
+    TCtrlProject control;
+    QCOMPARE(control.open(file, project()), 0);
     const QHash<QString, QString> chips = TDeviceList::deviceFiles();
-    const TProg simulator(dataDir + "/progs/simulator.cfg");
-    bool isList = false;
-    int min = 0;
-    int max = 0;
-    QVector<int> clocks;
-    for (const QJsonObject& command : qAsConst(commands)) {
-        const auto value = [&command](const QLatin1String& key) { return command.value(key).toString(); };
-        const QString word = value(key::cmd);
+    QList<int> invalid;
+    bool isServed = true; // the program has the class of every chip
+    for (int index = 0; project().cmdIdAt(index) >= 0; ++index) {
+        const TDataCmd* command = project().cmdAt(index);
+        const QString word = command->cmd();
+        const auto value = [command](const QLatin1String& key) { return command->param(key).toString(); };
+        if (!command->validDev() || !command->validParam())
+            invalid << index;
         if (word == cmd::set_device) {
             QCOMPARE(value(key::file), chips.value(value(key::device)));
-            const TData chip = TDeviceList::readDescription(devicesDir + value(key::file));
-            simulator.clockParams(chip.value(key::prg_section).toString(), isList, min, max, clocks);
-            QVERIFY2(clocks.contains(value(key::clk).toInt()), qPrintable(value(key::clk)));
+            isServed = isServed && command->family();
         }
-        if (word == cmd::auto_detect)
-            QVERIFY2(autoNames().contains(value(key::name)), qPrintable(value(key::name)));
-        if (word == cmd::jamp)
-            QVERIFY(value(key::to_cmd).toInt() < commands.size());
-        if (word == cmd::execute)
-            QVERIFY(value(key::cfg).toInt() < configurations.size());
         if (word.endsWith("file_write") || word.endsWith("file_verify") || word == cmd::calc_crc)
-            QVERIFY2(QFile::exists(QFileInfo(file).path() + "/" + value(key::file)),
+            QVERIFY2(QFile::exists(absFile(QFileInfo(file).path(), value(key::file))),
                      qPrintable(value(key::file)));
     }
+    QTemporaryDir dir;
+    const QString copy = dir.filePath("copy.prj");
+    QVERIFY2(control.save(copy, project()), qPrintable(control.errorText()));
+    QCOMPARE(bytesOf(copy), bytesOf(file));
+    if (isServed)
+        QCOMPARE(invalid, QList<int>());
 }
 
 QTEST_GUILESS_MAIN(TestDescriptions)
