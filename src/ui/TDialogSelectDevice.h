@@ -1,0 +1,34 @@
+#pragma once
+
+#include "ui/TDialogBase.h"
+
+class QLineEdit;
+class QListWidget;
+
+/// Chooses one of many names with a filter: chips, or families of the detection.
+class TDialogSelectDevice : public TDialogBase
+{
+    Q_OBJECT
+
+public:
+    /// keys tells where the dialog's place is kept: that of the chips or that of the families. current is
+    /// preselected.
+    TDialogSelectDevice(const QString& title, const TWindowKeys& keys, const QStringList& names,
+                        const QString& current, QWidget* parent = nullptr);
+
+    /// Chooses a chip of devices.lst; empty when the dialog was refused.
+    static QString selectChip(const QString& current, QWidget* parent = nullptr);
+    /// Chooses a family of the detection; empty when the dialog was refused.
+    static QString selectFamily(const QString& current, QWidget* parent = nullptr);
+
+    /// Empty with no visible selection.
+    QString selected() const;
+
+public slots:
+    void slotFilterString(QString text);
+    void slotClearFilter();
+
+private:
+    QLineEdit* m_filter = nullptr;
+    QListWidget* m_list = nullptr;
+};

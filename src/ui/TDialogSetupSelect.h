@@ -1,0 +1,21 @@
+#pragma once
+
+#include "ui/TDialogBase.h"
+
+class QModelIndex;
+
+/// The setup dialog: a tree of pages on the left, the page on the right. On accept every page stores its
+/// values in TAppData; the caller then applies them.
+class TDialogSetupSelect : public TDialogBase
+{
+    Q_OBJECT
+
+public:
+    explicit TDialogSetupSelect(QWidget* parent = nullptr);
+    ~TDialogSetupSelect() override;
+
+    void accept() override;
+
+public slots:
+    void slotGroupSelect(QModelIndex index);
+};
