@@ -9,10 +9,7 @@ qint64 TPieces::at(qint64 addr, qint64 last) const
 
 qint64 TMemory::last() const
 {
-    constexpr qint64 max = std::numeric_limits<qint64>::max();
-    if (region.size < 1)
-        return -1;
-    return region.begin > max - region.size ? max : region.begin + region.size - 1;
+    return lastAddress(region.begin, region.size);
 }
 
 qint64 TMemory::lastWritable() const

@@ -37,7 +37,7 @@ struct TMemory
     /// Writes bytes at addr; false with the reason stored.
     std::function<bool(qint64 addr, const QByteArray& bytes)> write;
 
-    /// Last address of the region; -1 for an empty one.
+    /// Last address of the region; the one before begin for an empty one.
     qint64 last() const;
     /// Last address that a write may touch.
     qint64 lastWritable() const;
