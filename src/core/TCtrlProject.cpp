@@ -176,25 +176,29 @@ bool writeEmptyList(const QString& file)
     return writeFileSafely(file, "{\n    \"version\": 1,\n    \"list\":\n    [\n    ]\n}\n", error);
 }
 
+QByteArray newProjectBytes()
+{
+    return "{\n"
+           "    \"version\": 1,\n"
+           "    \"name\": \"\",\n"
+           "    \"description\": \"\",\n"
+           "    \"configurations\":\n"
+           "    [\n"
+           "        {\n"
+           "            \"name\": \"Config\",\n"
+           "            \"description\": \"\",\n"
+           "            \"commands\":\n"
+           "            [\n"
+           "            ]\n"
+           "        }\n"
+           "    ]\n"
+           "}\n";
+}
+
 bool writeNewProject(const QString& file)
 {
-    static const char text[] = "{\n"
-                               "    \"version\": 1,\n"
-                               "    \"name\": \"\",\n"
-                               "    \"description\": \"\",\n"
-                               "    \"configurations\":\n"
-                               "    [\n"
-                               "        {\n"
-                               "            \"name\": \"Config\",\n"
-                               "            \"description\": \"\",\n"
-                               "            \"commands\":\n"
-                               "            [\n"
-                               "            ]\n"
-                               "        }\n"
-                               "    ]\n"
-                               "}\n";
     QString error;
-    return writeFileSafely(file, text, error);
+    return writeFileSafely(file, newProjectBytes(), error);
 }
 
 bool writeBytes(const QString& file, const QByteArray& bytes)

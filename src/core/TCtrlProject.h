@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QByteArray>
 #include <QObject>
+#include <QString>
 
 class TDataPrj;
 
@@ -29,7 +31,9 @@ private:
 
 /// An empty project list.
 [[nodiscard]] bool writeEmptyList(const QString& file);
-/// A new project with one configuration "Config".
+/// The template of a project: one configuration "Config" without commands.
+QByteArray newProjectBytes();
+/// Writes the template.
 [[nodiscard]] bool writeNewProject(const QString& file);
 /// True if something was written.
 [[nodiscard]] bool writeBytes(const QString& file, const QByteArray& bytes);

@@ -8,19 +8,9 @@
 #include <QSaveFile>
 #include <QStandardPaths>
 
-namespace {
-
-bool writeInPlace(const QString& file, const QByteArray& bytes, QString& error)
-{
-    QFile device(file);
-    if (!device.open(QIODevice::WriteOnly) || device.write(bytes) != bytes.size() || !device.flush()) {
-        error = device.errorString();
-        return false;
-    }
-    return true;
-}
-
-} // namespace
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
 
 QString fileInAppDir(const QString& suffix)
 {
@@ -90,17 +80,66 @@ QString desktopDir()
     return QStandardPaths::writableLocation(QStandardPaths::DesktopLocation) + QLatin1Char('/');
 }
 
+namespace {
+
+bool failWith(const QFileDevice& device, QString& error)
+{
+    error = device.errorString();
+    return false;
+}
+
+/// What is on its way to the disk when the rename is reached would be lost with the power.
+bool flushToDisk(QFileDevice& device)
+{
+#ifdef Q_OS_UNIX
+    return device.flush() && ::fsync(device.handle()) == 0;
+#else
+    return device.flush();
+#endif
+}
+
+/// The file behind a chain of symbolic links, whether it exists or not.
+QString linkTarget(const QString& file)
+{
+    QString target = file;
+    constexpr int mostLinks = 40;
+    for (int i = 0; i < mostLinks && QFileInfo(target).isSymLink(); ++i)
+        target = QFileInfo(target).symLinkTarget();
+    return target;
+}
+
+/// For a folder that takes no second file. The old content comes back when the new one does not fit.
+bool writeInPlace(const QString& file, const QByteArray& bytes, QString& error)
+{
+    QFile device(file);
+    if (!device.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
+        return failWith(device, error);
+    const bool isRegular = QFileInfo(file).isFile();
+    const QByteArray old = isRegular ? device.readAll() : QByteArray();
+    const auto put = [&](const QByteArray& content) {
+        return (!isRegular || device.seek(0)) && device.write(content) == content.size() &&
+               (!isRegular || device.resize(content.size()));
+    };
+    if (put(bytes))
+        return true;
+    failWith(device, error);
+    if (isRegular)
+        put(old);
+    return false;
+}
+
+} // namespace
+
 bool writeFileSafely(const QString& file, const QByteArray& bytes, QString& error)
 {
-    const QFileInfo info(file);
-    // A device or a pipe is written to; putting a plain file in its place would destroy it.
-    if (info.exists() && !info.isFile())
-        return writeInPlace(file, bytes, error);
-    QSaveFile device(file);
-    device.setDirectWriteFallback(true);
-    if (!device.open(QIODevice::WriteOnly) || device.write(bytes) != bytes.size() || !device.commit()) {
-        error = device.errorString();
-        return false;
-    }
+    const QString target = linkTarget(file);
+    const QFileInfo info(target);
+    const bool takesSecondFile = QFileInfo(info.absolutePath()).isWritable();
+    if (info.exists() && (!info.isFile() || !takesSecondFile))
+        return writeInPlace(target, bytes, error);
+    QSaveFile device(target);
+    if (!device.open(QIODevice::WriteOnly) || device.write(bytes) != bytes.size() || !flushToDisk(device) ||
+        !device.commit())
+        return failWith(device, error);
     return true;
 }

@@ -40,6 +40,7 @@ void logError(const QString& text1, const QString& text2);
 /// The desktop folder with "/" behind it.
 QString desktopDir();
 
-/// Writes a user file whole or not at all: a crash in the middle leaves the old file. Falls back to
-/// writing in place where the folder takes no second file. False with the reason in error.
+/// Writes a user file whole or not at all: a crash, a power cut or a full disk leaves the old file. A
+/// symbolic link stays one and its target is written; permissions stay. Where the folder takes no second
+/// file it is written in place. False with the reason in error.
 [[nodiscard]] bool writeFileSafely(const QString& file, const QByteArray& bytes, QString& error);
