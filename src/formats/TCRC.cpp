@@ -19,7 +19,7 @@ template <class State> State foldReflected(State state, const State* table, cons
 }
 
 template <class State>
-State foldForward(State state, const State* table, int shift, const uchar* at, const uchar* end)
+inline State foldForward(State state, const State* table, int shift, const uchar* at, const uchar* end)
 {
     for (; at != end; ++at)
         state = static_cast<State>(state << 8 ^ table[(state >> shift ^ *at) & 0xFF]);
@@ -49,10 +49,13 @@ template <class State> quint64 TCRC<State>::update(const char* data, qint64 size
         return m_state;
     const uchar* const begin = reinterpret_cast<const uchar*>(data);
     const uchar* const end = begin + size;
+    constexpr int fullWidth = 8 * sizeof(State);
     if constexpr (sizeof(State) == 1)
         m_state = foldNarrow(m_state, m_table, begin, end);
     else if (m_params.refIn)
         m_state = foldReflected(m_state, m_table, begin, end);
+    else if (m_params.width == fullWidth) // the same loop, with a shift that the compiler knows
+        m_state = foldForward(m_state, m_table, fullWidth - 8, begin, end);
     else
         m_state = foldForward(m_state, m_table, m_params.width - 8, begin, end);
     return m_state;
