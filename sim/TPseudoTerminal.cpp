@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <termios.h>
 #include <unistd.h>
@@ -54,6 +55,15 @@ bool makeRaw(int fd)
     return tcsetattr(fd, TCSANOW, &mode) == 0;
 }
 
+bool hasUnread(int fd)
+{
+    int count = 0;
+    return ioctl(fd, FIONREAD, &count) == 0 && count > 0;
+}
+
+constexpr int mostFlushes = 100;
+constexpr useconds_t refillTime = 1000; ///< microseconds until the kernel hands on what it holds
+
 } // namespace
 
 TPseudoTerminal::~TPseudoTerminal()
@@ -101,6 +111,16 @@ bool TPseudoTerminal::makeLink(const std::string& path, std::string& error)
     }
     link = path;
     return true;
+}
+
+void TPseudoTerminal::dropUnread() const
+{
+    for (int i = 0; i < mostFlushes; i++) {
+        tcflush(slave, TCIFLUSH);
+        usleep(refillTime);
+        if (!hasUnread(slave))
+            return;
+    }
 }
 
 void TPseudoTerminal::close()

@@ -20,6 +20,9 @@ public:
     [[nodiscard]] bool makeLink(const std::string& path, std::string& error);
     /// Closes the line and removes the link, if it still leads here.
     void close();
+    /// Throws away what the program has not taken of an answer, in some milliseconds. A program that clears
+    /// its input before a request reaches only the first 4 KiB of it; the kernel holds more behind them.
+    void dropUnread() const;
     /// The programmer's end, non-blocking; -1 while closed.
     [[nodiscard]] int descriptor() const { return master; }
 

@@ -33,6 +33,13 @@ void TReplySender::queue(Bytes reply, Clock::time_point from)
     start = from;
     lastProgress = from;
     blocked = false;
+    dropped = false;
+}
+
+void TReplySender::drop()
+{
+    sent = bytes.size();
+    dropped = true;
 }
 
 std::size_t TReplySender::dueCount(Clock::time_point now) const
@@ -58,7 +65,7 @@ bool TReplySender::send(int descriptor, Clock::time_point now)
         if (put <= 0) {
             blocked = true;
             if (now - lastProgress > patience)
-                sent = bytes.size();
+                drop();
             break;
         }
         sent += std::size_t(put);

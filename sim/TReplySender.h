@@ -22,6 +22,10 @@ public:
     [[nodiscard]] bool isIdle() const { return sent == bytes.size(); }
     /// Writes what is due to the line. False: the line is broken.
     [[nodiscard]] bool send(int descriptor, Clock::time_point now);
+    /// Gives up what is left to send.
+    void drop();
+    /// The last reply was given up in part.
+    [[nodiscard]] bool wasDropped() const { return dropped; }
     /// When to call send() again, while not idle.
     [[nodiscard]] Clock::time_point nextDue() const;
     /// The line did not take what was due: it must become writable first.
@@ -36,4 +40,5 @@ private:
     Clock::time_point start;
     Clock::time_point lastProgress;
     bool blocked = false;
+    bool dropped = false;
 };

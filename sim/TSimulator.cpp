@@ -91,11 +91,14 @@ void TSimulator::sleep(const sigset_t& waiting)
     if (idle)
         line.events = POLLIN;
     else if (sender.isBlocked())
-        line.events = POLLOUT;
+        line.events = POLLIN | POLLOUT;
     const bool limited = !idle || receiver.isMidFrame();
     const timespec limit = until(idle ? lastByte + silence : sender.nextDue());
     const int woken = ppoll(&line, 1, limited ? &limit : nullptr, &waiting);
     readable = woken > 0 && (line.revents & POLLIN) != 0;
+    // A host that sends again without taking the answer has given it up.
+    if (readable && (line.revents & POLLOUT) == 0)
+        sender.drop();
     if (woken == 0 && idle)
         receiver.reset();
 }
@@ -107,6 +110,10 @@ void TSimulator::receive(Clock::time_point now)
     const ssize_t got = read(terminal.descriptor(), buffer.data(), buffer.size());
     if (got <= 0)
         return;
+    if (sender.wasDropped())
+        terminal.dropUnread();
+    if (now - lastByte > silence)
+        receiver.reset();
     lastByte = now;
     lineFree = std::max(lineFree, now) + sender.timeOf(std::size_t(got));
     receiver.feed(buffer.data(), std::size_t(got));

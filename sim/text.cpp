@@ -55,7 +55,7 @@ std::optional<std::uint64_t> toNumber(const std::string& text, int base, std::ui
     std::uint64_t value = 0;
     for (const char c : digits) {
         const int digit = digitValue(c);
-        if (digit >= base || value > (most - unsigned(digit)) / unsigned(base))
+        if (digit >= base || unsigned(digit) > most || value > (most - unsigned(digit)) / unsigned(base))
             return {};
         value = value * unsigned(base) + unsigned(digit);
     }

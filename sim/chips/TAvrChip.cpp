@@ -3,6 +3,7 @@
 #include "chips/IChipFamily.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace {
 
@@ -25,6 +26,8 @@ constexpr unsigned byteForm = 2;
 /// Fuse bits that the joint read of fuse and lock bits shows: bit 0 and the serial programming bit.
 constexpr std::uint8_t jointFuseBits = 0x21;
 constexpr std::uint8_t highSelect = 0x08;
+/// No part leaves the factory with the value that a description has as its default; bytes count on from here.
+constexpr std::uint8_t firstCalibration = 0x9C;
 
 std::size_t cut(std::uint64_t size)
 {
@@ -67,11 +70,12 @@ TAvrChip::TAvrChip(const TDescription& description)
     , buffer(std::min<std::uint64_t>(description.number("flash_page_size"), flash.size()), 0xFF)
     , signature(description.bytes("signature"))
     , fuses(description.bytes("fuse_def"))
-    , calibration(description.bytes("osccal_def"))
+    , calibration(description.bytes("osccal_def").size())
     , fuseWriteForm(unsigned(description.number("alg_fuse_write")))
     , singleFuse(description.number("alg_fuse_read") == 0)
     , lockInSecondByte(description.number("alg_lock_write") == 0)
 {
+    std::iota(calibration.begin(), calibration.end(), firstCalibration);
     const Bytes shipped = description.bytes("lock_def");
     lock = shipped.empty() ? 0xFF : shipped[0];
     lockBit1 = lockInSecondByte ? 0x02 : 0x01;
