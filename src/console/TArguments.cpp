@@ -142,7 +142,7 @@ QString TArguments::help()
         "Without a word the window opens.\n"
         "\n"
         "  run [OPTIONS] PROJECT      runs configurations of a project file\n"
-        "      -c, --config NAME      the configuration; may be repeated, they run side by side\n"
+        "      -c, --config NAME      the configuration; several run side by side\n"
         "                             (without it: the first one)\n"
         "      --port ALIAS=PORT      where the programmer ALIAS is in this run; may be repeated\n"
         "      --events               one JSON object a line in place of the log\n"

@@ -4,7 +4,6 @@
 #include <QJsonDocument>
 
 #include <cstdio>
-#include <cstring>
 
 namespace {
 
@@ -37,7 +36,7 @@ QString printable(const QString& text, const char* kept)
 {
     QString clean = text;
     for (QChar& c : clean) {
-        if (breaksLines(c) && (c.isNull() || !strchr(kept, c.toLatin1())))
+        if (breaksLines(c) && !QLatin1String(kept).contains(c))
             c = QLatin1Char(' ');
     }
     return clean;
