@@ -144,7 +144,7 @@ QString TArguments::help()
         "  run [OPTIONS] PROJECT      runs configurations of a project file\n"
         "      -c, --config NAME      the configuration; several run side by side\n"
         "                             (without it: the first one)\n"
-        "      --port ALIAS=PORT      where the programmer ALIAS is in this run; may be repeated\n"
+        "      --port ALIAS=PORT      where the programmer ALIAS is; may be repeated\n"
         "      --events               one JSON object a line in place of the log\n"
         "      --save                 writes the project at the end, if the runs changed it\n"
         "      --resume               goes on at once at every pause\n"
