@@ -1,8 +1,5 @@
 #include "devices/TDev25.h"
 
-#include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
 #include "core/keys.h"
 #include "devices/TBlockErase.h"
 #include "devices/TDev25Exec.h"
@@ -147,11 +144,9 @@ TFormSpec TDev25::securitySpec(const TData& data) const
 TData TDev25::normalizeParams(const TData& data) const
 {
     TData result = TFamilyDevice::normalizeParams(data);
-    // An edit carries no key word; the generated form gives hexadecimal text where the command keeps the
-    // mask as a number.
-    const TDataCmd* command = project().cmdById(data.value(key::id_cmd).toInt());
-    const TCommandRow* row = command ? commands().find(command->cmd()) : nullptr;
-    if (row && row->shape == Shape::RegisterMask && data.contains(key::data))
+    // The generated form gives hexadecimal text where the command keeps the mask as a number.
+    const TCommandRow* command = editedRow(data);
+    if (command && command->shape == Shape::RegisterMask && data.contains(key::data))
         result.insert(key::data, fromHex(data.value(key::data).toString()));
     return result;
 }

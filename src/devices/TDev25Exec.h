@@ -44,7 +44,6 @@ private:
 
     [[nodiscard]] bool eraseLoop(quint8 op, qint64 size, qint64 begin, qint64 count);
     [[nodiscard]] bool transfer(int n, const QByteArray& command, QByteArray& reply);
-    [[nodiscard]] bool isPrimitive(QLatin1String algKey);
     /// Bytes of the description's status registers; -1 when they are too many.
     int statusCount() const;
     [[nodiscard]] bool statusBytes(QByteArray& bytes);

@@ -2,7 +2,9 @@
 
 #include "core/IDevice.h"
 #include "core/keys.h"
+#include "devices/TDev24.h"
 #include "devices/TDev25.h"
+#include "devices/TDevAVR8.h"
 #include "devices/TDevProg.h"
 #include "devices/TDevTools.h"
 #include "link/line_rules.h"
@@ -115,7 +117,9 @@ private:
 TDeviceList::TDeviceList()
     : m_factories{{dev_class::tools, make<TDevTools>},
                   {dev_class::prog, make<TDevProg>},
-                  {dev_class::dev25, make<TDev25>}}
+                  {dev_class::dev24, make<TDev24>},
+                  {dev_class::dev25, make<TDev25>},
+                  {dev_class::avr8_spi, make<TDevAVR8_SPI>}}
 {
 }
 

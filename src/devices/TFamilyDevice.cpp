@@ -2,6 +2,8 @@
 
 #include "core/IFormFactory.h"
 #include "core/TCmdCode.h"
+#include "core/TDataCmd.h"
+#include "core/TDataPrj.h"
 #include "core/globals.h"
 #include "core/keys.h"
 #include "devices/TDeviceList.h"
@@ -64,6 +66,12 @@ const TCommandRow* TFamilyDevice::row(const TData& data) const
 {
     const QString key = data.value(key::cmd).toString();
     return hasCommand(key) ? m_table.find(key) : nullptr;
+}
+
+const TCommandRow* TFamilyDevice::editedRow(const TData& edit) const
+{
+    const TDataCmd* command = project().cmdById(edit.value(key::id_cmd, -1).toInt());
+    return command ? m_table.find(command->cmd()) : row(edit);
 }
 
 void TFamilyDevice::removeCommands(std::initializer_list<QLatin1String> keys)

@@ -33,6 +33,8 @@ protected:
 
     /// The command's row; null when this chip does not have the command.
     const TCommandRow* row(const TData& data) const;
+    /// The row of the command that an edit from a form belongs to: an edit carries no key word.
+    const TCommandRow* editedRow(const TData& edit) const;
     /// Takes commands off this chip's list. Only for constructors.
     void removeCommands(std::initializer_list<QLatin1String> keys);
 

@@ -106,6 +106,11 @@ int TFamilyExec::alg(const QString& key, int line) const
     return chip(key, line).toInt();
 }
 
+bool TFamilyExec::hasAlg(const QString& key, int line)
+{
+    return alg(key, line) == 0 || fail();
+}
+
 bool TFamilyExec::send(quint8 opcode, const QByteArray& payload)
 {
     QByteArray data = payload;

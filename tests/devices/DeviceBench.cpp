@@ -57,7 +57,7 @@ TData DeviceBench::command(const QString& key, const TData& param)
     return command->toData();
 }
 
-DeviceBench::Result DeviceBench::play(const TData& command, const QStringList& script)
+DeviceBench::Result DeviceBench::play(const QList<TData>& commands, const QStringList& script)
 {
     ScriptedPeer peer;
     for (const QString& line : script) {
@@ -66,7 +66,7 @@ DeviceBench::Result DeviceBench::play(const TData& command, const QStringList& s
         const QByteArray reply = QByteArray::fromHex(sides.value(1).toLatin1());
         peer.expect(request, sides.size() < 2 ? QByteArray() : peerFrame(quint8(request.at(1)), reply));
     }
-    return run(command, peer);
+    return run(commands, peer);
 }
 
 DeviceBench::Result DeviceBench::runWith(const TData& command, const Chip& chip)
@@ -78,10 +78,10 @@ DeviceBench::Result DeviceBench::runWith(const TData& command, const Chip& chip)
             return peerFrame(0xFF, QByteArray::fromHex("0300"));
         return peerFrame(quint8(request.at(1)), reply);
     });
-    return run(command, peer);
+    return run({command}, peer);
 }
 
-DeviceBench::Result DeviceBench::run(const TData& command, ScriptedPeer& peer)
+DeviceBench::Result DeviceBench::run(const QList<TData>& commands, ScriptedPeer& peer)
 {
     Result result;
     peer.start();
@@ -92,6 +92,21 @@ DeviceBench::Result DeviceBench::run(const TData& command, ScriptedPeer& peer)
         result.error = port.errorString();
         return result;
     }
+    for (const TData& command : commands) {
+        result.ok = runOne(command, port, result);
+        if (!result.ok)
+            break;
+    }
+    port.close();
+    result.error.prepend(peer.finish());
+    const QList<QByteArray> requests = peer.requests();
+    for (const QByteArray& request : requests)
+        result.requests.append(textOf(request));
+    return result;
+}
+
+bool DeviceBench::runOne(const TData& command, TSerialPort& port, Result& result)
+{
     const std::unique_ptr<IDeviceExec> exec(m_device->createExec(command));
     QObject::connect(exec.get(), &IDeviceExec::signalEventProc, exec.get(), [&](int percent) {
         result.percents.append(percent);
@@ -106,15 +121,10 @@ DeviceBench::Result DeviceBench::run(const TData& command, ScriptedPeer& peer)
     bool exitRun = false;
     int cfg = m_cfg;
     int cmd = -1;
-    result.ok = readsId ? exec->readChipId(&port, readId) : exec->execute(&port, exitRun, cfg, cmd);
-    port.close();
-    const QString wrong = peer.finish();
-    result.error = wrong + exec->errorText();
-    const QList<QByteArray> requests = peer.requests();
-    for (const QByteArray& request : requests)
-        result.requests.append(textOf(request));
+    const bool ok = readsId ? exec->readChipId(&port, readId) : exec->execute(&port, exitRun, cfg, cmd);
+    result.error = exec->errorText();
     result.data = project().cmdById(command.value(key::id_cmd).toInt())->param(key::data).toString();
-    return result;
+    return ok;
 }
 
 void loadNumberedTexts(const TestDir& dir)

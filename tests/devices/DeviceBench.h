@@ -12,6 +12,7 @@
 class IDevice;
 class IDeviceExec;
 class TProg;
+class TSerialPort;
 
 /// One command of a chip, run on a line of its own: the chip is given, the programmer's file is made
 /// here, and the other end of the line is a script or a model of the chip.
@@ -42,7 +43,12 @@ public:
 
     /// Runs against a script of lines "OP PAYLOAD > REPLY", hexadecimal, blanks free; a line without ">"
     /// gets no answer. A wrong or missing frame stands in error, before the run's own.
-    Result play(const TData& command, const QStringList& script);
+    Result play(const TData& command, const QStringList& script)
+    {
+        return play(QList<TData>{command}, script);
+    }
+    /// The same for several commands on one open port; they end at the first that fails.
+    Result play(const QList<TData>& commands, const QStringList& script);
     /// Runs against a chip.
     Result runWith(const TData& command, const Chip& chip);
     /// Called on every percent that the next run reports; for a stop in the middle.
@@ -52,7 +58,8 @@ public:
     QString readId;
 
 private:
-    Result run(const TData& command, ScriptedPeer& peer);
+    Result run(const QList<TData>& commands, ScriptedPeer& peer);
+    bool runOne(const TData& command, TSerialPort& port, Result& result);
 
     TestDir m_dir;
     std::unique_ptr<IDevice> m_device;

@@ -1,0 +1,143 @@
+#include "devices/TDev24.h"
+
+#include "core/globals.h"
+#include "core/keys.h"
+#include "devices/TDev24Exec.h"
+
+namespace {
+
+constexpr int textPins = 369;
+
+constexpr TCommandRow rows[] = {
+    {cmd::set_clk, Shape::Clock},
+    {cmd::set_addr, Shape::Pins},
+    {cmd::separator, Shape::Separator},
+    {cmd::erase, Shape::Plain},
+    {cmd::test_empty, Shape::Plain, Area::Whole, Action::TestEmpty},
+    {cmd::separator, Shape::Separator},
+    {cmd::char_write, Shape::Char, Area::Whole, Action::Write},
+    {cmd::char_verify, Shape::Char, Area::Whole, Action::Verify},
+    {cmd::data_read, Shape::Data, Area::Whole, Action::Read},
+    {cmd::data_write, Shape::Data, Area::Whole, Action::Write},
+    {cmd::data_verify, Shape::Data, Area::Whole, Action::Verify},
+    {cmd::file_read, Shape::File, Area::Whole, Action::Read},
+    {cmd::file_write, Shape::File, Area::Whole, Action::Write},
+    {cmd::file_verify, Shape::File, Area::Whole, Action::Verify},
+    {cmd::separator, Shape::Separator},
+    {cmd::leave, Shape::Leave},
+};
+
+/// The pins, the highest bit first.
+constexpr struct
+{
+    int bit;
+    const char* name;
+} pins[] = {{4, "A2"}, {2, "A1"}, {1, "A0"}};
+
+int addrOf(const TData& data)
+{
+    return getParam("devices/TDev24", __LINE__, data, key::addr).toInt();
+}
+
+bool validAddr(const TData& data)
+{
+    const int addr = addrOf(data);
+    return addr >= 0 && addr < 8;
+}
+
+} // namespace
+
+TDev24::TDev24(const QString& name, const TData& description)
+    : TFamilyDevice(name, description, commands(), false)
+{
+}
+
+const TCommandTable& TDev24::commands()
+{
+    static const TCommandTable table(rows);
+    return table;
+}
+
+int TDev24::addrOfText(const QString& hexText)
+{
+    return int(fromHex(hexText));
+}
+
+int TDev24::pinMask() const
+{
+    return int(deviceValue(key::addr_mask).toUInt() & 7U);
+}
+
+QString TDev24::paramsText(const TData& data, QWidget* openForm) const
+{
+    const TCommandRow* command = row(data);
+    if (!command || command->shape != Shape::Pins)
+        return TFamilyDevice::paramsText(data, openForm);
+    const int addr = addrOf(data);
+    QString text = QStringLiteral("Address: ");
+    for (const auto& pin : pins) {
+        const bool isThere = (pinMask() & pin.bit) != 0;
+        text.append(QLatin1Char(!isThere ? '-' : (addr & pin.bit) != 0 ? '1' : '0'));
+    }
+    return text;
+}
+
+TFormSpec TDev24::formSpec(const TData& data) const
+{
+    const TCommandRow* command = row(data);
+    return command && command->shape == Shape::Pins ? pinsSpec(data) : TFamilyDevice::formSpec(data);
+}
+
+TFormSpec TDev24::pinsSpec(const TData& data) const
+{
+    TFormSpec spec;
+    spec.kind = TFormSpec::Kind::Items;
+    spec.value = hex(addrOf(data) & pinMask());
+    spec.defaultValue = QStringLiteral("00");
+    spec.items = QStringList{QStringLiteral("frm+"), QStringLiteral("grp+|%1").arg(langText(textPins))};
+    for (const auto& pin : pins) {
+        const bool isThere = (pinMask() & pin.bit) != 0;
+        spec.items.append(QStringLiteral("ckl|%1|-|%2|-|%3||")
+                              .arg(hex(pin.bit), QLatin1String(isThere ? "e" : "-"),
+                                   QLatin1String(isThere ? pin.name : "NC")));
+    }
+    spec.items += QStringList{QStringLiteral("grp-"), QStringLiteral("frm-")};
+    return spec;
+}
+
+TData TDev24::normalizeParams(const TData& data) const
+{
+    const TCommandRow* command = editedRow(data);
+    if (!command || command->shape != Shape::Pins)
+        return TFamilyDevice::normalizeParams(data);
+    return {{key::id_cmd, data.value(key::id_cmd)},
+            {key::addr, addrOfText(data.value(key::data).toString())}};
+}
+
+bool TDev24::checkParams(const TData& data) const
+{
+    const TCommandRow* command = row(data);
+    return command && command->shape == Shape::Pins ? validAddr(data) : TFamilyDevice::checkParams(data);
+}
+
+bool TDev24::checkDeviceParams(const TData& data) const
+{
+    return validClk(data) && validAddr(data);
+}
+
+bool TDev24::setDeviceDefaults(TData& data) const
+{
+    data.insert(key::addr, 0);
+    return TFamilyDevice::setDeviceDefaults(data);
+}
+
+QByteArray TDev24::deviceParamBlock(const TData& data) const
+{
+    return typeBlock() + char(quint8(addrOf(data))) + clockBlock(data) +
+           char(quint8(deviceValue(key::delay).toUInt()));
+}
+
+IDeviceExec* TDev24::createExec(const TData& data) const
+{
+    return new TDev24CExec(data);
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "devices/TFamilyDevice.h"
+
+/// Serial EEPROM on I2C: what its commands are. Its own is the address that its pins give it on the bus.
+class TDev24 : public TFamilyDevice
+{
+    Q_OBJECT
+
+public:
+    TDev24(const QString& name, const TData& description);
+
+    static const TCommandTable& commands();
+    /// The pins that the hexadecimal text of the generated form names, as the parameter addr holds them.
+    static int addrOfText(const QString& hexText);
+
+    QString paramsText(const TData& data, QWidget* openForm) const override;
+    TFormSpec formSpec(const TData& data) const override;
+    /// The form of the address pins; for set_device too.
+    TFormSpec pinsSpec(const TData& data) const;
+    TData normalizeParams(const TData& data) const override;
+    bool checkParams(const TData& data) const override;
+    bool checkDeviceParams(const TData& data) const override;
+    bool setDeviceDefaults(TData& data) const override;
+    QByteArray deviceParamBlock(const TData& data) const override;
+    IDeviceExec* createExec(const TData& data) const override;
+
+private:
+    int pinMask() const;
+};

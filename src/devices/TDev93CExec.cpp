@@ -1,0 +1,33 @@
+#include "devices/TDev93CExec.h"
+
+#include "core/keys.h"
+#include "misc/TNormCmdParam.h"
+
+#include <QtEndian>
+
+namespace {
+
+constexpr quint8 opSetClock = 2;
+constexpr quint8 opErase = 3;
+
+} // namespace
+
+TDev93CExec::TDev93CExec(const TData& data)
+    : IDeviceExec(data)
+{
+}
+
+bool TDev93CExec::execute(TSerialPort* port, bool&, int&, int&)
+{
+    const QString command = m_cmdData.value(key::cmd).toString();
+    QByteArray payload;
+    if (command == cmd::erase)
+        return portGuard(port) && sendChecked(port, opErase, payload);
+    if (command != cmd::set_clk)
+        return fail();
+    // The clock itself, not the level that the programmer's description may have for it.
+    payload.resize(4);
+    qToLittleEndian(quint32(getParam("devices/TDev93CExec", __LINE__, m_cmdData, key::clk).toInt()),
+                    payload.data());
+    return portGuard(port) && sendChecked(port, opSetClock, payload);
+}
