@@ -2,27 +2,17 @@
 #include "core/globals.h"
 #include "core/keys.h"
 #include "devices/TDevProg.h"
-#include "devices/TDevProgExec.h"
 #include "link/TSerialPort.h"
 #include "support/BenchProject.h"
 #include "support/ScriptedPeer.h"
 
 #include <QtTest>
 
-#include <memory>
-
 namespace {
 
 QByteArray refusal(int code)
 {
     return peerFrame(0xFF, QByteArray(1, static_cast<char>(code)) + QByteArray(1, '\0'));
-}
-
-void openPort(TSerialPort& port, const ScriptedPeer& peer)
-{
-    QVERIFY(port.open(peer.path(), QIODevice::ReadWrite));
-    port.setTimeout(300);
-    port.setMaxData(64);
 }
 
 } // namespace
@@ -35,19 +25,34 @@ class TestProgExec : public QObject
 private slots:
     void frames_data();
     void frames();
-    void framesOnly();
-    void refused();
-    void closedPort();
-    void selectsTheChip_data();
+    void nothingIsSent();
     void selectsTheChip();
     void detects_data();
     void detects();
-    void detectsWithoutAFamily();
-    void executesTheRoute();
 
 private:
+    /// Runs the command against the script and gives its outcome, the script's report as a last event.
+    BenchRun play(int id_cmd, ScriptedPeer& peer, bool* stillOpen = nullptr) const;
+
     TDevProg m_prog{dev_class::prog, {}};
 };
+
+BenchRun TestProgExec::play(int id_cmd, ScriptedPeer& peer, bool* stillOpen) const
+{
+    peer.start();
+    TSerialPort port;
+    if (!port.open(peer.path(), QIODevice::ReadWrite))
+        return {};
+    port.setTimeout(300);
+    port.setMaxData(64);
+    BenchRun run = runCommand(m_prog, id_cmd, port);
+    if (stillOpen)
+        *stillOpen = port.isOpen();
+    const QString report = peer.finish();
+    if (!report.isEmpty())
+        run.events.append(report);
+    return run;
+}
 
 void TestProgExec::frames_data()
 {
@@ -71,7 +76,7 @@ void TestProgExec::frames_data()
     row("3.3", cmd::set_vcc, {{key::vcc, "3.3"}}, 0x89, "21");
     row("cut, not rounded", cmd::set_vcc, {{key::vcc, "3.29999"}}, 0x89, "20");
     row("more than the field", cmd::set_vcc, {{key::vcc, "25.7"}}, 0x89, "01");
-    row("no number", cmd::set_vcc, {{key::vcc, "1e300"}}, 0x89, "00");
+    row("beyond all", cmd::set_vcc, {{key::vcc, "1e300"}}, 0x89, "00");
     row("", cmd::set_vpp, {{key::vpp, 12.5}}, 0x8A, "7D");
     row("", cmd::set_vicc, {{key::vcc, "5"}, {key::icc, "100000.5"}, {key::ocp, "true"}}, 0x8B,
         "32F4E2F50501");
@@ -87,143 +92,87 @@ void TestProgExec::frames()
     QFETCH(TData, params);
     QFETCH(int, opcode);
     QFETCH(QByteArray, payload);
-    ScriptedPeer peer;
-    peer.expect(peerFrame(static_cast<quint8>(opcode), payload),
-                peerFrame(static_cast<quint8>(opcode), "any"));
-    peer.start();
     BenchProject bench;
-    bench.add(cmd::set_prog, {{key::prog, "bench"}});
-    TSerialPort port;
-    openPort(port, peer);
-    const BenchRun run = runCommand(m_prog, bench.add(cmd, params), port);
-    QVERIFY2(run.ok, qPrintable(run.errorText));
-    QVERIFY(!run.exit && run.events.isEmpty());
-    QCOMPARE(peer.finish(), QString());
-}
-
-void TestProgExec::framesOnly()
-{
-    ScriptedPeer peer;
-    peer.start();
-    BenchProject bench;
-    TSerialPort port;
-    openPort(port, peer);
-    const BenchRun run = runCommand(m_prog, bench.add(cmd::set_prog), port);
-    QVERIFY(!run.ok);
-    QCOMPARE(run.errorText, QString());
-    QCOMPARE(peer.finish(), QString());
-}
-
-void TestProgExec::refused()
-{
-    ScriptedPeer peer;
-    peer.expect(peerFrame(0x89, "\x21"), refusal(9));
-    peer.start();
-    BenchProject bench;
-    TSerialPort port;
-    openPort(port, peer);
-    const BenchRun run = runCommand(m_prog, bench.add(cmd::set_vcc, {{key::vcc, 3.3}}), port);
-    QVERIFY(!run.ok);
-    QCOMPARE(run.errorText, QStringLiteral("T414"));
-    QCOMPARE(peer.finish(), QString());
-}
-
-void TestProgExec::closedPort()
-{
-    BenchProject bench;
-    bench.addProgAndChip();
-    for (const QString& key : m_prog.commandKeys()) {
-        TSerialPort port;
-        const BenchRun run = runCommand(m_prog, bench.add(key), port);
-        QVERIFY(!run.ok);
-        QCOMPARE(run.errorText, QStringLiteral("T392"));
+    bench.addProg();
+    const int id = bench.add(cmd, params);
+    const QByteArray frame = peerFrame(static_cast<quint8>(opcode), payload);
+    for (const QByteArray& reply : {peerFrame(0x00, "any"), refusal(9)}) {
+        ScriptedPeer peer;
+        peer.expect(frame, reply);
+        const BenchRun run = play(id, peer);
+        QCOMPARE(run.events, QStringList());
+        QCOMPARE(run.ok, reply != refusal(9));
+        QCOMPARE(run.errorText, QString(run.ok ? "" : "T414"));
     }
 }
 
-void TestProgExec::selectsTheChip_data()
+void TestProgExec::nothingIsSent()
 {
-    QTest::addColumn<QString>("block");
-    QTest::newRow("block") << "0300A5";
-    QTest::newRow("empty") << "";
+    BenchProject bench;
+    for (const QString& key : m_prog.commandKeys()) {
+        TSerialPort closed;
+        const BenchRun run = runCommand(m_prog, bench.add(key), closed);
+        QVERIFY(!run.ok && run.errorText == QLatin1String("T392"));
+    }
+    // No chip, no detection of that name, no command of the programmer.
+    for (const QString& key : {QString(cmd::set_device), QString(cmd::auto_detect), QString(cmd::set_prog)}) {
+        ScriptedPeer peer;
+        const BenchRun run = play(bench.add(key, {{key::name, "x"}, {key::stop, 0}}), peer);
+        QVERIFY(!run.ok && run.errorText.isEmpty() && run.events.isEmpty());
+    }
 }
 
 void TestProgExec::selectsTheChip()
 {
-    QFETCH(QString, block);
-    ScriptedPeer peer;
-    peer.expect(peerFrame(0x84, QByteArray::fromHex(block.toLatin1())), peerFrame(0x84));
-    peer.start();
-    BenchProject bench;
-    bench.setChip({{"block", block}});
-    TSerialPort port;
-    openPort(port, peer);
-    QVERIFY(runCommand(m_prog, bench.add(cmd::set_device, {{key::device, "c"}, {key::file, "f"}}), port).ok);
-    const BenchRun run = runCommand(m_prog, bench.add(cmd::set_device), port);
-    QVERIFY(!run.ok);
-    QCOMPARE(run.errorText, QString());
-    QCOMPARE(peer.finish(), QString());
+    for (const char* block : {"0300A5", ""}) {
+        BenchProject bench;
+        bench.setChip({{"block", block}});
+        ScriptedPeer peer;
+        peer.expect(peerFrame(0x84, QByteArray::fromHex(block)), peerFrame(0x84));
+        const BenchRun run = play(bench.addChip(), peer);
+        QVERIFY(run.ok && run.events.isEmpty());
+    }
 }
 
 void TestProgExec::detects_data()
 {
     QTest::addColumn<QByteArray>("selectReply");
     QTest::addColumn<QByteArray>("idReply"); // null: is not asked for
-    QTest::addColumn<QString>("ok");         // with stop, without stop
-    QTest::addColumn<int>("cfg");            // where the run goes on
-    QTest::addColumn<QString>("errorText");  // with stop; "T397" and "T389" without it, too
-    QTest::addColumn<QStringList>("events"); // without stop
-    const QByteArray selected = peerFrame(0x84);
-    const auto jump = [](const char* chip, const char* cfg) {
-        return QStringList{QStringLiteral("2:T401 %1").arg(QLatin1String(chip)),
-                           QStringLiteral("3:\n--> T394 \"%1\"").arg(QLatin1String(cfg))};
+    QTest::addColumn<QString>("stopsWith");  // error with "Stop"; "-" is none
+    QTest::addColumn<QString>("skipsWith");  // error with "Skip"
+    QTest::addColumn<int>("cfg");            // where the run goes on; -1 behind the command
+    QTest::addColumn<QString>("chip");       // as it is told; null when it is not
+    const QByteArray yes = peerFrame(0x84);
+    const auto row = [](const char* name, const QByteArray& selectReply, const QByteArray& idReply,
+                        const char* stopsWith, const char* skipsWith, int cfg, const char* chip) {
+        QTest::newRow(name) << selectReply << idReply << QString(stopsWith) << QString(skipsWith) << cfg
+                            << QString::fromLatin1(chip);
     };
-    const auto none = [](const char* chip) {
-        return QStringList{QStringLiteral("2:T401 %1").arg(QLatin1String(chip)),
-                           QStringLiteral("2:T402 %1").arg(QLatin1String(chip))};
-    };
-    QTest::newRow("first chip") << selected << peerFrame(3, "A1") << "yy" << 1 << ""
-                                << jump("One (A1)", "Second");
-    QTest::newRow("second chip") << selected << peerFrame(3, "A2") << "yy" << 2 << ""
-                                 << jump("Two (A2)", "Third");
-    QTest::newRow("third chip, not in the list")
-        << selected << peerFrame(3, "A3") << "yy" << 0 << "" << jump(" (A3)", "First");
-    QTest::newRow("no route") << selected << peerFrame(3, "B0") << "ny" << -1 << "T402 Other (B0)"
-                              << none("Other (B0)");
-    QTest::newRow("route of -1") << selected << peerFrame(3, "A4") << "ny" << -1 << "T402  (A4)"
-                                 << none(" (A4)");
-    QTest::newRow("route that is no number")
-        << selected << peerFrame(3, "A5") << "ny" << -1 << "T402  (A5)" << none(" (A5)");
-    QTest::newRow("configuration is gone")
-        << selected << peerFrame(3, "A6") << "nn" << -1 << "T397" << QStringList{"2:T401  (A6)"};
-    QTest::newRow("identification is empty")
-        << selected << peerFrame(3) << "ny" << -1 << "T402  ()" << none(" ()");
-    QTest::newRow("cannot be read") << selected << peerFrame(3, "?") << "ny" << -1 << "unreadable"
-                                    << none(" (?)");
-    QTest::newRow("reading is refused") << selected << refusal(7) << "ny" << -1 << "T412" << none(" ()");
-    QTest::newRow("reading gets no answer")
-        << selected << QByteArray("") << "nn" << -1 << "T389" << QStringList();
-    QTest::newRow("chip is refused") << refusal(6) << peerFrame(3, "A1") << "ny" << 1 << "T411"
-                                     << jump("One (A1)", "Second");
-    QTest::newRow("no answer at all")
-        << QByteArray("") << QByteArray() << "nn" << -1 << "T389" << QStringList();
+    row("first chip", yes, peerFrame(3, "A1"), "-", "-", 1, "One (A1)");
+    row("second chip", yes, peerFrame(3, "A2"), "-", "-", 2, "Two (A2)");
+    row("third chip, not in the list", yes, peerFrame(3, "A3"), "-", "-", 0, " (A3)");
+    row("no route", yes, peerFrame(3, "B0"), "T402 Other (B0)", "-", -1, "Other (B0)");
+    row("route of -1", yes, peerFrame(3, "A4"), "T402  (A4)", "-", -1, " (A4)");
+    row("route that is no number", yes, peerFrame(3, "A5"), "T402  (A5)", "-", -1, " (A5)");
+    row("configuration is gone", yes, peerFrame(3, "A6"), "T397", "T397", -1, " (A6)");
+    row("no identification", yes, peerFrame(3), "T402  ()", "-", -1, " ()");
+    row("cannot be read", yes, peerFrame(3, "?"), "unreadable", "-", -1, " (?)");
+    row("reading is refused", yes, refusal(7), "T412", "-", -1, " ()");
+    row("reading gets no answer", yes, "", "T389", "T389", -1, nullptr);
+    row("chip is refused", refusal(6), peerFrame(3, "A1"), "T411", "-", 1, "One (A1)");
+    row("no answer at all", "", {}, "T389", "T389", -1, nullptr);
 }
 
 void TestProgExec::detects()
 {
     QFETCH(QByteArray, selectReply);
     QFETCH(QByteArray, idReply);
-    QFETCH(QString, ok);
+    QFETCH(QString, stopsWith);
+    QFETCH(QString, skipsWith);
     QFETCH(int, cfg);
-    QFETCH(QString, errorText);
-    QFETCH(QStringList, events);
-    for (const int stop : {1, 0}) {
-        const bool good = ok.at(1 - stop) == QLatin1Char('y');
-        ScriptedPeer peer;
-        peer.expect(peerFrame(0x84, "\x07"), selectReply);
-        const bool asked = !idReply.isNull() && (stop == 0 || selectReply.at(1) != '\xFF');
-        if (asked)
-            peer.expect(peerFrame(3), idReply);
-        peer.start();
+    QFETCH(QString, chip);
+    enum Mode { Jamp = 1, Stop = 2 };
+    for (const int mode : {Jamp | Stop, Jamp + 0, Stop + 0, 0}) {
         BenchProject bench;
         bench.setChip({{"block", "07"}});
         bench.dir().write("auto.lst", "Kit=kit.dev|kit.sig\n");
@@ -232,64 +181,36 @@ void TestProgExec::detects()
         bench.addCfg("Third");
         const int id = bench.add(cmd::auto_detect, {{key::name, "Kit"},
                                                     {key::route, "A1=1|A2=2|A3=0|A4=-1|A5=x|A6=9"},
-                                                    {key::execute, "0"},
-                                                    {key::stop, QString::number(stop)}});
-        TSerialPort port;
-        openPort(port, peer);
-        const BenchRun run = runCommand(m_prog, id, port);
-        QCOMPARE(run.ok, good);
-        const bool jumped = good && cfg >= 0;
-        QCOMPARE(run.cur_cfg, jumped ? cfg : 2);
-        QCOMPARE(run.cur_cmd, jumped ? -1 : id);
-        QCOMPARE(port.isOpen(), !jumped);
-        if (!good)
-            QCOMPARE(run.errorText, errorText);
-        if (stop == 0)
-            QCOMPARE(run.events, events);
-        QCOMPARE(peer.finish(), QString());
+                                                    {key::execute, mode & Jamp ? "0" : "1"},
+                                                    {key::stop, mode & Stop ? "1" : "0"}});
+        ScriptedPeer peer;
+        peer.expect(peerFrame(0x84, "\x07"), selectReply);
+        if (!idReply.isNull() && (selectReply != refusal(6) || !(mode & Stop)))
+            peer.expect(peerFrame(3), idReply);
+        bool stillOpen = false;
+        const BenchRun run = play(id, peer, &stillOpen);
+
+        const QString error = mode & Stop ? stopsWith : skipsWith;
+        QCOMPARE(run.ok, error == QLatin1String("-"));
+        if (!run.ok)
+            QCOMPARE(run.errorText, error);
+        const bool routed = run.ok && cfg >= 0;
+        QCOMPARE(run.cur_cfg, routed && (mode & Jamp) ? cfg : 2);
+        QCOMPARE(run.cur_cmd, routed && (mode & Jamp) ? -1 : id);
+        QCOMPARE(stillOpen, !routed);
+        QStringList events;
+        if (!chip.isNull() && (run.ok || error != QLatin1String("T411")) && error != QLatin1String("T412") &&
+            error != QLatin1String("unreadable"))
+            events.append("2:T401 " + chip);
+        const QString name = project().cfgName(cfg);
+        if (routed && (mode & Jamp))
+            events.append("3:\n--> T394 \"" + name + '"');
+        else if (routed)
+            events += {"2:T403 " + name, QStringLiteral("start:%1").arg(cfg)};
+        else if (run.ok)
+            events.append("2:T402 " + chip);
+        QCOMPARE(run.events, events);
     }
-}
-
-void TestProgExec::detectsWithoutAFamily()
-{
-    ScriptedPeer peer;
-    peer.start();
-    BenchProject bench;
-    TSerialPort port;
-    openPort(port, peer);
-    const BenchRun run =
-        runCommand(m_prog, bench.add(cmd::auto_detect, {{key::name, "x"}, {key::stop, 0}}), port);
-    QVERIFY(!run.ok);
-    QCOMPARE(run.errorText, QString());
-    QCOMPARE(peer.finish(), QString());
-}
-
-void TestProgExec::executesTheRoute()
-{
-    ScriptedPeer peer;
-    peer.expect(peerFrame(0x84), peerFrame(0x84)).expect(peerFrame(3), peerFrame(3, "A1")).start();
-    BenchProject bench;
-    bench.dir().write("auto.lst", "Kit=kit.dev|none.sig\n");
-    const int target = bench.addCfg("Next");
-    const int id = bench.add(cmd::auto_detect, {{key::name, "Kit"},
-                                                {key::route, QStringLiteral("A1=%1").arg(target)},
-                                                {key::execute, "1"},
-                                                {key::stop, "1"}});
-    TSerialPort port;
-    openPort(port, peer);
-    TDevProgExec exec(bench.data(id));
-    QSignalSpy started(&exec, SIGNAL(signalExecuteFromCmd(int)));
-    QSignalSpy texts(&exec, &IDeviceExec::signalEventText);
-    bool exit = false;
-    int cur_cfg = 0;
-    int cur_cmd = id;
-    QVERIFY(exec.execute(&port, exit, cur_cfg, cur_cmd));
-    QCOMPARE(started.size(), 1);
-    QCOMPARE(started.first().first().toInt(), target);
-    QCOMPARE(texts.last().at(1).toString(), QStringLiteral("T403 Next"));
-    QCOMPARE(cur_cmd, id);
-    QVERIFY(cur_cfg == 0 && !exit && !port.isOpen());
-    QCOMPARE(peer.finish(), QString());
 }
 
 QTEST_GUILESS_MAIN(TestProgExec)

@@ -6,6 +6,8 @@
 #include "core/TLang.h"
 #include "core/globals.h"
 #include "core/keys.h"
+#include "devices/TDevProgExec.h"
+#include "devices/TDevToolsExec.h"
 #include "devices/TDeviceList.h"
 #include "link/TSerialPort.h"
 
@@ -92,69 +94,6 @@ QByteArray numberedTexts()
 
 } // namespace
 
-BenchChip::BenchChip(const QString& name, const TData& data)
-    : IDevice(name)
-{
-    setDeviceData(data);
-}
-
-bool BenchChip::hasCommand(const QString&) const
-{
-    return true;
-}
-
-QStringList BenchChip::commandKeys() const
-{
-    return {};
-}
-
-void BenchChip::setDefaultParams(TData&) const {}
-
-QString BenchChip::commandTitle(const TData&) const
-{
-    return {};
-}
-
-QString BenchChip::paramsText(const TData&, QWidget*) const
-{
-    return {};
-}
-
-QWidget* BenchChip::createForm(const TData&) const
-{
-    return nullptr;
-}
-
-TData BenchChip::normalizeParams(const TData& data) const
-{
-    return data;
-}
-
-bool BenchChip::refreshParams(TData&) const
-{
-    return false;
-}
-
-bool BenchChip::checkParams(const TData&) const
-{
-    return true;
-}
-
-bool BenchChip::checkDeviceParams(const TData&) const
-{
-    return deviceValue(QStringLiteral("good")).toBool();
-}
-
-bool BenchChip::setDeviceDefaults(TData&) const
-{
-    return false;
-}
-
-QWidget* BenchChip::createDeviceForm(const TData&) const
-{
-    return nullptr;
-}
-
 QByteArray BenchChip::deviceParamBlock(const TData&) const
 {
     return QByteArray::fromHex(deviceValue(QStringLiteral("block")).toByteArray());
@@ -219,10 +158,15 @@ int BenchProject::add(const QString& word, const TData& params)
     return id;
 }
 
-void BenchProject::addProgAndChip()
+int BenchProject::addProg()
 {
-    add(cmd::set_prog, {{key::prog, QStringLiteral("bench")}});
-    add(cmd::set_device, {{key::device, QStringLiteral("chip")}, {key::file, QStringLiteral("chip.dev")}});
+    return add(cmd::set_prog, {{key::prog, QStringLiteral("bench")}});
+}
+
+int BenchProject::addChip()
+{
+    return add(cmd::set_device,
+               {{key::device, QStringLiteral("chip")}, {key::file, QStringLiteral("chip.dev")}});
 }
 
 TData BenchProject::data(int id_cmd) const
@@ -245,6 +189,11 @@ BenchRun runCommand(const IDevice& device, int id_cmd, TSerialPort& port)
     QObject::connect(exec.get(), &IDeviceExec::signalEventText, [&run](TCodeExec code, const QString& text) {
         run.events.append(QStringLiteral("%1:%2").arg(QString::number(code), text));
     });
+    const auto noteStart = [&run](int id) { run.events.append(QStringLiteral("start:%1").arg(id)); };
+    if (const auto* tools = qobject_cast<TDevToolsExec*>(exec.get()))
+        QObject::connect(tools, &TDevToolsExec::signalExecuteFromCmd, noteStart);
+    if (const auto* prog = qobject_cast<TDevProgExec*>(exec.get()))
+        QObject::connect(prog, &TDevProgExec::signalExecuteFromCmd, noteStart);
     run.ok = exec->execute(&port, run.exit, run.cur_cfg, run.cur_cmd);
     run.errorText = exec->errorText();
     return run;

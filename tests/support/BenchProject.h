@@ -1,34 +1,24 @@
 #pragma once
 
-#include "core/IDevice.h"
 #include "core/IDeviceCatalogue.h"
-#include "devices/IDeviceExec.h"
+#include "devices/TDevTools.h"
 #include "support/TestDir.h"
 
 class TSerialPort;
 
 /// A chip that is nothing but its description. Its identification is the text that opcode 3 answers;
 /// "?" is a chip that cannot be read. The key "good" is the answer of checkDeviceParams, "block" the
-/// payload of the chip's selection as hexadecimal text.
-class BenchChip : public IDevice
+/// payload of the chip's selection as hexadecimal text. What it does not need it has from the tools.
+class BenchChip : public TDevTools
 {
-    Q_OBJECT
-
 public:
-    BenchChip(const QString& name, const TData& data);
+    using TDevTools::TDevTools;
 
-    bool hasCommand(const QString& key) const override;
-    QStringList commandKeys() const override;
-    void setDefaultParams(TData& data) const override;
-    QString commandTitle(const TData& data) const override;
-    QString paramsText(const TData& data, QWidget* openForm) const override;
-    QWidget* createForm(const TData& data) const override;
-    TData normalizeParams(const TData& data) const override;
-    bool refreshParams(TData& data) const override;
-    bool checkParams(const TData& data) const override;
-    bool checkDeviceParams(const TData& data) const override;
-    bool setDeviceDefaults(TData& data) const override;
-    QWidget* createDeviceForm(const TData& data) const override;
+    bool hasCommand(const QString&) const override { return true; }
+    bool checkDeviceParams(const TData&) const override
+    {
+        return deviceValue(QStringLiteral("good")).toBool();
+    }
     QByteArray deviceParamBlock(const TData& data) const override;
     IDeviceExec* createExec(const TData& data) const override;
 };
@@ -54,8 +44,8 @@ public:
     int addCfg(const QString& name);
     /// Appends a checked command to the last configuration, binds all, gives its id.
     int add(const QString& word, const TData& params = {});
-    /// set_prog with the alias, then set_device with the chip.
-    void addProgAndChip();
+    int addProg();
+    int addChip();
     TData data(int id_cmd) const;
 
 private:
@@ -74,7 +64,7 @@ struct BenchRun
     int cur_cfg = -1;
     int cur_cmd = -1;
     QString errorText;
-    QStringList events; ///< "code:text"
+    QStringList events; ///< "code:text"; "start:id" for a configuration that is to be started
 };
 /// Runs the command to its end on this thread with an executor of that device.
 BenchRun runCommand(const IDevice& device, int id_cmd, TSerialPort& port);
