@@ -146,7 +146,7 @@ QString TArguments::help()
         "                             (without it: the first one)\n"
         "      --port ALIAS=PORT      where the programmer ALIAS is; may be repeated\n"
         "      --events               one JSON object a line in place of the log\n"
-        "      --save                 writes the project at the end, if the runs changed it\n"
+        "      --save                 writes the project if the runs changed it\n"
         "      --resume               goes on at once at every pause\n"
         "  check [--json] PROJECT     prints every command and whether it is valid\n"
         "  list WHAT                  chips, families, programmers, checksums or ports\n"

@@ -2,6 +2,7 @@
 
 #include <QSocketNotifier>
 
+#include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <ctime>
@@ -13,7 +14,9 @@ namespace {
 constexpr time_t sameWishSeconds = 2;
 
 int pipeEnds[2] = {-1, -1};
-volatile time_t firstTime = 0;
+/// Set by whichever thread the system gives the signal to; such an atomic is allowed in a handler.
+std::atomic<time_t> firstTime{0};
+static_assert(std::atomic<time_t>::is_always_lock_free);
 
 // Only calls that are allowed inside a handler of signals.
 void handle(int)
@@ -21,13 +24,13 @@ void handle(int)
     const int savedErrno = errno;
     timespec now{};
     clock_gettime(CLOCK_MONOTONIC, &now);
-    if (firstTime != 0 && now.tv_sec - firstTime > sameWishSeconds)
-        _exit(TInterrupt::exitCode);
-    if (firstTime == 0) {
-        firstTime = now.tv_sec;
+    time_t first = 0;
+    if (firstTime.compare_exchange_strong(first, now.tv_sec)) {
         const char byte = 1;
         // Full is impossible: there is one byte in the life of the process.
         [[maybe_unused]] const ssize_t written = write(pipeEnds[1], &byte, 1);
+    } else if (now.tv_sec - first > sameWishSeconds) {
+        _exit(TInterrupt::exitCode);
     }
     errno = savedErrno;
 }

@@ -51,6 +51,13 @@ void TRunOutput::status(const QString& config, int status)
         m_progress.set(config, 0);
 }
 
+void TRunOutput::note(const QString& text)
+{
+    m_progress.clear();
+    printError(text);
+    m_progress.draw();
+}
+
 void TRunOutput::end(int exitCode)
 {
     if (m_asEvents)

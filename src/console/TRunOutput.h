@@ -18,6 +18,8 @@ public:
     void line(const QString& config, TCodeExec code, const QString& text1, const QString& text2);
     void progress(const QString& config, int percent);
     void status(const QString& config, int status);
+    /// A word to the user on standard error, above the progress.
+    void note(const QString& text);
     /// The last line.
     void end(int exitCode);
 

@@ -128,6 +128,8 @@ void TRunSession::paused(int id_cfg)
     } else if (m_input.hasEnded()) {
         stopLater(id_cfg);
     } else {
+        if (isatty(STDIN_FILENO) == 1)
+            m_output.note(QStringLiteral("press Enter to go on"));
         m_input.want();
     }
 }
@@ -135,7 +137,7 @@ void TRunSession::paused(int id_cfg)
 void TRunSession::interrupted()
 {
     m_interrupted = true;
-    printError(langText(422));
+    m_output.note(langText(422));
     m_control.stopAll();
 }
 

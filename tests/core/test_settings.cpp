@@ -345,6 +345,7 @@ void TestSettings::shippedSettings()
     QCOMPARE(data.progNames.record(alias).port, QStringLiteral("./sim"));
     const QString description = data.progTypes.file(data.progNames.record(alias).type);
     QVERIFY(QFile::exists(absFile(QStringLiteral(VM_DATA_DIR "/progs"), description)));
+    QVERIFY(QFile::exists(absFile(QStringLiteral(VM_DATA_DIR "/projects"), data.PrjListFile)));
     QVERIFY(!data.PrjListName.isEmpty());
 }
 
