@@ -21,6 +21,9 @@ public:
     /// The text that the open form of a command shows as its result; false if form is not such a form
     /// or belongs to another command.
     virtual bool resultText(QWidget* form, int id_cmd, QString& text) = 0;
+    /// Shows new data of the command in its open form, with the form's signals blocked; false if form
+    /// belongs to another command or cannot be brought up to date.
+    virtual bool updateForm(QWidget* form, const TData& data) = 0;
 };
 
 /// The registered factory, or null.

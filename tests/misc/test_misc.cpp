@@ -28,6 +28,7 @@ public:
         text = QStringLiteral("C0FFEE");
         return id_cmd == 7;
     }
+    bool updateForm(QWidget*, const TData&) override { return false; }
 };
 
 const TData chipKeys{{key::prg_section, "CHIP"}, {key::reset_pol, 0}};
