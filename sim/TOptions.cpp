@@ -29,6 +29,7 @@ const TOption table[] = {
     {"--trace", &TOptions::trace, nullptr, 0, 0},
 };
 
+constexpr std::size_t longestName = 65535; ///< what one reply can carry
 const char* const faultWord = "--fault";
 
 } // namespace
@@ -73,7 +74,7 @@ bool TOptions::take(const std::string& option, const std::string& value, std::st
     }
     if (row->text != nullptr) {
         this->*(row->text) = value;
-        return !value.empty() || row->text == &TOptions::name;
+        return row->text == &TOptions::name ? value.size() <= longestName : !value.empty();
     }
     const auto number = toNumber(value, 10, row->most);
     if (!number || *number < row->least)
@@ -95,7 +96,7 @@ Answers on a pseudo-terminal as a chip programmer does, with a chip in its socke
   --interface ID    interface id of the programmer, 0 to 65535 (default 1234)
   --image FILE      contents of the chip's main memory: read at the start, written at the end
   --address N       level of the address pins of an I2C chip, 0 to 7 (default 0)
-  --baud N          holds the line to N baud, and waits as long as the chip would
+  --baud N          holds the line to N baud; writes of AVR and I2C chips take their time too
   --max-data N      largest payload that is taken (default 65535)
   --fault KIND@N    the Nth frame goes wrong; may be repeated. KIND is one of silent, cut, checksum,
                     noise, error=CODE, short, echo, hangup, flip

@@ -13,6 +13,8 @@
 
 namespace {
 
+const std::string terminals = "/dev/pts/";
+
 std::string reason()
 {
     return std::strerror(errno);
@@ -44,6 +46,22 @@ std::string targetOf(const std::string& link)
     std::array<char, PATH_MAX> buffer{};
     const ssize_t size = readlink(link.c_str(), buffer.data(), buffer.size());
     return size < 0 ? std::string() : std::string(buffer.data(), std::size_t(size));
+}
+
+/// What may be replaced is a link that leads nowhere, or to a terminal that no simulator keeps any more.
+bool mayReplace(const std::string& path, std::string& error)
+{
+    struct stat info = {};
+    if (lstat(path.c_str(), &info) != 0)
+        return true;
+    const bool toTerminal =
+        S_ISLNK(info.st_mode) && targetOf(path).compare(0, terminals.size(), terminals) == 0;
+    const bool toNothing = S_ISLNK(info.st_mode) && stat(path.c_str(), &info) != 0;
+    if (!toTerminal && !toNothing)
+        error = path + " is there and is no link of a simulator; it stays as it is";
+    else if (isInUse(path))
+        error = path + " is in use by another simulator or program";
+    return error.empty();
 }
 
 bool makeRaw(int fd)
@@ -92,17 +110,8 @@ bool TPseudoTerminal::open(std::string& error)
 
 bool TPseudoTerminal::makeLink(const std::string& path, std::string& error)
 {
-    struct stat info = {};
-    if (lstat(path.c_str(), &info) == 0) {
-        if (!S_ISLNK(info.st_mode)) {
-            error = path + " is there and is no link; it stays as it is";
-            return false;
-        }
-        if (isInUse(path)) {
-            error = path + " is in use by another simulator or program";
-            return false;
-        }
-    }
+    if (!mayReplace(path, error))
+        return false;
     const std::string fresh = path + "." + std::to_string(getpid()) + ".part";
     if (symlink(terminal.c_str(), fresh.c_str()) != 0 || rename(fresh.c_str(), path.c_str()) != 0) {
         error = "cannot make the link " + path + ": " + reason();

@@ -15,8 +15,8 @@ public:
 
     /// Makes the terminal. False, with `error`.
     [[nodiscard]] bool open(std::string& error);
-    /// Makes the link. A link that is there is replaced, unless a running simulator answers behind it;
-    /// anything else that is there stays. False, with `error`.
+    /// Makes the link. A link to a terminal that is there is replaced, unless a running simulator answers
+    /// behind it; a file or a link to anything else stays. False, with `error`.
     [[nodiscard]] bool makeLink(const std::string& path, std::string& error);
     /// Closes the line and removes the link, if it still leads here.
     void close();

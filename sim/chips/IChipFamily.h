@@ -35,4 +35,4 @@ public:
 };
 
 /// Greatest memory that is modelled; a description that says more is wrong.
-constexpr std::uint64_t greatestMemory = 256U * 1024 * 1024;
+constexpr std::uint64_t greatestMemory = std::uint64_t(256) << 20;

@@ -7,7 +7,7 @@ namespace {
 constexpr std::size_t tableAt = 0x10;
 constexpr std::size_t tableWords = 9;
 constexpr std::uint32_t smallErase = 4096;
-constexpr std::size_t eraseTypes = 4;
+constexpr std::ptrdiff_t eraseTypes = 4;
 
 void put32(Bytes& area, std::size_t word, std::uint32_t value)
 {
@@ -34,15 +34,15 @@ std::uint32_t firstWord(const std::vector<TEraseBlock>& erases)
 
 void putErases(Bytes& area, const std::vector<TEraseBlock>& erases)
 {
-    std::size_t row = 0;
-    const std::size_t at = tableAt + 7 * 4;
+    std::ptrdiff_t row = 0;
+    constexpr std::size_t at = tableAt + std::size_t(7) * 4;
     std::fill_n(area.begin() + at, eraseTypes * 2, std::uint8_t(0));
     for (const TEraseBlock& erase : erases) {
         const std::uint8_t exponent = exponentOf(erase.size);
         if (exponent == 0 || row == eraseTypes)
             continue;
-        area[at + row * 2] = exponent;
-        area[at + row * 2 + 1] = erase.opcode;
+        area[at + std::size_t(row) * 2] = exponent;
+        area[at + std::size_t(row) * 2 + 1] = erase.opcode;
         row++;
     }
 }

@@ -185,8 +185,12 @@ void TestSimProgram::leavesForeignFiles()
     const QTemporaryDir dir;
     const QString path = dir.filePath("notes");
     writeFile(path, "keep me");
-    QCOMPARE(exitCodeOf({"--port", path}), 1);
-    QCOMPARE(contentsOf(path), QByteArray("keep me"));
+    const QString link = dir.filePath("link");
+    QVERIFY(QFile::link(path, link));
+    for (const QString& port : {path, link}) {
+        QCOMPARE(exitCodeOf({"--port", port}), 1);
+        QCOMPARE(contentsOf(port), QByteArray("keep me"));
+    }
 }
 
 void TestSimProgram::leavesLinkOfAnother()
