@@ -7,13 +7,12 @@
 #include "core/keys.h"
 #include "link/AutoList.h"
 #include "link/TSerialPort.h"
+#include "link/opcodes.h"
 #include "misc/TNormCmdParam.h"
 
 #include <memory>
 
 namespace {
-
-constexpr quint8 selectChip = 0x84;
 
 QVariant param(const TData& data, const QString& key, int line = __builtin_LINE())
 {
@@ -90,15 +89,15 @@ QByteArray vippPayload(const TData& data)
 struct Frame
 {
     QLatin1String word;
-    quint8 opcode;
+    quint8 command;
     QByteArray (*payload)(const TData&);
 };
 
 constexpr Frame frames[] = {
-    {cmd::reset, 0x86, resetPayload},   {cmd::set_freq, 0x87, freqPayload},
-    {cmd::set_io, 0x88, ioPayload},     {cmd::set_vcc, 0x89, vccPayload},
-    {cmd::set_vpp, 0x8A, vppPayload},   {cmd::set_vicc, 0x8B, viccPayload},
-    {cmd::set_vipp, 0x8C, vippPayload},
+    {cmd::reset, opcode::resetPulse, resetPayload},    {cmd::set_freq, opcode::setFreq, freqPayload},
+    {cmd::set_io, opcode::setPins, ioPayload},         {cmd::set_vcc, opcode::setVcc, vccPayload},
+    {cmd::set_vpp, opcode::setVpp, vppPayload},        {cmd::set_vicc, opcode::setVccLimit, viccPayload},
+    {cmd::set_vipp, opcode::setVppLimit, vippPayload},
 };
 
 /// The configuration of a chip, -1 when the routes name none.
@@ -128,21 +127,21 @@ bool TDevProgExec::execute(TSerialPort* port, bool&, int& cur_cfg, int& cur_cmd)
         return runAutoDetect(port, cur_cfg, cur_cmd);
     for (const Frame& frame : frames) {
         if (word == frame.word)
-            return send(port, frame.opcode, frame.payload(m_cmdData));
+            return send(port, frame.command, frame.payload(m_cmdData));
     }
     return false;
 }
 
-bool TDevProgExec::send(TSerialPort* port, quint8 opcode, QByteArray payload)
+bool TDevProgExec::send(TSerialPort* port, quint8 command, QByteArray payload)
 {
-    return sendChecked(port, opcode, payload);
+    return sendChecked(port, command, payload);
 }
 
 bool TDevProgExec::runSetDevice(TSerialPort* port)
 {
     const TDataCmd* command = project().cmdById(param(m_cmdData, key::id_cmd).toInt());
     const IDevice* family = command ? command->family() : nullptr;
-    return family && send(port, selectChip, family->deviceParamBlock(m_cmdData));
+    return family && send(port, opcode::selectChip, family->deviceParamBlock(m_cmdData));
 }
 
 bool TDevProgExec::runAutoDetect(TSerialPort* port, int& cur_cfg, int& cur_cmd)
@@ -169,7 +168,8 @@ bool TDevProgExec::runAutoDetect(TSerialPort* port, int& cur_cfg, int& cur_cmd)
 bool TDevProgExec::detectChip(TSerialPort* port, const IDevice& family, bool stops, QString& id)
 {
     // A chip that is not there may be passed over, a link that is gone may not.
-    if (!send(port, selectChip, family.deviceParamBlock(m_cmdData)) && (stops || port->isLinkFailed()))
+    if (!send(port, opcode::selectChip, family.deviceParamBlock(m_cmdData)) &&
+        (stops || port->isLinkFailed()))
         return false;
     const std::unique_ptr<IDeviceExec> reader(family.createExec(m_cmdData));
     const bool read = reader && reader->readChipId(port, id);

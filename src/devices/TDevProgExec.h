@@ -19,7 +19,7 @@ signals:
 
 private:
     /// One exchange whose reply does not matter.
-    bool send(TSerialPort* port, quint8 opcode, QByteArray payload);
+    bool send(TSerialPort* port, quint8 command, QByteArray payload);
 
     bool runSetDevice(TSerialPort* port);
     bool runAutoDetect(TSerialPort* port, int& cur_cfg, int& cur_cmd);

@@ -9,6 +9,7 @@
 #include "devices/run_process.h"
 #include "link/TProg.h"
 #include "link/TSerialPort.h"
+#include "link/opcodes.h"
 #include "misc/TNormCmdParam.h"
 
 #include <QCoreApplication>
@@ -18,9 +19,6 @@
 #include <limits>
 
 namespace {
-
-constexpr quint8 readInterface = 0x80;
-constexpr quint8 readName = 0x81;
 
 constexpr int longestProcess = 30000;  // ms
 constexpr int shortestStoppable = 500; // ms
@@ -277,12 +275,12 @@ bool TDevToolsExec::openPort(TSerialPort* port, const TProg& prog)
 bool TDevToolsExec::identify(TSerialPort* port, int& interfaceId)
 {
     QByteArray reply;
-    if (!sendChecked(port, readInterface, reply))
+    if (!sendChecked(port, opcode::readInterface, reply))
         return false;
     const auto byteAt = [&reply](int i) { return i < reply.size() ? static_cast<uchar>(reply.at(i)) : 0; };
     interfaceId = byteAt(0) | byteAt(1) << 8;
     reply.clear();
-    if (!sendChecked(port, readName, reply))
+    if (!sendChecked(port, opcode::readName, reply))
         return false;
     emit signalEventText(ceResult, QString::fromUtf8(reply));
     return true;

@@ -1,32 +1,31 @@
 #include "devices/prog_link.h"
 
 #include "link/TSerialPort.h"
+#include "link/opcodes.h"
+#include "misc/TNormCmdParam.h"
 
 #include <QByteArray>
 
 namespace {
 
-bool send(TSerialPort* port, quint8 opcode, QByteArray payload)
+bool send(TSerialPort* port, quint8 command, QByteArray payload)
 {
-    return port->isOpen() && port->exchange(opcode, payload);
+    return port->isOpen() && port->exchange(command, payload);
 }
 
 } // namespace
 
 bool progSetStatus(TSerialPort* port, TProgState state)
 {
-    return send(port, 0x83, QByteArray(1, static_cast<char>(state)));
+    return send(port, opcode::setStatus, QByteArray(1, static_cast<char>(state)));
 }
 
 bool progCloseLink(TSerialPort* port)
 {
-    return send(port, 0x85, {});
+    return send(port, opcode::closeLink, {});
 }
 
 bool progResetPulse(TSerialPort* port, int duration)
 {
-    QByteArray payload;
-    payload.append(static_cast<char>(duration & 0xFF));
-    payload.append(static_cast<char>((duration >> 8) & 0xFF));
-    return send(port, 0x86, payload);
+    return send(port, opcode::resetPulse, durationBytes(duration));
 }

@@ -1,6 +1,7 @@
 #include "link/TSerialPort.h"
 
 #include "core/globals.h"
+#include "link/opcodes.h"
 
 #include <QSerialPortInfo>
 
@@ -11,7 +12,6 @@ namespace {
 
 constexpr char syncByte = '\xC0';
 constexpr quint8 errorReply = 0xFF;
-constexpr quint8 selectChip = 0x84;
 constexpr int headerSize = 4;
 constexpr int checksumSize = 1;
 constexpr int lengthLimit = 0xFFFF;
@@ -163,7 +163,7 @@ bool TSerialPort::exchange(quint8 command, QByteArray& data)
 {
     m_errorText.clear();
     m_linkFailed = false;
-    if (command == selectChip)
+    if (command == opcode::selectChip)
         m_hasExtendedAddress = false;
 
     QByteArray reply;

@@ -35,53 +35,15 @@ public:
     }
 };
 
-constexpr char model[] = R"([Main]
-Interface=4660
-[Port]
-TimeOut=300
-[Protocol]
-MAX_DATA=64
-[PinType]
-I=true
-L=true
-H=true
-[Pins]
-1=1, CS
-2=1, SO
-3=0, GND
-4=1, SI
-[Reset]
-MIN=10
-MAX=1000
-DEF=-400
-[Vcc]
-MIN=1.8
-MAX=5
-DEF=3.3
-[Vpp]
-MIN=9
-MAX=13
-DEF=12
-[Icc]
-MIN=1
-MAX=200
-DEF=50
-[Ipp]
-MIN=1
-MAX=60
-DEF=20.5
-[Frequency]
-FQ_MIN=1000
-FQ_MAX=8000000
-FQ_DEF=1000000
-DT_MIN=10
-DT_MAX=90
-DT_DEF=50
-[CHIP]
-CLK_MIN=1000
-CLK_MAX=20000000
-CLK_DEF=1000000
-)";
+/// The programmer's description, blanks standing for line ends.
+constexpr char model[] =
+    "[Main] Interface=4660 [Port] TimeOut=300 [Protocol] MAX_DATA=64 "
+    "[PinType] I=true L=true H=true [Pins] 1=1,CS 2=1,SO 3=0,GND 4=1,SI "
+    "[Reset] MIN=10 MAX=1000 DEF=-400 "
+    "[Vcc] MIN=1.8 MAX=5 DEF=3.3 [Vpp] MIN=9 MAX=13 DEF=12 "
+    "[Icc] MIN=1 MAX=200 DEF=50 [Ipp] MIN=1 MAX=60 DEF=20.5 "
+    "[Frequency] FQ_MIN=1000 FQ_MAX=8000000 FQ_DEF=1000000 DT_MIN=10 DT_MAX=90 DT_DEF=50 "
+    "[CHIP] CLK_MIN=1000 CLK_MAX=20000000 CLK_DEF=1000000 ";
 
 /// Every text is its number, with places for what is put in.
 QByteArray numberedTexts()
@@ -137,7 +99,7 @@ void BenchProject::setProg(const QByteArray& lines)
     static int version = 0;
     // A settings file that changes within its time stamp is not read again: each gets a name of its own.
     const QString name = QStringLiteral("model%1.cfg").arg(++version);
-    m_dir.write(name, QByteArray(model) + lines);
+    m_dir.write(name, QByteArray(model).replace(' ', '\n') + lines);
     appData().progTypes.append(QStringLiteral("Model"), name);
 }
 
