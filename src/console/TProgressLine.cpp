@@ -37,7 +37,8 @@ void TProgressLine::set(const QString& name, int percent)
         m_percents.remove(name);
     else
         m_percents[name] = qMin(percent, 100);
-    clear();
+    if (m_percents.isEmpty())
+        clear();
     draw();
 }
 
@@ -53,7 +54,7 @@ void TProgressLine::draw()
     if (!m_isTerminal || m_percents.isEmpty())
         return;
     // The last column stays free: some terminals go to the next line there.
-    write(text(m_percents, terminalColumns() - 1).toUtf8());
+    write('\r' + text(m_percents, terminalColumns() - 1).toUtf8() + "\x1B[K");
     m_isDrawn = true;
 }
 

@@ -9,10 +9,10 @@
 
 namespace {
 
-constexpr QLatin1String typeGroup("ProgTypeList");
-constexpr QLatin1String typeKey("Type");
-constexpr QLatin1String nameGroup("ProgNameList");
-constexpr QLatin1String nameKey("Name");
+constexpr char typeGroup[] = "ProgTypeList";
+constexpr char typeKey[] = "Type";
+constexpr char nameGroup[] = "ProgNameList";
+constexpr char nameKey[] = "Name";
 
 bool readField(const TSettings& settings, const QString& key, bool def)
 {
