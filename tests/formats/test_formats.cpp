@@ -131,6 +131,10 @@ void TestFormats::binReads()
     row("empty range", 0, 5, 4, 16, "");
     row("no chunk", 0, 0, 9, 0, "text 424 %1");
     row("negative address in the file", -1, 0, 9, 16, "Unknown error");
+    // The address of the caller decides how long a piece is.
+    TFormat file("bin", m_files.make("in", counted(10)), 0, 0, 9, 4);
+    QVERIFY(file.open(0));
+    QCOMPARE(readPieces(file, 7), QString("7:00 8:0102"));
 }
 
 void TestFormats::binWrites()
@@ -175,7 +179,7 @@ void TestFormats::hexReads()
     row("above the last address", ab + gap, 0, 0xF, "0:0a0b");
     row("front is cut", hexLine(0, 0, counted(8)), 5, 99, "5:050607");
     row("below the range", ab + cd + gap, 2, 99, "2:0c0d 10:0e0f");
-    row("below the range, behind it", gap + ab, 0x10, 99, "10:0e0f");
+    row("below the range, behind it", gap + hexLine(0, 0xE, "xy"), 0x10, 99, "10:0e0f");
     row("not ascending", gap + ab, 0, 99, "10:0e0f text 420 %1");
     row("twice the same", ab + ab, 0, 99, "0:0a0b text 420 %1");
     row("overlap", ab + hexLine(0, 1, "\x0b\x0c"), 0, 99, "0:0a0b text 420 %1");
@@ -197,7 +201,7 @@ void TestFormats::hexReads()
 void TestFormats::malformedHex()
 {
     const QByteArray good = ":020000000A0BE9";
-    const QByteArray lines[] = {good.mid(1),
+    const QByteArray lines[] = {";" + good.mid(1),
                                 " " + good,
                                 ":",
                                 ":00000000",
@@ -205,7 +209,7 @@ void TestFormats::malformedHex()
                                 ":030000000A0BE8",
                                 ":020000000A0BEA",
                                 good + "0",
-                                ":020000000G0BE9",
+                                ":020000000G0BE3",
                                 ":0200-00000A0BE9",
                                 good + good,
                                 good + "\r" + good,
@@ -214,6 +218,7 @@ void TestFormats::malformedHex()
                                 QByteArray(good).replace(5, 1, "\xe9"),
                                 "\xef\xbb\xbf" + good,
                                 good + QByteArray(1024 - good.size(), ' '),
+                                ":" + QByteArray(1000, '0'),
                                 ":" + QByteArray(1 << 20, '0'),
                                 hexLine(4, 0, "\x01").trimmed(),
                                 hexLine(2, 0, "\x01\x02\x03").trimmed()};
@@ -326,7 +331,7 @@ void TestFormats::randomImages()
         for (int record = random.bounded(1, turn % 10 == 0 ? 3000 : 60); record > 0; --record) {
             if (random.bounded(4) == 0)
                 addr += random.bounded(1, random.bounded(2) ? 20 : 0x1800);
-            const int n = int(qMin<qint64>(random.bounded(1, 40), 0x10000 - addr % 0x10000));
+            const int n = int(qMin<qint64>(random.bounded(1, 200), 0x10000 - addr % 0x10000));
             if (addr / 0x10000 != upper || random.bounded(10) == 0)
                 text += hexUpper(random.bounded(2) && addr < 0x100000 ? 2 : 4, int(upper = addr / 0x10000));
             const QByteArray data = counted(n, random.bounded(256));
