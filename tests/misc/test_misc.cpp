@@ -236,7 +236,7 @@ void TestMisc::resultOfTheOpenForm()
 void TestMisc::readersOfExecutors()
 {
     const BenchProject bench;
-    project().fromData({{key::prj_file, "/work/p.prj"}, {key::work_path, "/work/path"}});
+    project().fromData({{key::prj_file, "/prj/p.prj"}, {key::work_path, "/prj/path"}});
     const TData data{{key::addr_device, "16"}, {key::count, "0"},        {key::fill_char, "511"},
                      {key::data, "AB cd 01"},  {key::file, "sub/a.hex"}, {key::format, "HEX"},
                      {key::addr_file, "5"}};
@@ -254,7 +254,7 @@ void TestMisc::readersOfExecutors()
     QString path;
     execFile(data, addr_file, first, last, path, text);
     QVERIFY(addr_file == 5 && first == 16 && last == 15 && text == QLatin1String("hex"));
-    QCOMPARE(path, QStringLiteral("/work/path/sub/a.hex"));
+    QCOMPARE(path, QStringLiteral("/prj/path/sub/a.hex"));
 }
 
 void TestMisc::leaveFitsThePins()
