@@ -8,7 +8,6 @@ namespace {
 
 constexpr char source[] = "devices/TDev25";
 constexpr char uniqueIdDefault[] = "0000000000000000";
-constexpr int registerSize = 256;
 
 constexpr TCommandRow rows[] = {
     {cmd::set_clk, Shape::Clock},
@@ -71,10 +70,10 @@ const TCommandTable& TDev25::commands()
     return table;
 }
 
-int TDev25::securityRegisters(const IDevice& device)
+int TDev25::securityRegisters(const TData& description)
 {
-    // One byte, as the mask that selects them.
-    return quint8(device.deviceValue(key::security_reg_size).toLongLong() / registerSize);
+    const qint64 size = getParam(source, __LINE__, description, key::security_reg_size).toLongLong();
+    return quint8(size / registerSize); // one byte, as the mask that selects them
 }
 
 void TDev25::setDefaultParams(TData& data) const
@@ -89,7 +88,7 @@ QString TDev25::paramsText(const TData& data, QWidget* openForm) const
 {
     const TCommandRow* command = row(data);
     if (command && command->shape == Shape::RegisterMask)
-        return registersText(securityRegisters(*this), maskOf(data));
+        return registersText(securityRegisters(deviceData()), maskOf(data));
     return TFamilyDevice::paramsText(data, openForm);
 }
 
@@ -127,7 +126,7 @@ TFormSpec TDev25::securitySpec(const TData& data) const
 {
     TFormSpec spec;
     spec.kind = TFormSpec::Kind::Items;
-    const int registers = qMin(securityRegisters(*this), 8);
+    const int registers = qMin(securityRegisters(deviceData()), 8);
     spec.items.append(QStringLiteral("frm+"));
     for (int i = 0; i < registers; ++i) {
         const int addr = i * registerSize;

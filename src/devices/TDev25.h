@@ -12,8 +12,10 @@ public:
 
     /// The family's commands.
     static const TCommandTable& commands();
-    /// Number of security registers of a chip, 256 bytes each.
-    static int securityRegisters(const IDevice& device);
+    /// Bytes of a security register.
+    static constexpr int registerSize = 256;
+    /// Number of security registers that a description gives.
+    static int securityRegisters(const TData& description);
 
     void setDefaultParams(TData& data) const override;
     QString paramsText(const TData& data, QWidget* openForm) const override;

@@ -10,7 +10,7 @@ namespace {
 
 constexpr quint8 opTransferRead = 3;
 constexpr quint8 opTransfer = 4;
-constexpr int registerSize = 256;
+constexpr int registerSize = TDev25::registerSize;
 constexpr qint64 addressEnd = 0x1000000; ///< three address bytes
 constexpr int idSize = 3;
 constexpr int uniqueIdSize = 8;
@@ -92,7 +92,7 @@ TMemory TDev25Exec::memory(Area area)
     memory.writes = memory.reads;
     if (area == Area::Security) {
         memory.region = {0, chip(key::security_reg_size).toLongLong()};
-        memory.reach = registerCodes * registerSize;
+        memory.reach = qint64(registerCodes) * registerSize;
         memory.read = [this](qint64 addr, int n, QByteArray& bytes) {
             return chipSecurityRead(addr, n, bytes);
         };
@@ -334,14 +334,14 @@ bool TDev25Exec::statusVerify()
 
 quint8 TDev25Exec::selectedRegisters() const
 {
-    const int registers = quint8(chip(key::security_reg_size).toLongLong() / registerSize);
+    const int registers = TDev25::securityRegisters(description());
     const uint present = registers < 8 ? (1U << registers) - 1 : 0xFF;
     return quint8(param(key::data).toUInt() & present);
 }
 
 bool TDev25Exec::securityErase()
 {
-    const int registers = quint8(chip(key::security_reg_size).toLongLong() / registerSize);
+    const int registers = TDev25::securityRegisters(description());
     const quint8 selected = selectedRegisters();
     TProgress progress;
     for (int i = 0; i < qMin(registers, 8); ++i) {

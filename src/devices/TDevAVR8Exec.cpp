@@ -261,7 +261,7 @@ bool TDevAVR8Exec::chipFuseWrite(quint8 pace, const QByteArray& bytes)
     case 1:
         return write(pace, {{0xAC, quint8((first & 0x1F) | 0xA0), 0x00, 0x00}});
     case 2:
-        for (int i = 0; i < bytes.size(); ++i) {
+        for (int i = 0; i < qMin(bytes.size(), maxFuses); ++i) {
             if (!write(pace, {{fuseWrites[i][0], fuseWrites[i][1], 0x00, quint8(bytes.at(i))}}))
                 return false;
         }

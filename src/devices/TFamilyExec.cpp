@@ -313,15 +313,25 @@ bool TFamilyExec::readData(const TMemory& memory, qint64 first, qint64 last, con
 
 // Files.
 
+TFamilyExec::FileRange::FileRange(const TData& data)
+{
+    execFile(data, fileAddr, first, last, path, format);
+}
+
+qint64 TFamilyExec::FileRange::lastWanted() const
+{
+    return qMax(last, addHeld(fileAddr, last - first));
+}
+
 bool TFamilyExec::runFile(const TMemory& memory, Action action)
 {
     switch (action) {
     case Action::Read:
         return readFile(memory);
     case Action::Write:
-        return writeFile(memory);
+        return fileToChip(memory, memory.writes, memory.lastWritable(), &TFamilyExec::writePieces);
     case Action::Verify:
-        return verifyFile(memory);
+        return fileToChip(memory, memory.reads, memory.last(), &TFamilyExec::verifyPieces);
     case Action::None:
     case Action::TestEmpty:
         break;
@@ -331,88 +341,58 @@ bool TFamilyExec::runFile(const TMemory& memory, Action action)
 
 bool TFamilyExec::readFile(const TMemory& memory)
 {
+    const FileRange range(m_cmdData);
     if (!canWork(memory, memory.reads))
         return false;
-    qint64 fileAddr = 0;
-    qint64 first = 0;
-    qint64 last = 0;
-    QString path;
-    QString format;
-    execFile(m_cmdData, fileAddr, first, last, path, format);
-    if (first < 0)
+    if (range.first < 0)
         return failOutside();
-    TFormat file(format, path, fileAddr, first, last, memory.reads.chunk);
+    TFormat file(range.format, range.path, range.fileAddr, range.first, range.last, memory.reads.chunk);
     bool isOpen = false;
     const auto open = [&] { return isOpen || (isOpen = file.open(1)) || fail(file.errorText()); };
     TProgress progress;
-    const Loop loop = forPieces(memory.reads, first, last, progress, last, [&](qint64 addr, qint64 n) {
+    const Piece use = [&](qint64 addr, qint64 n) {
         QByteArray read;
         // Opening empties an older file: only once the chip has answered.
         if (!readPiece(memory, addr, n, read) || !open())
             return false;
-        return file.write(fileAddr + (addr - first), read) || fail(file.errorText());
-    });
+        return file.write(addHeld(range.fileAddr, addr - range.first), read) || fail(file.errorText());
+    };
+    const Loop loop = forPieces(memory.reads, range.first, range.last, progress, range.last, use);
     return loop != Loop::Failed && open() && (file.close() || fail());
 }
 
-bool TFamilyExec::writeFile(const TMemory& memory)
+bool TFamilyExec::fileToChip(const TMemory& memory, const TPieces& pieces, qint64 lastAllowed, RangeLoop work)
 {
-    const FilePiece use = [&](qint64 addr, const QByteArray& bytes, TProgress& progress, qint64 total) {
-        const Bytes part = [&](qint64 from, qint64 n) { return bytes.mid(int(from - addr), int(n)); };
-        return writePieces(memory, addr, addr + bytes.size() - 1, progress, total, part);
-    };
-    return fileToChip(memory, memory.writes, memory.lastWritable(), use);
-}
-
-bool TFamilyExec::verifyFile(const TMemory& memory)
-{
-    const FilePiece use = [&](qint64 addr, const QByteArray& bytes, TProgress& progress, qint64 total) {
-        const Bytes part = [&](qint64 from, qint64 n) { return bytes.mid(int(from - addr), int(n)); };
-        return verifyPieces(memory, addr, addr + bytes.size() - 1, progress, total, part);
-    };
-    return fileToChip(memory, memory.reads, memory.last(), use);
-}
-
-bool TFamilyExec::fileToChip(const TMemory& memory, const TPieces& pieces, qint64 lastAllowed,
-                             const FilePiece& use)
-{
+    const FileRange range(m_cmdData);
     if (!canWork(memory, pieces))
         return false;
-    qint64 fileAddr = 0;
-    qint64 first = 0;
-    qint64 last = 0;
-    QString path;
-    QString format;
-    execFile(m_cmdData, fileAddr, first, last, path, format);
-    TFormat file(format, path, fileAddr, first, last, pieces.chunk);
+    TFormat file(range.format, range.path, range.fileAddr, range.first, range.last, pieces.chunk);
     if (!file.open(0))
         return fail(file.errorText());
 
-    // A record of a file is handed out whole, also where it runs over the end of the range. A format
-    // that holds addresses of its own counts that end in the file.
-    const qint64 lastWanted = qMax(last, addHeld(fileAddr, last - first));
+    const qint64 firstAllowed = qMax<qint64>(memory.region.begin, 0);
+    const qint64 lastUsed = qMin(lastAllowed, range.lastWanted());
     TProgress progress;
     bool gotData = false;
-    for (qint64 addr = first;;) {
+    Loop loop = Loop::Done;
+    for (qint64 addr = range.first; loop == Loop::Done;) {
         QByteArray bytes;
         if (!file.read(addr, bytes))
             return fail(file.errorText());
         if (bytes.isEmpty())
             break;
         gotData = true;
-        if (addr < qMax<qint64>(memory.region.begin, 0) || addr > lastAllowed)
+        if (addr < firstAllowed || addr > lastAllowed)
             return failOutside();
-        if (addr > lastWanted)
+        if (addr > lastUsed)
             break;
-        const qint64 next = addr + bytes.size();
-        bytes.truncate(int(qMin<qint64>(bytes.size(), qMin(lastAllowed, lastWanted) - addr + 1)));
-        const Loop loop = use(addr, bytes, progress, last);
-        if (loop == Loop::Failed)
-            return false;
-        if (loop == Loop::Stopped)
-            break;
-        addr = next;
+        const auto n = int(qMin<qint64>(bytes.size(), lastUsed - addr + 1));
+        const Bytes part = [&](qint64 from, qint64 count) { return bytes.mid(int(from - addr), int(count)); };
+        loop = (this->*work)(memory, addr, addr + n - 1, progress, range.last, part);
+        addr += bytes.size();
     }
+    if (loop == Loop::Failed)
+        return false;
     if (!gotData)
         emit signalEventText(ceWork, langText(textNoFileData).arg(param(key::file).toString()));
     return file.close() || fail();

@@ -74,8 +74,22 @@ protected:
 
 private:
     using Piece = std::function<bool(qint64 addr, qint64 n)>;
-    using FilePiece =
-        std::function<Loop(qint64 addr, const QByteArray& bytes, TProgress& progress, qint64 total)>;
+    using RangeLoop = Loop (TFamilyExec::*)(const TMemory& memory, qint64 first, qint64 last,
+                                            TProgress& progress, qint64 total, const Bytes& bytes);
+    /// The parameters of a file command.
+    struct FileRange
+    {
+        explicit FileRange(const TData& data);
+        /// A record of a file is handed out whole, also where it runs over the end of the range: the last
+        /// address that the command wants. A format that holds addresses of its own counts in the file's.
+        qint64 lastWanted() const;
+
+        qint64 fileAddr = 0;
+        qint64 first = 0;
+        qint64 last = 0;
+        QString path;
+        QString format;
+    };
 
     [[nodiscard]] bool run(const TCommandRow& row);
     [[nodiscard]] bool runChar(const TMemory& memory, Action action);
@@ -86,10 +100,9 @@ private:
     [[nodiscard]] bool ident();
     [[nodiscard]] bool readData(const TMemory& memory, qint64 first, qint64 last, const QString& pattern);
     [[nodiscard]] bool readFile(const TMemory& memory);
-    [[nodiscard]] bool writeFile(const TMemory& memory);
-    [[nodiscard]] bool verifyFile(const TMemory& memory);
+    /// Writes or verifies what the file gives; nothing behind lastAllowed.
     [[nodiscard]] bool fileToChip(const TMemory& memory, const TPieces& pieces, qint64 lastAllowed,
-                                  const FilePiece& use);
+                                  RangeLoop work);
 
     Loop forPieces(const TPieces& pieces, qint64 first, qint64 last, TProgress& progress, qint64 total,
                    const Piece& use);
