@@ -23,4 +23,17 @@ signals:
 
 protected:
     void dropEvent(QDropEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+
+private:
+    /// Where a node is dropped: as that child of parent, null for the top.
+    struct Target
+    {
+        QTreeWidgetItem* parent;
+        int row;
+    };
+
+    Target targetAt(const QPoint& pos) const;
+    /// False, and nothing is changed, if the target lies below the node itself.
+    bool moveNode(QTreeWidgetItem* node, Target target);
 };

@@ -2,10 +2,14 @@
 
 #include "core/types.h"
 
+#include <QColor>
+#include <QHash>
 #include <QWidget>
 
+class IDevice;
 class QTableWidget;
 class QTableWidgetItem;
+class TDataCmd;
 
 /// The command table of one configuration: check box, display name, parameter text. Shows the model and
 /// holds nothing of it but the ids of its rows. Main thread.
@@ -23,6 +27,8 @@ public:
     /// open form of the command id_form, whose text goes before the stored one.
     void refreshRow(int row, QWidget* openForm, int id_form);
     void refreshAll(QWidget* openForm, int id_form);
+    /// Red and struck out by the model's flags, for all rows.
+    void refreshValidity();
     /// Adds a row for a command of the model.
     void insertRow(int row, int id_cmd);
     void removeRow(int row);
@@ -30,6 +36,7 @@ public:
     void setChecked(bool on);
     /// Colours and flags from the settings, then all rows.
     void reloadColors();
+    /// A current row that is hidden gives way to the nearest one that is not.
     void hideUnchecked(bool hide);
     /// Bold and italic for the row of the command; none for -1.
     void highlight(int id_cmd);
@@ -49,6 +56,7 @@ signals:
     void signalSelectCmd(int id_cmd);
     void signalClikedCmd();
     void signalEnabledCmd(int id_cmd, bool status);
+    /// pos is global.
     void signalContextMenuRequested(QPoint pos);
 
 public slots:
@@ -57,6 +65,28 @@ public slots:
     void slotEnabledCmd(QTableWidgetItem* item);
 
 private:
-    // See TWgtCmdList.cpp.
+    /// Background of the rows of one key word.
+    struct TColor
+    {
+        bool enabled = false;
+        QColor color;
+    };
+
+    void makeTable();
+    void takeColors();
+    void setRow(int row, const TDataCmd& command);
+    void showCommand(int row, const TData& values, const IDevice* device, QWidget* form);
+    void showValidity(int row, bool validDev, bool validParam);
+    void showFont(int row);
+    void showColor(int row);
+    void showHidden(int row);
+    void leaveHiddenRow();
+    int firstShownRow(int from) const;
+    void announceCurrent();
+
+    QHash<QString, TColor> m_colors;
     QTableWidget* m_table = nullptr;
+    bool m_hideUnchecked = false;
+    int m_highlighted = -1; ///< command whose row is bold
+    int m_announced = -1;   ///< command that the last signalSelectCmd told
 };

@@ -6,7 +6,13 @@
 #include <QPointer>
 #include <QWidget>
 
+class QHBoxLayout;
+class QLabel;
+class QScrollArea;
 class QSplitter;
+class QTabWidget;
+class QTextEdit;
+class TDataCmd;
 class TWgtCmdList;
 class TWgtLogExec;
 
@@ -34,6 +40,7 @@ public:
     void setSplitterSizes(const TSplitterPos& sizes);
     void fill();
     void refreshAll();
+    /// Row and, if it is this command's, open form show the command as the project has it.
     void refreshRow(int id_cmd);
     /// Builds the form of the current command anew, after something that it shows has changed.
     void refreshForm();
@@ -50,6 +57,7 @@ signals:
     void signalSetViewParamCmd();
     void signalSplitterMoved(TSplitterPos sizes);
     void signalSelectCmd(int id_cfg, int id_cmd);
+    /// pos is global.
     void signalContextMenuRequested(QPoint pos);
 
 public slots:
@@ -64,8 +72,28 @@ public slots:
     void slotPrjDescChanged();
 
 private:
-    // See TWgtConfig.cpp.
+    void makePages(const QString& description);
+    QWidget* makePageHolder();
+    QWidget* pageWidget(Page page) const;
+    void makeForm(int id_cmd);
+    void dropForm();
+    void bringFormUpToDate(const TDataCmd& command);
+    void highlightTarget(int id_cmd);
+    void deleteUnfit(int id_cmd);
+    void removeStrayRows();
+
+    const int m_idCfg;
     TWgtCmdList* m_cmdList = nullptr;
-    TWgtLogExec* m_log = nullptr;
+    QSplitter* m_splitter = nullptr;
+    QLabel* m_title = nullptr;
+    QScrollArea* m_area = nullptr;
+    QTabWidget* m_descPage = nullptr;
+    QWidget* m_paramPage = nullptr;
+    QHBoxLayout* m_paramLayout = nullptr;
     QPointer<QWidget> m_form;
+    TWgtLogExec* m_log = nullptr;
+    QTextEdit* m_description = nullptr;
+    Page m_page = PageDescription;
+    int m_idForm = -1;  ///< command of the open form
+    TData m_formParams; ///< parameters of the command that the open form knows
 };

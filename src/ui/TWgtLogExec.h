@@ -2,6 +2,8 @@
 
 #include "core/types.h"
 
+#include <QColor>
+#include <QVector>
 #include <QWidget>
 
 class QProgressBar;
@@ -18,14 +20,21 @@ public:
 
     /// A line by its kind; unknown kinds are ignored.
     void addEvent(TCodeExec code, const QString& text1, const QString& text2);
+    /// Held inside 0 to 100.
     void setPercent(int percent);
     void clear();
     /// Locked: no selection, the view follows the end.
     void lock(bool on);
+    /// Background and, for lines to come, text colours from the settings.
+    void reloadColors();
     QTextEdit* edit() const { return m_edit; }
     QProgressBar* bar() const { return m_bar; }
 
 private:
+    void showEnd();
+
     QTextEdit* m_edit = nullptr;
     QProgressBar* m_bar = nullptr;
+    QVector<QColor> m_colors; ///< by TLogText::Color
+    bool m_hasLine = false;   ///< also when that line is empty
 };

@@ -60,6 +60,7 @@ signals:
     void signalSelectCmd(int id_cfg, int id_cmd);
     void signalSetViewParamCmd();
     void signalSplitterCfgMoved(TSplitterPos sizes);
+    /// Also for what has no menu of its own in the tabs; pos is global.
     void signalContextMenuRequested(QPoint pos);
 
 public slots:
@@ -71,5 +72,10 @@ public slots:
     void slotMovedCfg(int from, int to);
 
 private:
+    void dropTab(int index);
+    template <typename Call> void forEachTab(const Call& call);
+
     QTabWidget* m_tabs = nullptr;
+    TWgtConfig::Page m_page = TWgtConfig::PageDescription;
+    bool m_hideUnchecked = false;
 };

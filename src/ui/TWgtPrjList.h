@@ -8,6 +8,7 @@ class QPushButton;
 class QTreeWidgetItem;
 class TTreeWidget;
 class TWgtLabelElided;
+struct TPrjListItem;
 
 /// The left panel: the tree of projects of one project list, with its name and a filter. Main thread.
 class TWgtPrjList : public QFrame
@@ -75,6 +76,7 @@ public:
 signals:
     /// Absolute project file of the node that has become current; empty for a group.
     void signalProjectSelect(QString project_file);
+    /// pos is global.
     void signalContextMenuRequested(QPoint pos);
 
 public slots:
@@ -82,7 +84,40 @@ public slots:
     void slotFilterString(QString text);
     void slotItemSelect(QTreeWidgetItem* item);
 
+protected:
+    /// Down goes from the filter to the tree, Up from its first row back.
+    bool eventFilter(QObject* object, QEvent* event) override;
+
 private:
-    // Layout and state: see TWgtPrjList.cpp.
+    void makeTitle();
+    void applyTitleColors();
+    void makeFilter();
+    void makeTree();
+    void addNodes(const QList<TPrjListItem>& items, int expandMode);
+    void showLoaded(bool loaded);
+    QTreeWidgetItem* newNode(const QString& name, const QString& file) const;
+    void setNode(QTreeWidgetItem* node, const QString& name, const QString& file) const;
+    QList<TPrjListItem> items() const;
+    void keepExpanded(const QList<QTreeWidgetItem*>& nodes);
+    void hideOthers(const QList<QTreeWidgetItem*>& nodes, const QString& text);
+    void restoreExpanded(const QList<QTreeWidgetItem*>& nodes);
+    bool goToTree();
+    bool goToFilter();
+    QTreeWidgetItem* firstVisible() const;
+
+    bool m_isLoaded = false;
+    QString m_statusText;
+    QString m_errorText;
+    QString m_listName;
+    QString m_listFile;
+    QString m_filterText; ///< of the last call
+    QIcon m_iconFile;
+    QIcon m_iconFolder;
+    TWgtLabelElided* m_title = nullptr;
+    QFrame* m_titleLine = nullptr;
+    QWidget* m_filterRow = nullptr;
+    QLineEdit* m_filter = nullptr;
+    QPushButton* m_filterClear = nullptr;
+    QFrame* m_filterLine = nullptr;
     TTreeWidget* m_tree = nullptr;
 };

@@ -1,0 +1,34 @@
+#include "ui/TStyleCmdList.h"
+
+#include "core/TAppData.h"
+#include "core/globals.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QStyleOptionViewItem>
+
+TStyleCmdList::TStyleCmdList(const QString& name)
+    : QProxyStyle(name)
+{
+}
+
+TStyleCmdList* TStyleCmdList::shared()
+{
+    const QString name = appData().Style;
+    if (auto* style = qApp->findChild<TStyleCmdList*>(name, Qt::FindDirectChildrenOnly))
+        return style;
+    auto* style = new TStyleCmdList(name);
+    style->setParent(qApp);
+    style->setObjectName(name);
+    return style;
+}
+
+void TStyleCmdList::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                                  const QWidget* widget) const
+{
+    if (element == PE_PanelItemViewItem && qstyleoption_cast<const QStyleOptionViewItem*>(option)) {
+        painter->setBrush(option->palette.base());
+        painter->setBackground(Qt::green);
+    }
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+}

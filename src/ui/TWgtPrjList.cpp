@@ -1,0 +1,501 @@
+#include "ui/TWgtPrjList.h"
+
+#include "core/TAppData.h"
+#include "core/TPrjListFile.h"
+#include "core/globals.h"
+#include "core/helpers.h"
+#include "ui/TTreeWidget.h"
+#include "ui/TWgtLabelElided.h"
+
+#include <QFileIconProvider>
+#include <QHBoxLayout>
+#include <QHash>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QSet>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int columnName = 0;
+constexpr int columnFile = 1;
+/// Of column 0: the node is expanded when no filter is at work.
+constexpr int roleExpanded = Qt::UserRole;
+constexpr int titleHeight = 19;
+constexpr int filterHeight = 21;
+
+QFrame* newLine(QWidget* parent)
+{
+    auto* line = new QFrame(parent);
+    line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
+    line->setFixedHeight(2);
+    return line;
+}
+
+/// "*" and "?" stand for any characters, everything else for itself.
+QRegularExpression filterPattern(const QString& text)
+{
+    QString pattern = QRegularExpression::escape(text);
+    pattern.replace(QLatin1String("\\*"), QLatin1String(".*"));
+    pattern.replace(QLatin1String("\\?"), QLatin1String("."));
+    return QRegularExpression(pattern, QRegularExpression::CaseInsensitiveOption |
+                                           QRegularExpression::DotMatchesEverythingOption |
+                                           QRegularExpression::UseUnicodePropertiesOption);
+}
+
+TPrjFileMode fileMode(TWgtPrjList::Mode mode)
+{
+    switch (mode) {
+    case TWgtPrjList::Create:
+        return TPrjFileMode::Create;
+    case TWgtPrjList::Paste:
+        return TPrjFileMode::Paste;
+    case TWgtPrjList::Add:
+        break;
+    }
+    return TPrjFileMode::Add;
+}
+
+} // namespace
+
+TWgtPrjList::TWgtPrjList(QWidget* parent)
+    : QFrame(parent)
+    , m_tree(new TTreeWidget(this))
+{
+    setFrameStyle(QFrame::Box | QFrame::Sunken);
+    const QFileIconProvider icons;
+    m_iconFile = icons.icon(QFileIconProvider::File);
+    m_iconFolder = icons.icon(QFileIconProvider::Folder);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(1);
+    makeTitle();
+    makeFilter();
+    makeTree();
+    layout->addWidget(m_title);
+    layout->addWidget(m_titleLine);
+    layout->addWidget(m_filterRow);
+    layout->addWidget(m_filterLine);
+    layout->addWidget(m_tree, 1);
+    showLoaded(false);
+}
+
+TWgtPrjList::~TWgtPrjList() = default;
+
+void TWgtPrjList::makeTitle()
+{
+    m_title = new TWgtLabelElided(this);
+    m_title->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_title->setFixedHeight(titleHeight);
+    m_title->setAutoFillBackground(true);
+    m_title->setToolTip(langText(71));
+    QFont font = m_title->font();
+    font.setItalic(true);
+    m_title->setFont(font);
+    m_titleLine = newLine(this);
+    applyTitleColors();
+}
+
+void TWgtPrjList::applyTitleColors()
+{
+    QPalette palette = m_title->palette();
+    palette.setColor(QPalette::WindowText, appData().PrjListNameColorText);
+    palette.setColor(QPalette::Window, appData().PrjListNameColorBack);
+    m_title->setPalette(palette);
+}
+
+void TWgtPrjList::makeFilter()
+{
+    m_filterRow = new QWidget(this);
+    m_filter = new QLineEdit(m_filterRow);
+    m_filter->setFixedHeight(filterHeight);
+    m_filter->setToolTip(langText(72));
+    m_filter->installEventFilter(this);
+    m_filterClear = new QPushButton(QStringLiteral("*"), m_filterRow);
+    m_filterClear->setFixedSize(filterHeight, filterHeight);
+    m_filterClear->setFocusPolicy(Qt::NoFocus);
+    m_filterClear->setToolTip(langText(73));
+    m_filterLine = newLine(this);
+
+    auto* layout = new QHBoxLayout(m_filterRow);
+    layout->setContentsMargins(2, 2, 2, 2);
+    layout->setSpacing(3);
+    layout->addWidget(m_filter);
+    layout->addWidget(m_filterClear);
+    connect(m_filter, &QLineEdit::textChanged, this, &TWgtPrjList::slotFilterString);
+    connect(m_filterClear, &QPushButton::clicked, this, &TWgtPrjList::slotFilterClear);
+}
+
+void TWgtPrjList::makeTree()
+{
+    m_tree->setColumnCount(2);
+    m_tree->hideColumn(columnFile);
+    m_tree->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_tree->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_tree->setRootIsDecorated(true);
+    m_tree->setUniformRowHeights(true);
+    m_tree->setHeaderHidden(true);
+    m_tree->setFrameShape(QFrame::NoFrame);
+    m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
+    m_tree->installEventFilter(this);
+    connect(m_tree, &QTreeWidget::currentItemChanged, this, &TWgtPrjList::slotItemSelect);
+    connect(m_tree, &QWidget::customContextMenuRequested, this, [this](const QPoint& pos) {
+        emit signalContextMenuRequested(m_tree->viewport()->mapToGlobal(pos));
+    });
+}
+
+bool TWgtPrjList::load(const QString& name, const QString& file, int expandMode)
+{
+    const QSignalBlocker treeBlocker(m_tree);
+    const QSignalBlocker filterBlocker(m_filter);
+    m_listName = name;
+    m_listFile = file.isEmpty() ? QString() : TPrjListFile::path(file);
+    m_statusText.clear();
+    m_errorText.clear();
+    m_title->setFullText(QString());
+    m_filter->clear();
+    m_filterText.clear();
+    m_tree->clear();
+
+    TPrjListFile list;
+    const TPrjListFile::Result result = list.read(m_listFile);
+    if (result == TPrjListFile::Failed)
+        m_errorText = list.errorText();
+    else if (result == TPrjListFile::Empty)
+        m_statusText = QStringLiteral("пустой файл");
+    else
+        addNodes(list.items(), expandMode);
+    showLoaded(result == TPrjListFile::Ok);
+    return m_isLoaded;
+}
+
+void TWgtPrjList::addNodes(const QList<TPrjListItem>& items, int expandMode)
+{
+    m_title->setFullText(m_listName);
+    m_tree->setUpdatesEnabled(false);
+    QList<QTreeWidgetItem*> nodes;
+    QList<QTreeWidgetItem*> tops;
+    for (const TPrjListItem& item : items) {
+        QTreeWidgetItem* node = newNode(item.name, item.file);
+        if (item.parent > 0)
+            nodes.at(item.parent - 1)->addChild(node);
+        else
+            tops.append(node);
+        nodes.append(node);
+    }
+    m_tree->addTopLevelItems(tops);
+    for (int i = 0; i < nodes.size(); ++i) {
+        if (expandMode == 0 ? items.at(i).expand : expandMode == 2)
+            nodes.at(i)->setExpanded(true);
+    }
+    m_tree->setUpdatesEnabled(true);
+}
+
+void TWgtPrjList::showLoaded(bool loaded)
+{
+    m_isLoaded = loaded;
+    m_filter->setEnabled(loaded);
+    m_filterClear->setEnabled(loaded);
+    if (loaded)
+        m_filter->setFocus();
+}
+
+QTreeWidgetItem* TWgtPrjList::newNode(const QString& name, const QString& file) const
+{
+    auto* node = new QTreeWidgetItem;
+    setNode(node, name, file);
+    return node;
+}
+
+void TWgtPrjList::setNode(QTreeWidgetItem* node, const QString& name, const QString& file) const
+{
+    node->setText(columnName, name);
+    node->setText(columnFile, file);
+    node->setIcon(columnName, file.isEmpty() ? m_iconFolder : m_iconFile);
+}
+
+bool TWgtPrjList::isLoaded() const
+{
+    return m_isLoaded;
+}
+
+QString TWgtPrjList::statusText() const
+{
+    return m_statusText;
+}
+
+QString TWgtPrjList::errorText() const
+{
+    return m_errorText;
+}
+
+bool TWgtPrjList::save(const QString& path)
+{
+    if (!m_isLoaded)
+        return true;
+    TPrjListFile list;
+    list.setItems(items());
+    const bool ok = list.write(path);
+    m_errorText = list.errorText();
+    return ok;
+}
+
+QList<TPrjListItem> TWgtPrjList::items() const
+{
+    const bool isFiltered = !m_filterText.isEmpty();
+    const QList<QTreeWidgetItem*> nodes = m_tree->nodes();
+    QHash<const QTreeWidgetItem*, int> numbers;
+    QList<TPrjListItem> list;
+    list.reserve(nodes.size());
+    for (const QTreeWidgetItem* node : nodes) {
+        TPrjListItem item;
+        item.parent = numbers.value(node->parent());
+        // A filter expands everything: that is not how the user left the tree.
+        item.expand = isFiltered ? node->data(columnName, roleExpanded).toBool() : node->isExpanded();
+        item.name = node->text(columnName);
+        item.file = node->text(columnFile);
+        list.append(item);
+        numbers.insert(node, list.size());
+    }
+    return list;
+}
+
+QString TWgtPrjList::listName() const
+{
+    return m_listName;
+}
+
+QString TWgtPrjList::listFile() const
+{
+    return m_listFile;
+}
+
+QString TWgtPrjList::listFolder() const
+{
+    return m_listFile.isEmpty() ? QString() : absDir(m_listFile);
+}
+
+void TWgtPrjList::setTitleVisible(bool visible)
+{
+    applyTitleColors();
+    m_title->setVisible(visible);
+    m_titleLine->setVisible(visible);
+}
+
+void TWgtPrjList::setFilterVisible(bool visible)
+{
+    m_filterRow->setVisible(visible);
+    m_filterLine->setVisible(visible);
+    if (!visible)
+        slotFilterClear();
+}
+
+void TWgtPrjList::dragMode(bool on)
+{
+    m_tree->setDragDropMode(on ? QAbstractItemView::InternalMove : QAbstractItemView::NoDragDrop);
+}
+
+bool TWgtPrjList::hasNode() const
+{
+    return m_tree->currentItem() != nullptr;
+}
+
+bool TWgtPrjList::nodeHasChildren() const
+{
+    return hasNode() && m_tree->currentItem()->childCount() > 0;
+}
+
+QString TWgtPrjList::nodeName() const
+{
+    return hasNode() ? m_tree->currentItem()->text(columnName) : QString();
+}
+
+QString TWgtPrjList::nodeFile() const
+{
+    return hasNode() ? m_tree->currentItem()->text(columnFile) : QString();
+}
+
+QString TWgtPrjList::nodePath() const
+{
+    const QString file = nodeFile();
+    return file.isEmpty() ? QString() : absFile(listFolder(), file);
+}
+
+void TWgtPrjList::setCurrentNode(const QString& name, const QString& file)
+{
+    if (hasNode())
+        setNode(m_tree->currentItem(), name, file);
+}
+
+bool TWgtPrjList::insertNode(const QString& name, const QString& file, Mode mode, Place place,
+                             const QByteArray& content)
+{
+    QString stored = file;
+    m_errorText.clear();
+    if (!joinPrjList(listFolder(), fileMode(mode), content, stored, m_errorText))
+        return false;
+    QTreeWidgetItem* current = m_tree->currentItem();
+    QTreeWidgetItem* parent = place == Child ? current : (current ? current->parent() : nullptr);
+    if (!parent)
+        parent = m_tree->invisibleRootItem();
+    const bool isBelow = place == Sibling && current;
+    const int row = isBelow ? parent->indexOfChild(current) + 1 : parent->childCount();
+    QTreeWidgetItem* node = newNode(name, stored);
+    {
+        const QSignalBlocker blocker(m_tree);
+        parent->insertChild(row, node);
+        if (place == Child && current) {
+            // Also when the filter has gone again.
+            current->setData(columnName, roleExpanded, true);
+            current->setExpanded(true);
+        }
+    }
+    m_tree->setCurrentItem(node);
+    return true;
+}
+
+void TWgtPrjList::deleteNode()
+{
+    if (!hasNode())
+        return;
+    {
+        // Neighbours are current for a moment while nodes go: only the last of them counts.
+        const QSignalBlocker blocker(m_tree);
+        delete m_tree->currentItem();
+    }
+    slotItemSelect(m_tree->currentItem());
+}
+
+void TWgtPrjList::deleteChildren()
+{
+    if (!hasNode())
+        return;
+    const QSignalBlocker blocker(m_tree);
+    qDeleteAll(m_tree->currentItem()->takeChildren());
+}
+
+int TWgtPrjList::indexOfSelected() const
+{
+    return m_tree->indexOfSelected();
+}
+
+void TWgtPrjList::selectByIndex(int index)
+{
+    m_tree->selectByIndex(index);
+}
+
+void TWgtPrjList::restoreCurrent(QTreeWidgetItem* item)
+{
+    const QSignalBlocker blocker(m_tree);
+    m_tree->setCurrentItem(item);
+}
+
+void TWgtPrjList::slotFilterClear()
+{
+    m_filter->clear();
+}
+
+void TWgtPrjList::slotFilterString(QString text)
+{
+    const bool wasFiltered = !m_filterText.isEmpty();
+    m_filterText = text;
+    const QSignalBlocker blocker(m_tree);
+    const QList<QTreeWidgetItem*> nodes = m_tree->nodes();
+    m_tree->setUpdatesEnabled(false);
+    if (!wasFiltered)
+        keepExpanded(nodes);
+    hideOthers(nodes, text);
+    if (!text.isEmpty())
+        m_tree->expandAll();
+    else if (wasFiltered)
+        restoreExpanded(nodes);
+    m_tree->setUpdatesEnabled(true);
+}
+
+void TWgtPrjList::keepExpanded(const QList<QTreeWidgetItem*>& nodes)
+{
+    for (QTreeWidgetItem* node : nodes)
+        node->setData(columnName, roleExpanded, node->isExpanded());
+}
+
+void TWgtPrjList::hideOthers(const QList<QTreeWidgetItem*>& nodes, const QString& text)
+{
+    const QRegularExpression pattern = filterPattern(text);
+    QSet<const QTreeWidgetItem*> withVisibleChild;
+    // From the end, so that a node comes behind all that are below it.
+    for (int i = nodes.size() - 1; i >= 0; --i) {
+        QTreeWidgetItem* node = nodes.at(i);
+        const bool isVisible =
+            withVisibleChild.contains(node) || pattern.match(node->text(columnName)).hasMatch();
+        node->setHidden(!isVisible);
+        if (isVisible)
+            withVisibleChild.insert(node->parent());
+    }
+}
+
+void TWgtPrjList::restoreExpanded(const QList<QTreeWidgetItem*>& nodes)
+{
+    for (QTreeWidgetItem* node : nodes)
+        node->setExpanded(node->data(columnName, roleExpanded).toBool());
+    QTreeWidgetItem* current = m_tree->currentItem();
+    QTreeWidgetItem* top = current;
+    while (top && top->parent())
+        top = top->parent();
+    if (top != current)
+        top->setExpanded(true);
+}
+
+void TWgtPrjList::slotItemSelect(QTreeWidgetItem* item)
+{
+    const QString file = item ? item->text(columnFile) : QString();
+    emit signalProjectSelect(file.isEmpty() ? QString() : absFile(listFolder(), file));
+}
+
+bool TWgtPrjList::eventFilter(QObject* object, QEvent* event)
+{
+    if (event->type() == QEvent::KeyPress) {
+        const auto* keyEvent = static_cast<QKeyEvent*>(event);
+        if (keyEvent->modifiers() == Qt::NoModifier || keyEvent->modifiers() == Qt::KeypadModifier) {
+            if (object == m_filter && keyEvent->key() == Qt::Key_Down)
+                return goToTree();
+            if (object == m_tree && keyEvent->key() == Qt::Key_Up)
+                return goToFilter();
+        }
+    }
+    return QFrame::eventFilter(object, event);
+}
+
+bool TWgtPrjList::goToTree()
+{
+    QTreeWidgetItem* first = firstVisible();
+    m_tree->setFocus();
+    if (first) {
+        m_tree->setCurrentItem(first);
+        first->setSelected(true);
+    }
+    return true;
+}
+
+QTreeWidgetItem* TWgtPrjList::firstVisible() const
+{
+    for (int i = 0; i < m_tree->topLevelItemCount(); ++i) {
+        if (!m_tree->topLevelItem(i)->isHidden())
+            return m_tree->topLevelItem(i);
+    }
+    return nullptr;
+}
+
+bool TWgtPrjList::goToFilter()
+{
+    QTreeWidgetItem* current = m_tree->currentItem();
+    if (!current || current != firstVisible() || m_filterRow->isHidden())
+        return false;
+    current->setSelected(false);
+    m_filter->setFocus();
+    return true;
+}

@@ -1,0 +1,16 @@
+#include "ui/mono_font.h"
+
+#include "core/TAppData.h"
+#include "core/globals.h"
+
+#include <QApplication>
+
+QFont monoFont()
+{
+    QFont font = QApplication::font();
+    if (!appData().FontMonoName.isEmpty())
+        font.setFamily(appData().FontMonoName);
+    if (appData().FontMonoSize > 0)
+        font.setPointSize(appData().FontMonoSize);
+    return font;
+}
