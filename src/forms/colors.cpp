@@ -1,5 +1,6 @@
 #include "forms/colors.h"
 
+#include <QFontMetrics>
 #include <QPalette>
 #include <QWidget>
 
@@ -23,4 +24,25 @@ void setTextColor(QWidget* widget, const QColor& colour)
 void setBaseColor(QWidget* widget, const QColor& colour)
 {
     setRole(widget, QPalette::Base, colour);
+}
+
+void markFault(QWidget* field, bool fault)
+{
+    QPalette palette; // without a role set it is the one of the style
+    if (fault) {
+        const QColor colour(255, 200, 200);
+        palette.setColor(QPalette::Base, colour);
+        palette.setColor(QPalette::Button, colour);
+        // A dark style writes in a light colour.
+        palette.setColor(QPalette::Text, Qt::black);
+        palette.setColor(QPalette::ButtonText, Qt::black);
+    }
+    field->setPalette(palette);
+}
+
+int fieldHeight(const QWidget* widget)
+{
+    constexpr int usual = 21;
+    constexpr int frame = 6;
+    return qMax(usual, widget->fontMetrics().height() + frame);
 }

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "forms/TNumberEdit.h"
+#include "forms/star_button.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QVector>
+
+/// One or two fields on the same number, and behind them a button "*" that gives the default. Tool tips
+/// tell range and default.
+template <typename T> class TNumberBox : public QWidget
+{
+public:
+    T value() const { return first()->value(); }
+    /// Shows the value; reports nothing.
+    void setValue(T value)
+    {
+        each([value](TNumberEdit<T>* part) { part->setValue(value); });
+    }
+    T minimum() const { return first()->minimum(); }
+    T maximum() const { return first()->maximum(); }
+    /// As TNumberEdit::setRange.
+    void setRange(T min, T max)
+    {
+        each([this, min, max](TNumberEdit<T>* part) {
+            part->setRange(min, max);
+            part->setRangeText(rangeText(*part));
+        });
+    }
+    T defaultValue() const { return first()->defaultValue(); }
+    void setDefaultValue(T value)
+    {
+        each([value](TNumberEdit<T>* part) { part->setDefaultValue(value); });
+        setDefaultText(defaultText());
+    }
+    bool fits() const { return first()->fits(); }
+    /// Moves the value into the range; reports nothing.
+    void clamp()
+    {
+        each([](TNumberEdit<T>* part) { part->clamp(); });
+    }
+
+    /// Own words for the range, instead of the plain numbers; setRange puts those back.
+    void setRangeText(const QString& text)
+    {
+        each([&text](TNumberEdit<T>* part) { part->setRangeText(text); });
+    }
+    /// Own words for the default; setDefaultValue puts the plain ones back.
+    void setDefaultText(const QString& text) { m_button->setToolTip(text); }
+
+    QPushButton* button() const { return m_button; }
+
+protected:
+    /// The fields become children of this and stand in this order.
+    TNumberBox(const QVector<TNumberEdit<T>*>& parts, QWidget* parent)
+        : QWidget(parent)
+        , m_parts(parts)
+        , m_button(starButton(this))
+    {
+        auto* layout = new QHBoxLayout(this);
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->setSpacing(3);
+        each([layout](TNumberEdit<T>* part) { layout->addWidget(part); });
+        layout->addWidget(m_button);
+        setFocusProxy(first());
+        setDefaultValue(T{});
+    }
+
+    /// "%1..%2" with the bounds of a field.
+    virtual QString rangeText(const TNumberEdit<T>& part) const
+    {
+        return QStringLiteral("%1..%2").arg(part.textOf(part.minimum()), part.textOf(part.maximum()));
+    }
+    virtual QString defaultText() const
+    {
+        return QStringLiteral("Default: %1").arg(first()->textOf(defaultValue()));
+    }
+    TNumberEdit<T>* first() const { return m_parts.first(); }
+    TNumberEdit<T>* part(int i) const { return m_parts.at(i); }
+
+private:
+    template <typename Use> void each(const Use& use)
+    {
+        for (TNumberEdit<T>* part : m_parts)
+            use(part);
+    }
+
+    const QVector<TNumberEdit<T>*> m_parts;
+    QPushButton* m_button;
+};

@@ -1,0 +1,67 @@
+#include "forms/TNumberText.h"
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+constexpr int hexBase = 16;
+constexpr quint64 greatest = quint64(std::numeric_limits<qint64>::max());
+
+bool dropSign(QString& text)
+{
+    const bool isNegative = text.startsWith(QLatin1Char('-'));
+    if (isNegative || text.startsWith(QLatin1Char('+')))
+        text.remove(0, 1);
+    return isNegative;
+}
+
+/// The digits as a number, at most limit. Text that is too long for the type fails to convert too.
+quint64 magnitude(const QString& digits, int base, quint64 limit)
+{
+    bool ok = false;
+    const quint64 value = digits.toULongLong(&ok, base);
+    if (ok)
+        return qMin(value, limit);
+    return digits.isEmpty() ? 0 : limit;
+}
+
+} // namespace
+
+QString TNumberText::text(qint64 value) const
+{
+    if (base != hexBase)
+        return QString::number(value);
+    const quint64 bits = value < 0 ? 0 - quint64(value) : quint64(value);
+    const QString digits = QString::number(bits, hexBase).toUpper().rightJustified(2, QLatin1Char('0'));
+    return QLatin1String(value < 0 ? "-0x" : "0x") + digits;
+}
+
+QString TNumberText::text(double value) const
+{
+    return QString::number(value, 'f', decimals);
+}
+
+void TNumberText::read(const QString& text, qint64& value) const
+{
+    QString digits = text.trimmed();
+    const bool isNegative = dropSign(digits);
+    if (base == hexBase && digits.startsWith(QLatin1String("0x"), Qt::CaseInsensitive))
+        digits.remove(0, 2);
+    const quint64 bits = magnitude(digits, base, isNegative ? greatest + 1 : greatest);
+    value = qint64(isNegative ? 0 - bits : bits);
+}
+
+void TNumberText::read(const QString& text, int& value) const
+{
+    qint64 wide = 0;
+    read(text, wide);
+    value = int(qBound<qint64>(std::numeric_limits<int>::min(), wide, std::numeric_limits<int>::max()));
+}
+
+void TNumberText::read(const QString& text, double& value) const
+{
+    value = text.trimmed().toDouble();
+    if (!std::isfinite(value))
+        value = std::copysign(std::numeric_limits<double>::max(), value);
+}

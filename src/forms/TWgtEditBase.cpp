@@ -1,0 +1,105 @@
+#include "forms/TWgtEditBase.h"
+
+#include "forms/colors.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QValidator>
+
+namespace {
+constexpr int leastWidth = 70;
+}
+
+TWgtEditBase::TWgtEditBase(QValidator* validator, QWidget* parent)
+    : QWidget(parent)
+    , m_edit(new QLineEdit(this))
+{
+    setValidator(validator);
+    m_edit->setFixedHeight(fieldHeight(m_edit));
+    m_edit->setMinimumWidth(leastWidth);
+    m_edit->installEventFilter(this);
+    setFocusProxy(m_edit);
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_edit);
+    connect(m_edit, &QLineEdit::editingFinished, this, &TWgtEditBase::editingFinished);
+}
+
+TWgtEditBase::~TWgtEditBase()
+{
+    // A line that dies with the focus says that editing has finished.
+    m_edit->blockSignals(true);
+}
+
+bool TWgtEditBase::isEditing() const
+{
+    return m_edit->hasFocus() && m_edit->text() != m_shown;
+}
+
+void TWgtEditBase::setRangeText(const QString& text)
+{
+    m_edit->setToolTip(text);
+}
+
+void TWgtEditBase::setFault(bool fault)
+{
+    markFault(m_edit, fault);
+}
+
+void TWgtEditBase::setValidator(QValidator* validator)
+{
+    delete m_edit->validator();
+    validator->setParent(m_edit);
+    m_edit->setValidator(validator);
+}
+
+void TWgtEditBase::display(const QString& text)
+{
+    m_shown = text;
+    if (m_edit->text() == text)
+        return;
+    const QSignalBlocker blocker(m_edit);
+    m_edit->setText(text);
+}
+
+void TWgtEditBase::editingFinished()
+{
+    // Compared as text: a value that is shown rounded must not change by being looked at.
+    if (m_edit->text() != m_shown)
+        commit(m_edit->text());
+}
+
+void TWgtEditBase::setDefault()
+{
+    takeDefault();
+}
+
+bool TWgtEditBase::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_edit && event->type() == QEvent::KeyPress && !m_edit->isReadOnly()) {
+        const auto* press = static_cast<QKeyEvent*>(event);
+        const bool isPlain = (press->modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier)) == 0;
+        if (isPlain && handleKey(press->key()))
+            return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+bool TWgtEditBase::handleKey(int key)
+{
+    switch (key) {
+    case Qt::Key_Up:
+        step(m_edit->text(), 1);
+        return true;
+    case Qt::Key_Down:
+        step(m_edit->text(), -1);
+        return true;
+    case Qt::Key_Asterisk:
+        takeDefault();
+        return true;
+    default:
+        return false;
+    }
+}

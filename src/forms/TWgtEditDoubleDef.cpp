@@ -1,0 +1,21 @@
+#include "forms/TWgtEditDoubleDef.h"
+
+#include "forms/TWgtEditDouble.h"
+
+TWgtEditDoubleDef::TWgtEditDoubleDef(double value, int decimals, QWidget* parent)
+    : TNumberBox<double>({new TWgtEditDouble(value, decimals)}, parent)
+{
+    connect(static_cast<TWgtEditDouble*>(first()), &TWgtEditDouble::valueChanged, this,
+            &TWgtEditDoubleDef::slotChangedValue);
+    connect(button(), &QPushButton::clicked, this, &TWgtEditDoubleDef::slotSetDefaultValue);
+}
+
+void TWgtEditDoubleDef::slotChangedValue(double value)
+{
+    emit valueChanged(value);
+}
+
+void TWgtEditDoubleDef::slotSetDefaultValue()
+{
+    first()->setDefault();
+}

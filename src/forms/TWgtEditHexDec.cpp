@@ -1,0 +1,38 @@
+#include "forms/TWgtEditHexDec.h"
+
+#include "forms/TWgtEditDec.h"
+#include "forms/TWgtEditHex.h"
+
+TWgtEditHexDec::TWgtEditHexDec(int value, QWidget* parent)
+    : TNumberBox<int>({new TWgtEditHex(value), new TWgtEditDec(value)}, parent)
+{
+    connect(static_cast<TWgtEditHex*>(part(0)), &TWgtEditHex::valueChanged, this,
+            &TWgtEditHexDec::slotChangedHex);
+    connect(static_cast<TWgtEditDec*>(part(1)), &TWgtEditDec::valueChanged, this,
+            &TWgtEditHexDec::slotChangedDec);
+    connect(button(), &QPushButton::clicked, this, &TWgtEditHexDec::slotSetDefaultValue);
+    setDefaultValue(0);
+}
+
+QString TWgtEditHexDec::defaultText() const
+{
+    return QStringLiteral("Default: %1 [%2]")
+        .arg(part(0)->textOf(defaultValue()), part(1)->textOf(defaultValue()));
+}
+
+void TWgtEditHexDec::slotChangedHex(int value)
+{
+    part(1)->setValue(value);
+    emit valueChanged(value);
+}
+
+void TWgtEditHexDec::slotChangedDec(int value)
+{
+    part(0)->setValue(value);
+    emit valueChanged(value);
+}
+
+void TWgtEditHexDec::slotSetDefaultValue()
+{
+    part(0)->setDefault();
+}

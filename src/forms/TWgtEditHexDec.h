@@ -1,0 +1,23 @@
+#pragma once
+
+#include "forms/TNumberBox.h"
+
+/// A whole number in hexadecimal and in decimal, with a button for its default.
+class TWgtEditHexDec : public TNumberBox<int>
+{
+    Q_OBJECT
+
+public:
+    explicit TWgtEditHexDec(int value, QWidget* parent = nullptr);
+
+signals:
+    void valueChanged(int value);
+
+public slots:
+    void slotChangedHex(int value);
+    void slotChangedDec(int value);
+    void slotSetDefaultValue();
+
+private:
+    QString defaultText() const override;
+};

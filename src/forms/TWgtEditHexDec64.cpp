@@ -1,0 +1,38 @@
+#include "forms/TWgtEditHexDec64.h"
+
+#include "forms/TWgtEditDec64.h"
+#include "forms/TWgtEditHex64.h"
+
+TWgtEditHexDec64::TWgtEditHexDec64(qlonglong value, QWidget* parent)
+    : TNumberBox<qlonglong>({new TWgtEditHex64(value), new TWgtEditDec64(value)}, parent)
+{
+    connect(static_cast<TWgtEditHex64*>(part(0)), &TWgtEditHex64::valueChanged, this,
+            &TWgtEditHexDec64::slotChangedHex);
+    connect(static_cast<TWgtEditDec64*>(part(1)), &TWgtEditDec64::valueChanged, this,
+            &TWgtEditHexDec64::slotChangedDec);
+    connect(button(), &QPushButton::clicked, this, &TWgtEditHexDec64::slotSetDefault);
+    setDefaultValue(0);
+}
+
+QString TWgtEditHexDec64::defaultText() const
+{
+    return QStringLiteral("Default: %1 [%2]")
+        .arg(part(0)->textOf(defaultValue()), part(1)->textOf(defaultValue()));
+}
+
+void TWgtEditHexDec64::slotChangedHex(qlonglong value)
+{
+    part(1)->setValue(value);
+    emit valueChanged(value);
+}
+
+void TWgtEditHexDec64::slotChangedDec(qlonglong value)
+{
+    part(0)->setValue(value);
+    emit valueChanged(value);
+}
+
+void TWgtEditHexDec64::slotSetDefault()
+{
+    part(0)->setDefault();
+}

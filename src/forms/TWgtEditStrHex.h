@@ -1,0 +1,29 @@
+#pragma once
+
+#include "forms/TWgtEditBase.h"
+
+/// Bytes as hexadecimal text; blanks are kept as they are typed.
+class TWgtEditStrHex : public TWgtEditBase
+{
+    Q_OBJECT
+
+public:
+    explicit TWgtEditStrHex(const QString& value, QWidget* parent = nullptr);
+
+    QString value() const { return m_value; }
+    /// Shows another text and reports it. The same text does nothing.
+    void setValue(const QString& value);
+    /// What "*" gives.
+    void setDefaultValue(const QString& value) { m_default = value; }
+
+signals:
+    void valueChanged(QString value);
+
+private:
+    void commit(const QString& text) override { setValue(text); }
+    void step(const QString&, int) override {}
+    void takeDefault() override { setValue(m_default); }
+
+    QString m_value;
+    QString m_default;
+};

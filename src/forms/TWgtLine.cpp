@@ -1,0 +1,8 @@
+#include "forms/TWgtLine.h"
+
+TWgtLine::TWgtLine(QWidget* parent)
+    : QFrame(parent)
+{
+    setFrameStyle(QFrame::HLine | QFrame::Sunken);
+    setFixedHeight(10);
+}

@@ -1,0 +1,6 @@
+#include "forms/prog_forms.h"
+
+QWidget* createProgForm(const IDevice&, const TData&)
+{
+    return nullptr;
+}

@@ -1,0 +1,14 @@
+#include "forms/star_button.h"
+
+#include "forms/colors.h"
+
+#include <QPushButton>
+
+QPushButton* starButton(QWidget* parent)
+{
+    auto* button = new QPushButton(QStringLiteral("*"), parent);
+    const int side = fieldHeight(button);
+    button->setFixedSize(side, side);
+    button->setFocusPolicy(Qt::NoFocus);
+    return button;
+}

@@ -1,0 +1,9 @@
+#pragma once
+
+#include "core/types.h"
+
+class IDevice;
+class QWidget;
+
+/// A new form for a command of the tools, owned by the caller; null if it has none. Main thread.
+QWidget* createToolsForm(const IDevice& device, const TData& data);
