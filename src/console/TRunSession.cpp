@@ -26,7 +26,6 @@ TRunSession::TRunSession(const TArguments& arguments)
 {
     connect(&m_control, &TRunControl::signalStatusChanged, this, &TRunSession::statusChanged);
     connect(&m_control, &TRunControl::signalIdle, qApp, &QCoreApplication::quit);
-    connect(&m_interrupt, &TInterrupt::signalInterrupted, this, &TRunSession::interrupted);
     connect(&m_input, &TPauseInput::signalLine, this, &TRunSession::resumePaused);
     connect(&m_input, &TPauseInput::signalEnded, this, &TRunSession::stopPaused);
 }
@@ -37,6 +36,8 @@ int TRunSession::run()
 {
     if (!setPorts() || !open() || !findConfigs())
         return exitUsage;
+    m_interrupt = std::make_unique<TInterrupt>();
+    connect(m_interrupt.get(), &TInterrupt::signalInterrupted, this, &TRunSession::interrupted);
     QMetaObject::invokeMethod(
         this, [this] { startAll(); }, Qt::QueuedConnection);
     QCoreApplication::exec();

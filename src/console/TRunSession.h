@@ -42,7 +42,8 @@ private:
 
     const TArguments m_arguments;
     TRunOutput m_output;
-    TInterrupt m_interrupt;
+    /// From the moment that there is a run to end well: until then a signal ends the process as usual.
+    std::unique_ptr<TInterrupt> m_interrupt;
     TPauseInput m_input;
     std::map<int, std::unique_ptr<TRunView>> m_views;
     TRunControl m_control;

@@ -9,6 +9,7 @@
 
 #ifdef Q_OS_UNIX
 #include <climits>
+#include <sys/stat.h>
 #include <unistd.h>
 #endif
 
@@ -48,6 +49,18 @@ bool showFolder(const QString& folder)
     return QProcess::startDetached(QStringLiteral("explorer.exe"), {QDir::toNativeSeparators(folder)});
 #else
     return QDesktopServices::openUrl(QUrl::fromLocalFile(folder));
+#endif
+}
+
+bool isPipe(const QString& path)
+{
+#ifdef Q_OS_UNIX
+    struct stat info = {};
+    return stat(QFile::encodeName(path).constData(), &info) == 0 &&
+           (S_ISFIFO(info.st_mode) || S_ISSOCK(info.st_mode));
+#else
+    Q_UNUSED(path)
+    return false;
 #endif
 }
 

@@ -32,6 +32,9 @@ protected:
     /// Both store the reason and return false, so that a failing branch is one line.
     bool fail(const QString& reason);
     bool failDevice();
+    /// Opens the file, but no pipe: that would wait for its other end without a limit. False with the reason
+    /// in reason.
+    bool openFile(QIODevice::OpenMode how, QString& reason);
 
     QFile m_file;
     QString m_errorText;

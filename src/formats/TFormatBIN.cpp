@@ -26,9 +26,8 @@ bool TFormatBIN::open(int mode)
         if (m_addrFile > m_file.size())
             return fail(langText(418));
     }
-    if (!m_file.open(how))
-        return fail(langText(419).arg(m_file.errorString()));
-    return true;
+    QString reason;
+    return openFile(how, reason) || fail(langText(419).arg(reason));
 }
 
 bool TFormatBIN::seekTo(qint64 place)

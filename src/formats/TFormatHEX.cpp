@@ -51,8 +51,9 @@ bool TFormatHEX::openRead()
     if (!m_file.exists())
         return fail(langText(417).arg(QString()));
     // Lines are cut and blocks are kept by m_lines, so a second buffer would only cost a copy.
-    if (!m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        return fail(langText(417).arg(m_file.errorString()));
+    QString reason;
+    if (!openFile(QIODevice::ReadOnly | QIODevice::Unbuffered, reason))
+        return fail(langText(417).arg(reason));
     // Two digits make a byte, so the file itself bounds what can come; the last record may go beyond.
     const qint64 most = qMin(m_chunk, m_file.size() / 2) + THexRecord::maxBytes;
     m_most = static_cast<int>(qMin(most, pieceLimit));
@@ -65,8 +66,9 @@ bool TFormatHEX::openWrite()
         m_extType = THexRecord::LinearAddress;
     else if (m_lastAddr > 0xFFFF)
         m_extType = THexRecord::SegmentAddress;
-    if (!m_file.open(QIODevice::WriteOnly))
-        return fail(langText(417).arg(m_file.errorString()));
+    QString reason;
+    if (!openFile(QIODevice::WriteOnly, reason))
+        return fail(langText(417).arg(reason));
     if (m_extType == 0)
         return true;
     QByteArray out;
