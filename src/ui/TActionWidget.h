@@ -1,8 +1,9 @@
 #pragma once
 
 #include <QAction>
+#include <QKeySequence>
 
-class QShortcut;
+class QKeyEvent;
 
 /// An action with a shortcut of its own on one widget. The shortcut is not the action's: with both the keys
 /// would be ambiguous and neither would work. While the widget has the focus the keys are its own, also
@@ -16,4 +17,9 @@ public:
     ~TActionWidget() override;
 
     bool eventFilter(QObject* object, QEvent* event) override;
+
+private:
+    bool isMine(const QKeyEvent& event) const;
+
+    const QKeySequence m_keys;
 };

@@ -22,6 +22,11 @@ public:
     TDialogBase(const TWindowKeys& keys, QWidget* parent);
     ~TDialogBase() override;
 
+    void setVisible(bool visible) override;
+
 private:
+    void place();
+
+    bool m_isPlaced = false;
     const TWindowKeys m_keys;
 };

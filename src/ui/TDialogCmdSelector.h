@@ -2,6 +2,10 @@
 
 #include <QWidget>
 
+class QCheckBox;
+class QSplitter;
+class TCmdGroup;
+
 /// A free-standing window with a button for each command that can be added: flow and tools, programmer,
 /// and the chip in force at the current command. Holds ids only, so it may outlive the project.
 class TDialogCmdSelector : public QWidget
@@ -21,4 +25,11 @@ public slots:
     void slotSelectCmd(int id_cfg, int id_cmd);
     void slotAddCmd(QString cmd_code);
     void slotClose();
+
+private:
+    void place();
+
+    TCmdGroup* m_device;
+    QSplitter* m_splitter;
+    QCheckBox* m_state;
 };

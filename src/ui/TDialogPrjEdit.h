@@ -18,6 +18,9 @@ public:
     QString file() const;
 
 private:
+    void browse();
+
     QLineEdit* m_name = nullptr;
     QLineEdit* m_file = nullptr;
+    const QString m_folder;
 };

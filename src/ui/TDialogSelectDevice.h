@@ -2,8 +2,11 @@
 
 #include "ui/TDialogBase.h"
 
+class QBoxLayout;
 class QLineEdit;
 class QListWidget;
+class QListWidgetItem;
+class QPushButton;
 
 /// Chooses one of many names with a filter: chips, or families of the detection.
 class TDialogSelectDevice : public TDialogBase
@@ -24,11 +27,18 @@ public:
     /// Empty with no visible selection.
     QString selected() const;
 
+    bool eventFilter(QObject* object, QEvent* event) override;
+
 public slots:
     void slotFilterString(QString text);
     void slotClearFilter();
 
 private:
+    void buildFilter(QBoxLayout* layout);
+    void selectOnly(QListWidgetItem* only);
+    void updateAccept();
+
     QLineEdit* m_filter = nullptr;
     QListWidget* m_list = nullptr;
+    QPushButton* m_accept = nullptr;
 };

@@ -1,7 +1,12 @@
 #pragma once
 
+#include "core/TPrjLists.h"
 #include "ui/TDialogBase.h"
 
+#include <functional>
+
+class QAction;
+class QPushButton;
 class QTableWidget;
 
 /// Chooses one of the user's project lists, and keeps the list of them.
@@ -37,5 +42,22 @@ public slots:
     void slotSelectItem();
 
 private:
+    void makeActions();
+    void fill();
+    QList<TPrjListEntry> entries() const;
+    int rowOf(const QString& file) const;
+    void append(const TPrjListEntry& entry);
+    /// Writes a new list file where the user wants it or, if there is one, beside that; and its row.
+    void create(int title, const TPrjListEntry& proposal,
+                const std::function<bool(const QString& path)>& write);
+    void updateActions();
+
+    const QString m_listsFile;
+    TPrjLists m_lists;
+    bool m_isLoaded = false;
+    TPrjListEntry m_preset;
+    /// In the order of the table in the source; null separates groups.
+    QList<QAction*> m_actions;
+    QPushButton* m_accept = nullptr;
     QTableWidget* m_table = nullptr;
 };

@@ -2,7 +2,13 @@
 
 #include "ui/TDialogBase.h"
 
-class QModelIndex;
+#include <QModelIndex>
+
+class IDialogSetupPage;
+class QLabel;
+class QSplitter;
+class QStackedWidget;
+class QTreeWidget;
 
 /// The setup dialog: a tree of pages on the left, the page on the right. On accept every page stores its
 /// values in TAppData; the caller then applies them.
@@ -18,4 +24,13 @@ public:
 
 public slots:
     void slotGroupSelect(QModelIndex index);
+
+private:
+    void addPage(IDialogSetupPage* page);
+
+    QSplitter* m_splitter;
+    QTreeWidget* m_tree;
+    QLabel* m_head;
+    QStackedWidget* m_stack;
+    QList<IDialogSetupPage*> m_pages;
 };

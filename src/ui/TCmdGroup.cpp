@@ -1,0 +1,104 @@
+#include "ui/TCmdGroup.h"
+
+#include "core/IDevice.h"
+#include "core/TAppData.h"
+#include "core/globals.h"
+#include "core/keys.h"
+
+#include <QGroupBox>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+namespace {
+
+struct SourceColor
+{
+    QLatin1String word; ///< part of the command's key
+    QColor TAppData::*color;
+};
+
+constexpr SourceColor sourceColors[] = {
+    {QLatin1String("char", 4), &TAppData::SelectorColorChar},
+    {QLatin1String("data", 4), &TAppData::SelectorColorData},
+    {QLatin1String("file", 4), &TAppData::SelectorColorFile},
+};
+
+void paint(QPushButton* button, const QString& key)
+{
+    for (const SourceColor& row : sourceColors) {
+        if (!key.contains(row.word))
+            continue;
+        const QColor color = appData().*row.color;
+        QPalette palette = button->palette();
+        palette.setColor(QPalette::Button, color);
+        // Readable also where the style's own buttons are dark.
+        palette.setColor(QPalette::ButtonText, color.lightness() > 127 ? Qt::black : Qt::white);
+        button->setPalette(palette);
+    }
+}
+
+} // namespace
+
+TCmdGroup::TCmdGroup(const QString& title, QWidget* parent)
+    : QWidget(parent)
+    , m_scroll(new QScrollArea(this))
+{
+    auto* outer = new QVBoxLayout(this);
+    outer->setContentsMargins(2, 2, 2, 2);
+    auto* box = new QGroupBox(title, this);
+    outer->addWidget(box);
+    auto* inner = new QVBoxLayout(box);
+    inner->setContentsMargins(2, 2, 2, 2);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    inner->addWidget(m_scroll);
+    build({}, {});
+}
+
+void TCmdGroup::setDevice(const IDevice* device)
+{
+    const QStringList keys = device ? device->commandKeys() : QStringList();
+    QStringList titles;
+    for (const QString& key : keys)
+        titles.append(key == cmd::separator ? QString() : device->commandTitle({{key::cmd, key}}));
+    if (keys != m_keys || titles != m_titles)
+        build(keys, titles);
+}
+
+void TCmdGroup::build(const QStringList& keys, const QStringList& titles)
+{
+    m_keys = keys;
+    m_titles = titles;
+    auto* content = new QWidget;
+    auto* column = new QVBoxLayout(content);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(1);
+    for (int i = 0; i < keys.size(); ++i) {
+        if (keys.at(i) == cmd::separator) {
+            column->addSpacing(appData().WindowCmdSelectorButtonSeparatorHeight);
+            continue;
+        }
+        auto* button =
+            new QPushButton(QString(titles.at(i)).replace(QLatin1Char('&'), QLatin1String("&&")), content);
+        button->setFixedHeight(appData().WindowCmdSelectorButtonHeight);
+        button->setObjectName(keys.at(i));
+        paint(button, keys.at(i));
+        connect(button, &QPushButton::clicked, this, &TCmdGroup::slotAddCmd);
+        column->addWidget(button);
+    }
+    column->addStretch();
+    // A click may have led here: the button that was clicked must not die below it.
+    if (QWidget* old = m_scroll->takeWidget())
+        old->deleteLater();
+    m_scroll->setWidget(content);
+    m_scroll->setMinimumWidth(content->sizeHint().width() +
+                              m_scroll->verticalScrollBar()->sizeHint().width());
+}
+
+void TCmdGroup::slotAddCmd()
+{
+    emit signalAddCmd(sender()->objectName());
+}

@@ -1,0 +1,170 @@
+#include "ui/TDialogSelectDevice.h"
+
+#include "core/TAppData.h"
+#include "core/globals.h"
+#include "devices/TDeviceList.h"
+#include "link/AutoList.h"
+#include "ui/dialog_parts.h"
+
+#include <QCollator>
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace {
+
+/// A text to be found anywhere, in which "*" and "?" are the only signs with a meaning.
+QRegularExpression filterPattern(const QString& text)
+{
+    QString pattern = QRegularExpression::escape(text);
+    pattern.replace(QLatin1String("\\*"), QLatin1String(".*"));
+    pattern.replace(QLatin1String("\\?"), QLatin1String("."));
+    return QRegularExpression(pattern, QRegularExpression::CaseInsensitiveOption);
+}
+
+/// "24C8" before "24C16".
+void sortNaturally(QStringList& names)
+{
+    QCollator collator;
+    collator.setNumericMode(true);
+    collator.setCaseSensitivity(Qt::CaseInsensitive);
+    std::sort(names.begin(), names.end(), collator);
+}
+
+bool isListKey(int key)
+{
+    return key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp || key == Qt::Key_PageDown;
+}
+
+QString choose(TDialogSelectDevice& dialog)
+{
+    return dialog.exec() == QDialog::Accepted ? dialog.selected() : QString();
+}
+
+} // namespace
+
+TDialogSelectDevice::TDialogSelectDevice(const QString& title, const TWindowKeys& keys,
+                                         const QStringList& names, const QString& current, QWidget* parent)
+    : TDialogBase(keys, parent)
+    , m_filter(new QLineEdit(this))
+    , m_list(new QListWidget(this))
+{
+    setWindowTitle(title);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(3, 3, 3, 0);
+    layout->setSpacing(3);
+    buildFilter(layout);
+    layout->addWidget(m_list);
+    m_accept = addDialogButtons(this, layout, 80, 81);
+    m_list->setUniformItemSizes(true);
+    m_list->addItems(names);
+    m_list->setCurrentRow(names.indexOf(current));
+    connect(m_list, &QListWidget::itemSelectionChanged, this, &TDialogSelectDevice::updateAccept);
+    connect(m_list, &QListWidget::itemDoubleClicked, this, &QDialog::accept);
+    updateAccept();
+}
+
+void TDialogSelectDevice::buildFilter(QBoxLayout* layout)
+{
+    auto* clear = new QPushButton(QStringLiteral("*"), this);
+    clear->setFixedSize(21, 21);
+    clear->setAutoDefault(false);
+    clear->setFocusPolicy(Qt::NoFocus);
+    clear->setToolTip(langText(175));
+    m_filter->setFixedHeight(21);
+    m_filter->setToolTip(langText(174));
+    m_filter->installEventFilter(this);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(3);
+    row->addWidget(m_filter);
+    row->addWidget(clear);
+    layout->addLayout(row);
+    connect(m_filter, &QLineEdit::textChanged, this, &TDialogSelectDevice::slotFilterString);
+    connect(clear, &QPushButton::clicked, this, &TDialogSelectDevice::slotClearFilter);
+}
+
+QString TDialogSelectDevice::selectChip(const QString& current, QWidget* parent)
+{
+    QStringList names = TDeviceList::deviceFiles().keys();
+    sortNaturally(names);
+    TAppData& data = appData();
+    TDialogSelectDevice dialog(langText(173),
+                               {&data.WindowSelectDeviceLeft, &data.WindowSelectDeviceTop,
+                                &data.WindowSelectDeviceWidth, &data.WindowSelectDeviceHeight},
+                               names, current, parent);
+    return choose(dialog);
+}
+
+QString TDialogSelectDevice::selectFamily(const QString& current, QWidget* parent)
+{
+    TAppData& data = appData();
+    TDialogSelectDevice dialog(langText(349),
+                               {&data.WindowSelectFamilyLeft, &data.WindowSelectFamilyTop,
+                                &data.WindowSelectFamilyWidth, &data.WindowSelectFamilyHeight},
+                               autoNames(), current, parent);
+    return choose(dialog);
+}
+
+QString TDialogSelectDevice::selected() const
+{
+    const QList<QListWidgetItem*> items = m_list->selectedItems();
+    return items.isEmpty() || items.first()->isHidden() ? QString() : items.first()->text();
+}
+
+bool TDialogSelectDevice::eventFilter(QObject* object, QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress || !isListKey(static_cast<QKeyEvent*>(event)->key()))
+        return TDialogBase::eventFilter(object, event);
+    // From a name that the filter hides the first that is shown comes next.
+    if (selected().isEmpty())
+        m_list->setCurrentRow(-1);
+    QCoreApplication::sendEvent(m_list, event);
+    return true;
+}
+
+void TDialogSelectDevice::slotFilterString(QString text)
+{
+    const QRegularExpression pattern = filterPattern(text);
+    QListWidgetItem* last = nullptr;
+    int shown = 0;
+    m_list->setUpdatesEnabled(false);
+    for (int row = 0; row < m_list->count(); ++row) {
+        QListWidgetItem* item = m_list->item(row);
+        const bool isMatch = pattern.match(item->text()).hasMatch();
+        if (item->isHidden() == isMatch)
+            item->setHidden(!isMatch);
+        if (isMatch) {
+            last = item;
+            ++shown;
+        }
+    }
+    m_list->setUpdatesEnabled(true);
+    selectOnly(shown == 1 ? last : nullptr);
+    updateAccept();
+}
+
+/// What is the only one left is what was meant; of several none is chosen by itself.
+void TDialogSelectDevice::selectOnly(QListWidgetItem* only)
+{
+    if (only)
+        m_list->setCurrentItem(only);
+    if (!selected().isEmpty())
+        m_list->scrollToItem(m_list->currentItem());
+}
+
+void TDialogSelectDevice::slotClearFilter()
+{
+    m_filter->clear();
+    m_filter->setFocus();
+}
+
+void TDialogSelectDevice::updateAccept()
+{
+    m_accept->setEnabled(!selected().isEmpty());
+}

@@ -1,0 +1,306 @@
+#include "ui/TDialogSelectPrjList.h"
+
+#include "core/TAppData.h"
+#include "core/TCtrlProject.h"
+#include "core/TPrjListFile.h"
+#include "core/globals.h"
+#include "core/helpers.h"
+#include "ui/TActionWidget.h"
+#include "ui/TDialogPrjListEdit.h"
+#include "ui/dialog_parts.h"
+#include "ui/window_helpers.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QTableWidget>
+
+namespace {
+
+const QLatin1String suffix("lst");
+
+enum Column { ColumnName, ColumnFile };
+
+/// The actions, in the order of the menu.
+enum Action { New, Add, AddCur, Gap1, Edit, Copy, Delete, Gap2, MoveUp, MoveDown, Gap3, OpenFolder };
+
+struct ActionRow
+{
+    int text;        ///< 0 for a gap
+    const char* key; ///< in the group of hot keys
+    void (TDialogSelectPrjList::*slot)();
+};
+
+constexpr ActionRow actionRows[] = {
+    {156, "New", &TDialogSelectPrjList::slotNew},
+    {157, "Add", &TDialogSelectPrjList::slotAdd},
+    {158, "AddCur", &TDialogSelectPrjList::slotAddCurr},
+    {0, nullptr, nullptr},
+    {159, "Edit", &TDialogSelectPrjList::slotEdit},
+    {160, "Copy", &TDialogSelectPrjList::slotCopy},
+    {161, "Delete", &TDialogSelectPrjList::slotDelete},
+    {0, nullptr, nullptr},
+    {162, "MoveUp", &TDialogSelectPrjList::slotMoveUp},
+    {163, "MoveDown", &TDialogSelectPrjList::slotMoveDown},
+    {0, nullptr, nullptr},
+    {164, "OpenFolder", &TDialogSelectPrjList::slotOpenFolder},
+};
+
+QString cleanPath(const QString& file)
+{
+    return QDir::cleanPath(TPrjListFile::path(file));
+}
+
+/// With the suffix of a list, and "_new" before it as often as it takes to name no file that exists.
+QString freeFile(const QString& file)
+{
+    QString name = withSuffix(file, suffix);
+    while (QFileInfo::exists(absFile(appData().PathProjects, name))) {
+        name.chop(suffix.size() + 1);
+        name = QStringLiteral("%1_new.%2").arg(name, suffix);
+    }
+    return name;
+}
+
+/// The projects of a list are named from its folder, so in another folder their names change.
+bool copyList(const QString& from, const QString& to)
+{
+    if (absDir(from) == absDir(to))
+        return QFile::copy(from, to);
+    TPrjListFile list;
+    const TPrjListFile::Result result = list.read(from);
+    if (result == TPrjListFile::Failed)
+        return false;
+    if (result == TPrjListFile::Empty)
+        return QFile::copy(from, to);
+    QList<TPrjListItem> items = list.items();
+    for (TPrjListItem& item : items) {
+        if (!item.file.isEmpty())
+            item.file = relToDir(absDir(to), absFile(absDir(from), item.file));
+    }
+    list.setItems(items);
+    return list.write(to);
+}
+
+bool isSame(const QList<TPrjListEntry>& a, const QList<TPrjListEntry>& b)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](const TPrjListEntry& left, const TPrjListEntry& right) {
+                          return left.name == right.name && left.file == right.file;
+                      });
+}
+
+} // namespace
+
+TDialogSelectPrjList::TDialogSelectPrjList(const QString& file, QWidget* parent)
+    : TDialogBase({&appData().WindowSelectPrjListLeft, &appData().WindowSelectPrjListTop,
+                   &appData().WindowSelectPrjListWidth, &appData().WindowSelectPrjListHeight},
+                  parent)
+    , m_listsFile(file)
+    , m_isLoaded(m_lists.read(file))
+    , m_table(makeRowTable({langText(154), langText(155)}, this))
+{
+    setWindowTitle(langText(153));
+    setMinimumSize(560, 300);
+    makeActions();
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(5, 5, 5, 0);
+    auto* row = new QHBoxLayout;
+    row->addWidget(m_table, 1);
+    row->addWidget(actionColumn(m_actions, this));
+    layout->addLayout(row);
+    m_accept = addDialogButtons(this, layout, 79, 81);
+    m_table->setColumnWidth(ColumnName, 150);
+    fill();
+    connect(m_table, &QTableWidget::itemSelectionChanged, this, &TDialogSelectPrjList::slotSelectItem);
+    connect(m_table, &QTableWidget::itemDoubleClicked, this, &QDialog::accept);
+    connect(m_table, &QWidget::customContextMenuRequested, this, &TDialogSelectPrjList::slotShowContextMenu);
+    updateActions();
+}
+
+void TDialogSelectPrjList::makeActions()
+{
+    for (const ActionRow& row : actionRows) {
+        if (!row.slot) {
+            m_actions.append(nullptr);
+            continue;
+        }
+        const QKeySequence keys = hotKey(QStringLiteral("HotKeySelectProjectList"), QLatin1String(row.key));
+        auto* action = new TActionWidget(langText(row.text), keys, m_table);
+        connect(action, &QAction::triggered, this, row.slot);
+        m_actions.append(action);
+    }
+}
+
+void TDialogSelectPrjList::fill()
+{
+    const QList<TPrjListEntry> entries = m_lists.entries();
+    for (const TPrjListEntry& entry : entries)
+        append(entry);
+    m_table->setCurrentCell(entries.isEmpty() ? -1 : 0, ColumnName);
+}
+
+void TDialogSelectPrjList::append(const TPrjListEntry& entry)
+{
+    const int row = m_table->rowCount();
+    m_table->insertRow(row);
+    setCell(m_table, row, ColumnName, entry.name);
+    setCell(m_table, row, ColumnFile, entry.file);
+    m_table->setCurrentCell(row, ColumnName);
+    updateActions();
+}
+
+bool TDialogSelectPrjList::isLoaded() const
+{
+    return m_isLoaded;
+}
+
+void TDialogSelectPrjList::setPreset(const QString& name, const QString& file)
+{
+    m_preset = {name, file};
+    const int row = file.isEmpty() ? -1 : rowOf(file);
+    if (row >= 0)
+        m_table->setCurrentCell(row, ColumnName);
+    updateActions();
+}
+
+QString TDialogSelectPrjList::name() const
+{
+    return cellText(m_table, m_table->currentRow(), ColumnName);
+}
+
+QString TDialogSelectPrjList::file() const
+{
+    return cellText(m_table, m_table->currentRow(), ColumnFile);
+}
+
+QList<TPrjListEntry> TDialogSelectPrjList::entries() const
+{
+    QList<TPrjListEntry> list;
+    for (int row = 0; row < m_table->rowCount(); ++row)
+        list.append({cellText(m_table, row, ColumnName), cellText(m_table, row, ColumnFile)});
+    return list;
+}
+
+int TDialogSelectPrjList::rowOf(const QString& file) const
+{
+    const QString path = cleanPath(file);
+    for (int row = 0; row < m_table->rowCount(); ++row) {
+        if (cleanPath(cellText(m_table, row, ColumnFile)) == path)
+            return row;
+    }
+    return -1;
+}
+
+bool TDialogSelectPrjList::isChanged() const
+{
+    return m_isLoaded && !isSame(entries(), m_lists.entries());
+}
+
+bool TDialogSelectPrjList::write()
+{
+    m_lists.setEntries(entries());
+    return m_lists.write(m_listsFile);
+}
+
+void TDialogSelectPrjList::slotShowContextMenu(QPoint pos)
+{
+    showActionMenu(m_actions, m_table->viewport(), pos);
+}
+
+void TDialogSelectPrjList::create(int title, const TPrjListEntry& proposal,
+                                  const std::function<bool(const QString& path)>& write)
+{
+    TDialogPrjListEdit dialog(langText(title), proposal.name, proposal.file, this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    const QString file = freeFile(dialog.file());
+    const QString path = absFile(appData().PathProjects, file);
+    if (write(path))
+        append({dialog.name(), file});
+    else
+        msgError(langText(171).arg(path), this);
+}
+
+void TDialogSelectPrjList::slotNew()
+{
+    create(166, {}, [](const QString& path) { return writeEmptyList(path); });
+}
+
+void TDialogSelectPrjList::slotCopy()
+{
+    const QString from = TPrjListFile::path(file());
+    create(172, {name(), freeFile(file())}, [&from](const QString& path) { return copyList(from, path); });
+}
+
+void TDialogSelectPrjList::slotAdd()
+{
+    TDialogPrjListEdit dialog(langText(167), {}, {}, this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    const QString path = TPrjListFile::path(dialog.file());
+    if (QFileInfo(path).isFile())
+        append({dialog.name(), dialog.file()});
+    else
+        msgError(langText(98).arg(path), this);
+}
+
+void TDialogSelectPrjList::slotAddCurr()
+{
+    append(m_preset);
+}
+
+void TDialogSelectPrjList::slotEdit()
+{
+    TDialogPrjListEdit dialog(langText(168), name(), file(), this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    setCell(m_table, m_table->currentRow(), ColumnName, dialog.name());
+    setCell(m_table, m_table->currentRow(), ColumnFile, dialog.file());
+    updateActions();
+}
+
+void TDialogSelectPrjList::slotDelete()
+{
+    if (appData().ConfirmProjectsListDelete && !msgAsk(langText(165).arg(name()), this))
+        return;
+    m_table->removeRow(m_table->currentRow());
+    updateActions();
+}
+
+void TDialogSelectPrjList::slotMoveUp()
+{
+    moveTableRow(m_table, -1);
+    updateActions();
+}
+
+void TDialogSelectPrjList::slotMoveDown()
+{
+    moveTableRow(m_table, 1);
+    updateActions();
+}
+
+void TDialogSelectPrjList::slotOpenFolder()
+{
+    // Without a file manager, or without the folder, nothing happens.
+    static_cast<void>(openFolder(TPrjListFile::path(file())));
+}
+
+void TDialogSelectPrjList::slotSelectItem()
+{
+    updateActions();
+}
+
+void TDialogSelectPrjList::updateActions()
+{
+    const int row = m_table->currentRow();
+    const bool isRow = row >= 0;
+    m_actions[AddCur]->setEnabled(!m_preset.file.isEmpty() && rowOf(m_preset.file) < 0);
+    for (Action action : {Edit, Copy, Delete, OpenFolder})
+        m_actions[action]->setEnabled(isRow);
+    m_actions[MoveUp]->setEnabled(row > 0);
+    m_actions[MoveDown]->setEnabled(isRow && row < m_table->rowCount() - 1);
+    m_accept->setEnabled(isRow);
+}

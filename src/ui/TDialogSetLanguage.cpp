@@ -1,0 +1,35 @@
+#include "ui/TDialogSetLanguage.h"
+
+#include "core/TAppData.h"
+#include "core/globals.h"
+#include "ui/dialog_parts.h"
+
+#include <QListWidget>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+TDialogSetLanguage::TDialogSetLanguage(const QStringList& entries, QWidget* parent)
+    : TDialogBase({&appData().WindowLanguageLeft, &appData().WindowLanguageTop,
+                   &appData().WindowLanguageWidth, &appData().WindowLanguageHeight},
+                  parent)
+    , m_list(new QListWidget(this))
+{
+    // Not translated: it must be found again in a language that one cannot read.
+    setWindowTitle(QStringLiteral("Language"));
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_list);
+    QPushButton* accept = addDialogButtons(this, layout, 79, 81);
+    accept->setEnabled(!entries.isEmpty());
+    m_list->addItems(entries);
+    m_list->sortItems();
+    m_list->setCurrentRow(0);
+    connect(m_list, &QListWidget::itemDoubleClicked, this, &QDialog::accept);
+}
+
+QString TDialogSetLanguage::selected() const
+{
+    const QListWidgetItem* item = m_list->currentItem();
+    return item ? item->text() : QString();
+}

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "ui/IDialogSetupPage.h"
+
+/// The settings of group Confirmation: what is asked before it is done.
+class TDialogSetupPageConfirm : public IDialogSetupPage
+{
+    Q_OBJECT
+
+public:
+    explicit TDialogSetupPageConfirm(QWidget* parent = nullptr);
+};

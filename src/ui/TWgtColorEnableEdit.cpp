@@ -1,0 +1,65 @@
+#include "ui/TWgtColorEnableEdit.h"
+
+#include <QCheckBox>
+#include <QColorDialog>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+
+TWgtColorEnableEdit::TWgtColorEnableEdit(const QString& text, bool hasCheck, QWidget* parent)
+    : QWidget(parent)
+    , m_field(new QLabel(this))
+{
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    if (hasCheck)
+        row->addWidget(m_check = new QCheckBox(text, this));
+    else
+        row->addWidget(new QLabel(text, this));
+    row->addStretch();
+    m_field->setFixedWidth(100);
+    m_field->setFrameStyle(int(QFrame::StyledPanel) | int(QFrame::Sunken));
+    m_field->setAutoFillBackground(true);
+    m_field->setFocusPolicy(Qt::StrongFocus);
+    m_field->setCursor(Qt::PointingHandCursor);
+    m_field->installEventFilter(this);
+    row->addWidget(m_field);
+}
+
+void TWgtColorEnableEdit::setColor(const QColor& color)
+{
+    m_color = color;
+    QPalette palette = m_field->palette();
+    palette.setColor(QPalette::Window, color);
+    m_field->setPalette(palette);
+    m_field->setToolTip(color.name());
+}
+
+bool TWgtColorEnableEdit::isEnabledColor() const
+{
+    return !m_check || m_check->isChecked();
+}
+
+void TWgtColorEnableEdit::setEnabledColor(bool enabled)
+{
+    if (m_check)
+        m_check->setChecked(enabled);
+}
+
+bool TWgtColorEnableEdit::eventFilter(QObject* object, QEvent* event)
+{
+    const bool isClick = event->type() == QEvent::MouseButtonRelease;
+    const bool isSpace =
+        event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space;
+    if (!isClick && !isSpace)
+        return QWidget::eventFilter(object, event);
+    slotSelectColor();
+    return true;
+}
+
+void TWgtColorEnableEdit::slotSelectColor()
+{
+    const QColor color = QColorDialog::getColor(m_color, this);
+    if (color.isValid())
+        setColor(color);
+}

@@ -1,0 +1,160 @@
+#include "ui/dialog_parts.h"
+
+#include "core/TSettings.h"
+#include "core/globals.h"
+#include "core/helpers.h"
+
+#include <QAction>
+#include <QDialog>
+#include <QFileDialog>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QToolButton>
+
+namespace {
+
+constexpr int buttonWidth = 100;
+constexpr int buttonHeight = 24;
+constexpr int frameHeight = 40;
+constexpr int margin = 5;
+constexpr int gap = 8;
+
+QToolButton* actionButton(QAction* action, QWidget* parent)
+{
+    auto* button = new QToolButton(parent);
+    button->setDefaultAction(action);
+    button->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    button->setFocusPolicy(Qt::NoFocus);
+    return button;
+}
+
+} // namespace
+
+QPushButton* dialogButton(const QString& text, QWidget* parent)
+{
+    auto* button = new QPushButton(text, parent);
+    button->setFixedHeight(buttonHeight);
+    button->setFixedWidth(qMax(buttonWidth, button->sizeHint().width()));
+    return button;
+}
+
+QBoxLayout* addDialogFrame(QWidget* window, QBoxLayout* layout)
+{
+    auto* frame = new QFrame(window);
+    frame->setFixedHeight(frameHeight);
+    auto* row = new QHBoxLayout(frame);
+    row->setContentsMargins(margin, margin, margin, margin);
+    row->setSpacing(margin);
+    row->addStretch();
+    layout->addWidget(frame);
+    return row;
+}
+
+QPushButton* addDialogButtons(QDialog* dialog, QBoxLayout* layout, int acceptText, int rejectText)
+{
+    QBoxLayout* row = addDialogFrame(dialog, layout);
+    QPushButton* accept = dialogButton(langText(acceptText), dialog);
+    QPushButton* reject = dialogButton(langText(rejectText), dialog);
+    accept->setDefault(true);
+    reject->setAutoDefault(false);
+    row->addWidget(accept);
+    row->addWidget(reject);
+    QObject::connect(accept, &QPushButton::clicked, dialog, &QDialog::accept);
+    QObject::connect(reject, &QPushButton::clicked, dialog, &QDialog::reject);
+    return accept;
+}
+
+TBrowseLine makeBrowseLine(const QString& text, QWidget* parent)
+{
+    TBrowseLine parts;
+    auto* row = new QHBoxLayout;
+    row->setSpacing(3);
+    parts.layout = row;
+    parts.line = new QLineEdit(text, parent);
+    parts.button = new QPushButton(QStringLiteral("..."), parent);
+    parts.button->setFixedSize(30, parts.line->sizeHint().height());
+    parts.button->setAutoDefault(false);
+    parts.button->setToolTip(langText(332));
+    row->addWidget(parts.line);
+    row->addWidget(parts.button);
+    return parts;
+}
+
+QString askFile(QWidget* parent, const QString& title, const QString& current, const QString& filter)
+{
+    return QFileDialog::getSaveFileName(parent, title, current, filter, nullptr,
+                                        QFileDialog::DontConfirmOverwrite);
+}
+
+QWidget* actionColumn(const QList<QAction*>& actions, QWidget* parent)
+{
+    auto* widget = new QWidget(parent);
+    auto* column = new QVBoxLayout(widget);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(2);
+    for (QAction* action : actions) {
+        if (action)
+            column->addWidget(actionButton(action, widget));
+        else
+            column->addSpacing(gap);
+    }
+    column->addStretch();
+    return widget;
+}
+
+void showActionMenu(const QList<QAction*>& actions, QWidget* viewport, const QPoint& pos)
+{
+    QMenu menu(viewport);
+    for (QAction* action : actions) {
+        if (action)
+            menu.addAction(action);
+        else
+            menu.addSeparator();
+    }
+    menu.exec(viewport->mapToGlobal(pos));
+}
+
+QTableWidget* makeRowTable(const QStringList& headers, QWidget* parent)
+{
+    auto* table = new QTableWidget(0, headers.size(), parent);
+    table->setHorizontalHeaderLabels(headers);
+    table->horizontalHeader()->setStretchLastSection(true);
+    table->horizontalHeader()->setHighlightSections(false);
+    table->verticalHeader()->hide();
+    table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() + 6);
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setSelectionMode(QAbstractItemView::SingleSelection);
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table->setTabKeyNavigation(false);
+    table->setWordWrap(false);
+    table->setContextMenuPolicy(Qt::CustomContextMenu);
+    // Without the focus the choice must still be seen.
+    table->setStyleSheet(QStringLiteral("QTableWidget:item:selected:!active { background: #A0A0A0; }"));
+    return table;
+}
+
+void setCell(QTableWidget* table, int row, int column, const QString& text)
+{
+    if (QTableWidgetItem* item = table->item(row, column))
+        item->setText(text);
+    else
+        table->setItem(row, column, new QTableWidgetItem(text));
+}
+
+QString cellText(const QTableWidget* table, int row, int column)
+{
+    const QTableWidgetItem* item = table->item(row, column);
+    return item ? item->text() : QString();
+}
+
+QKeySequence hotKey(const QString& group, const QString& name)
+{
+    const TSettings file(fileInAppDir(QStringLiteral("hk")));
+    return file.readKeySequence(QStringLiteral("%1/%2").arg(group, name));
+}
