@@ -14,8 +14,13 @@ class IDeviceExec;
 class TProg;
 class TSerialPort;
 
-/// One command of a chip, run on a line of its own: the chip is given, the programmer's file is made
-/// here, and the other end of the line is a script or a model of the chip.
+/// Parameters from a text "key=value key=value", all of them strings as out of a project file: "~" is a
+/// blank, a number in hexadecimal begins with 0x, and a key of a description that is a list takes commas.
+TData benchParams(const QString& text);
+
+/// A chip bound to a programmer in an open project, and its commands run on a line of their own: the
+/// other end is a script or a model of the chip. One at a time; the language table names every text by
+/// its number, "@424".
 class DeviceBench
 {
 public:
@@ -23,8 +28,7 @@ public:
     struct Result
     {
         bool ok = false;
-        QString error;
-        QStringList requests; ///< "OP PAYLOAD" in hexadecimal, one a frame
+        QString error; ///< a frame that the script does not have, then the executor's text
         QList<int> percents;
         QStringList works; ///< texts of the kind ceWork
         QString data;      ///< the command's parameter data after the run
@@ -32,40 +36,31 @@ public:
     /// Answers a request; false stands for an error reply with code 3.
     using Chip = std::function<bool(quint8 opcode, const QByteArray& payload, QByteArray& reply)>;
 
-    /// The device is taken over. More lines of the programmer's file, for instance "[SPI]\nCLK_DEF=1".
-    DeviceBench(IDevice* device, int maxData, const QByteArray& moreProg = {});
+    /// family is "dev25", "dev24", "dev93c" or "avr", each with a chip of its own; the words behind it change
+    /// the chip's description, and MAX_DATA=n the programmer's.
+    explicit DeviceBench(const QString& chip);
     ~DeviceBench();
 
     IDevice& device() const { return *m_device; }
     TestDir& dir() { return m_dir; }
-    /// A new command with its defaults, changed by param; bound to chip and programmer.
-    TData command(const QString& key, const TData& param = {});
+    /// A new command "word key=value ..." over its defaults.
+    TData command(const QString& text);
 
-    /// Runs against a script of lines "OP PAYLOAD > REPLY", hexadecimal, blanks free; a line without ">"
-    /// gets no answer. A wrong or missing frame stands in error, before the run's own.
-    Result play(const TData& command, const QStringList& script)
-    {
-        return play(QList<TData>{command}, script);
-    }
-    /// The same for several commands on one open port; they end at the first that fails.
-    Result play(const QList<TData>& commands, const QStringList& script);
+    /// Runs the commands one behind the other on one open port until one fails. The script is a list
+    /// "OP PAYLOAD > REPLY, ..." in hexadecimal, FF*8 being eight of them; without ">" no answer comes.
+    /// The word readChipId asks the executor for the chip's identification, which then is data.
+    Result play(const QStringList& commands, const QString& script);
     /// Runs against a chip.
-    Result runWith(const TData& command, const Chip& chip);
-    /// Called on every percent that the next run reports; for a stop in the middle.
+    Result runWith(const QString& command, const Chip& chip);
+    /// Called on every percent of the runs that follow; for a stop in the middle.
     std::function<void(IDeviceExec& exec, int percent)> onPercent;
-    /// Runs executor.readChipId instead of the command.
-    bool readsId = false;
-    QString readId;
 
 private:
-    Result run(const QList<TData>& commands, ScriptedPeer& peer);
+    Result run(const QStringList& commands, ScriptedPeer& peer);
     bool runOne(const TData& command, TSerialPort& port, Result& result);
 
     TestDir m_dir;
     std::unique_ptr<IDevice> m_device;
     std::unique_ptr<TProg> m_prog;
-    int m_cfg;
+    int m_cfg = -1;
 };
-
-/// A language table that names every entry by its number, "@424"; three with a place for a text.
-void loadNumberedTexts(const TestDir& dir);
