@@ -112,6 +112,7 @@ avr alg_flash_write=3 | flash_data_write data=A1 | | fails
 avr alg_flash_write=1 | flash_data_write addr_device=0x11 data=A1 | 04 1000FFA1 >, 07 054C000800 > | ok A1
 avr alg_flash_write=1 | flash_data_write addr_device=0x10 data=A1 | 04 1000A1FF >, 07 054C000800 > | ok A1
 avr alg_flash_write=1 | flash_data_write addr_device=0x3F data=A1B2 | 04 3E00FFA1 >, 07 054C001F00 >, 04 4000B2FF >, 07 054C002000 > | ok A1B2
+avr MAX_DATA=5 alg_flash_write=1 | flash_data_write data=A1B2C3D4E5 | 04 0000A1B2C3D4 >, 07 054C000000 >, 04 0400E5FF >, 07 054C000200 > | ok A1B2C3D4E5
 avr flash_page_size=0 alg_flash_write=0 | flash_data_write addr_device=0x3F data=A1B2C3 | 04 3E00FFA1 >, 04 4000B2C3 > | ok A1B2C3
 avr flash_page_size=0 alg_flash_write=1 | flash_data_write addr_device=0x10 data=A1B2C3 | 04 1000A1B2 >, 07 054C000800 >, 04 1200C3FF >, 07 054C000900 > | ok A1B2C3
 avr flash_page_size=-1 | flash_data_write data=A1 | | fails @424
