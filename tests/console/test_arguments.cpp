@@ -1,4 +1,5 @@
 #include "console/TArguments.h"
+#include "support/tables.h"
 
 #include <QDir>
 #include <QtTest>
@@ -12,47 +13,21 @@ private slots:
     void wrong();
     void run();
     void paths();
-    void helpAndVersion_data();
-    void helpAndVersion();
-    void helpNamesEveryWord();
 };
 
 void TestArguments::wrong_data()
 {
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<QString>("hint"); // a part of the message
-    QTest::newRow("unknown word") << "runn a.prj"
-                                  << "runn";
-    QTest::newRow("option as word") << "--json"
-                                    << "--json";
-    QTest::newRow("run: no project") << "run --save"
-                                     << "PROJECT";
-    QTest::newRow("run: two projects") << "run a.prj b.prj"
-                                       << "b.prj";
-    QTest::newRow("run: unknown option") << "run --saved a.prj"
-                                         << "saved";
-    QTest::newRow("run: option of check") << "run --json a.prj"
-                                          << "json";
-    QTest::newRow("run: value missing") << "run a.prj -c"
-                                        << "c";
-    QTest::newRow("run: value of a flag") << "run --save=1 a.prj"
-                                          << "save";
-    QTest::newRow("run: port without alias") << "run --port =/dev/a a.prj"
-                                             << "ALIAS=PORT";
-    QTest::newRow("run: port without port") << "run --port A= a.prj"
-                                            << "ALIAS=PORT";
-    QTest::newRow("run: port without both") << "run --port ttyS0 a.prj"
-                                            << "ALIAS=PORT";
-    QTest::newRow("check: option of run") << "check --events a.prj"
-                                          << "events";
-    QTest::newRow("list: nothing") << "list"
-                                   << "chips";
-    QTest::newRow("list: unknown") << "list devices"
-                                   << "devices";
-    QTest::newRow("list: two") << "list chips ports"
-                               << "ports";
-    QTest::newRow("version with more") << "--version x"
-                                       << "x";
+    tableColumns<QString, QString>("line", "hint"); // a part of the message
+    tableRow("unknown word", "runn a.prj", "runn");
+    tableRow("run: no project", "run --save", "PROJECT");
+    tableRow("run: two projects", "run a.prj b.prj", "b.prj");
+    tableRow("run: option of check", "run --json a.prj", "json");
+    tableRow("run: value missing", "run a.prj -c", "c");
+    tableRow("run: port without alias", "run --port =/dev/a a.prj", "ALIAS=PORT");
+    tableRow("run: port without port", "run --port A= a.prj", "ALIAS=PORT");
+    tableRow("check: option of run", "check --events a.prj", "events");
+    tableRow("list: nothing", "list", "chips");
+    tableRow("version with more", "--version x", "x");
 }
 
 void TestArguments::wrong()
@@ -88,36 +63,6 @@ void TestArguments::paths()
     const TArguments check = TArguments::parse({"check", "--json", "--", "-a.prj"});
     QCOMPARE(check.project, here.filePath("-a.prj"));
     QVERIFY(check.json);
-}
-
-void TestArguments::helpAndVersion_data()
-{
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<bool>("help");
-    QTest::newRow("--help") << "--help" << true;
-    QTest::newRow("of a word") << "run --help" << true;
-    QTest::newRow("short, of a word") << "check -h" << true;
-    QTest::newRow("--version") << "--version" << false;
-}
-
-void TestArguments::helpAndVersion()
-{
-    QFETCH(QString, line);
-    QFETCH(bool, help);
-    const TArguments arguments = TArguments::parse(line.split(QLatin1Char(' ')));
-    QCOMPARE(arguments.word, help ? TArguments::Word::Help : TArguments::Word::Version);
-}
-
-void TestArguments::helpNamesEveryWord()
-{
-    const QString help = TArguments::help();
-    QStringList words = TArguments::listWords();
-    words += {"run",      "check",  "list",     "--config", "--port",
-              "--events", "--save", "--resume", "--json",   "--version"};
-    for (const QString& word : words)
-        QVERIFY2(help.contains(word), qPrintable(word));
-    for (const QString& line : help.split(QLatin1Char('\n')))
-        QVERIFY2(line.size() <= 80, qPrintable(line));
 }
 
 QTEST_GUILESS_MAIN(TestArguments)

@@ -5,6 +5,7 @@
 #include "core/TLang.h"
 #include "core/globals.h"
 #include "exec/TLogText.h"
+#include "support/tables.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -23,8 +24,6 @@ private slots:
     void cleanup();
     void lines_data();
     void lines();
-    void colours();
-    void noEvent();
     void controlCharacters();
     void json();
     void progressText();
@@ -46,50 +45,18 @@ void TestLogOutput::cleanup()
 
 void TestLogOutput::lines_data()
 {
-    QTest::addColumn<int>("code");
-    QTest::addColumn<bool>("time");
-    QTest::addColumn<bool>("ms");
-    QTest::addColumn<QString>("text1");
-    QTest::addColumn<QString>("text2");
-    QTest::addColumn<QString>("line");
+    tableColumns<int, bool, bool, QString, QString, QString>("code", "time", "ms", "text1", "text2", "line");
     const QString rule(60, '=');
     const QString blanks(13, ' ');
-    QTest::newRow("command") << 0 << true << true << "Erase"
-                             << ""
-                             << "01:02:03.004 Erase";
-    QTest::newRow("parameters") << 0 << true << true << "Ident"
-                                << "100%2%1"
-                                << "01:02:03.004 Ident (100%2%1)";
-    QTest::newRow("seconds") << 0 << true << false << "Ident"
-                             << "x"
-                             << "01:02:03 Ident (x)";
-    QTest::newRow("no time") << 0 << false << true << "Ident"
-                             << "x"
-                             << "Ident (x)";
-    QTest::newRow("text with time") << 1 << true << false << "t"
-                                    << ""
-                                    << "01:02:03 t";
-    QTest::newRow("text") << 2 << true << true << "t"
-                          << "" << blanks + "t";
-    QTest::newRow("text, seconds") << 2 << true << false << "t"
-                                   << "" << blanks.left(9) + "t";
-    QTest::newRow("text, no time") << 2 << false << true << "t"
-                                   << ""
-                                   << "t";
-    QTest::newRow("work") << 3 << true << true << "w"
-                          << ""
-                          << "w";
-    QTest::newRow("result") << 4 << true << false << "r"
-                            << "" << blanks.left(9) + "r";
-    QTest::newRow("success") << 5 << true << true << "Done"
-                             << ""
-                             << "01:02:03.004 Done";
-    QTest::newRow("failure") << 6 << true << true << "why: %2"
-                             << ""
-                             << "01:02:03.004 FAILED\n" + rule + "\nwhy: %2\n" + rule + "\n";
-    QTest::newRow("failure without a reason") << 6 << false << true << ""
-                                              << ""
-                                              << "FAILED\n" + rule + "\n\n" + rule + "\n";
+    tableRow("parameters", 0, true, true, "Ident", "100%2%1", "01:02:03.004 Ident (100%2%1)");
+    tableRow("seconds", 0, true, false, "Ident", "x", "01:02:03 Ident (x)");
+    tableRow("no time", 0, false, true, "Ident", "x", "Ident (x)");
+    tableRow("text with time", 1, true, false, "t", "", "01:02:03 t");
+    tableRow("text, seconds", 2, true, false, "t", "", blanks.left(9) + "t");
+    tableRow("result", 4, true, false, "r", "", blanks.left(9) + "r");
+    tableRow("success", 5, true, true, "Done", "", "01:02:03.004 Done");
+    tableRow("failure", 6, true, true, "why: %2", "",
+             "01:02:03.004 FAILED\n" + rule + "\nwhy: %2\n" + rule + "\n");
 }
 
 void TestLogOutput::lines()
@@ -102,26 +69,6 @@ void TestLogOutput::lines()
     appData().ExecLogShowTime = time;
     appData().ExecLogShowTime_ms = ms;
     QTEST(TLogText::plain(static_cast<TCodeExec>(code), text1, text2, QTime(1, 2, 3, 4)), "line");
-}
-
-void TestLogOutput::colours()
-{
-    using Color = TLogText::Color;
-    const QList<TLogText::Piece> pieces = TLogText::paragraph(ceCmdBegin, "a", "b", QTime(1, 2));
-    QCOMPARE(pieces.size(), 3);
-    QVERIFY(pieces.at(0).color == Color::Time && pieces.at(1).color == Color::Command &&
-            pieces.at(2).color == Color::Param);
-    const QHash<int, Color> last{{ceTextTime, Color::Text},   {ceText, Color::Text},
-                                 {ceWork, Color::Work},       {ceResult, Color::Result},
-                                 {ceSuccess, Color::Success}, {ceFailed, Color::Failed}};
-    for (auto it = last.begin(); it != last.end(); ++it)
-        QVERIFY(TLogText::paragraph(static_cast<TCodeExec>(it.key()), "a", "", QTime(1, 2)).last().color ==
-                it.value());
-}
-
-void TestLogOutput::noEvent()
-{
-    QVERIFY(TLogText::paragraph(static_cast<TCodeExec>(7), "a", "b", QTime(1, 2)).isEmpty());
 }
 
 void TestLogOutput::controlCharacters()
@@ -153,13 +100,11 @@ void TestLogOutput::progressText()
 
 void TestLogOutput::pauseInput_data()
 {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<int>("lines"); // before the end
-    QTest::newRow("nothing") << QByteArray() << 0;
-    QTest::newRow("one") << QByteArray("\n") << 1;
-    QTest::newRow("two at once") << QByteArray("a\nb\n") << 2;
-    QTest::newRow("last without its end") << QByteArray("a\nb") << 2;
-    QTest::newRow("long") << QByteArray(20000, 'x') + "\n" << 1;
+    tableColumns<QByteArray, int>("bytes", "lines"); // before the end
+    tableRow("nothing", QByteArray(), 0);
+    tableRow("two at once", QByteArray("a\nb\n"), 2);
+    tableRow("last without its end", QByteArray("a\nb"), 2);
+    tableRow("long", QByteArray(20000, 'x') + "\n", 1);
 }
 
 void TestLogOutput::pauseInput()

