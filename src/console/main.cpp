@@ -1,11 +1,20 @@
 #include "console/console.h"
+#include "ui/start_window.h"
 
-#include <cstdio>
+#include <cstring>
+
+namespace {
+
+/// An option for the window system, as desktops give them: one "-" and more than a letter.
+bool isWindowOption(const char* argument)
+{
+    return argument[0] == '-' && argument[1] != '-' && strlen(argument) > 2;
+}
+
+} // namespace
 
 int main(int argc, char** argv)
 {
-    if (argc > 1)
-        return runConsole(argc, argv);
-    fputs("velmarkion: the window is not built in\nTry \"velmarkion --help\".\n", stderr);
-    return 2;
+    const bool isWindow = argc < 2 || isWindowOption(argv[1]);
+    return isWindow ? runWindow(argc, argv) : runConsole(argc, argv);
 }

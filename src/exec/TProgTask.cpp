@@ -1,0 +1,82 @@
+#include "exec/TProgTask.h"
+
+#include "core/IDevice.h"
+#include "core/TDataCmd.h"
+#include "core/TDataPrj.h"
+#include "core/globals.h"
+#include "core/keys.h"
+#include "devices/TDevToolsExec.h"
+#include "devices/prog_link.h"
+#include "link/TProg.h"
+#include "link/TSerialPort.h"
+
+TProgTask::TProgTask(int id_cmd)
+    : m_idCmd(id_cmd)
+{
+}
+
+bool TProgTask::identify()
+{
+    emit signalEventText(ceCmdBegin, QStringLiteral("ID Prog"));
+    TSerialPort port;
+    bool done = openLink(port);
+    if (done && !progSetStatus(&port, progIdentify)) {
+        m_errorText = port.errorString();
+        done = false;
+    }
+    port.close();
+    return finish(done);
+}
+
+bool TProgTask::reset()
+{
+    const TDataCmd* command = project().cmdById(m_idCmd);
+    const IDevice* family = command ? command->family() : nullptr;
+    const TProg* prog = command ? command->prog() : nullptr;
+    if (!family || !prog)
+        return finish(false);
+    const int time = qAbs(prog->resetDefault());
+    const int duration = family->deviceValue(key::reset_pol).toBool() ? time : -time;
+    emit signalEventText(ceCmdBegin, QStringLiteral("Reset"), QStringLiteral("%1 ms").arg(duration));
+
+    TSerialPort port;
+    const bool done = openLink(port) && pulse(port, duration);
+    port.close();
+    return finish(done);
+}
+
+bool TProgTask::pulse(TSerialPort& port, int duration)
+{
+    if (progSetStatus(&port, progBusy) && progResetPulse(&port, duration) && progSetStatus(&port, progIdle))
+        return true;
+    m_errorText = port.errorString();
+    if (!port.isLinkFailed())
+        (void)progSetStatus(&port, progFailure);
+    return false;
+}
+
+bool TProgTask::openLink(TSerialPort& port)
+{
+    const TDataCmd* setProg = project().cmdById(project().cmdIdAt(project().indexProgBefore(m_idCmd)));
+    if (!setProg)
+        return false;
+    TDevToolsExec exec(setProg->toData());
+    connect(&exec, &TDevToolsExec::signalEventText, this, &TProgTask::signalEventText);
+    bool exit = false;
+    int cfg = setProg->cfgId();
+    int cmd = setProg->id();
+    if (exec.execute(&port, exit, cfg, cmd))
+        return true;
+    // The executor's text names the port too, and tells what the port cannot know.
+    m_errorText = exec.errorText().isEmpty() ? port.errorString() : exec.errorText();
+    return false;
+}
+
+bool TProgTask::finish(bool done)
+{
+    if (done)
+        emit signalEventText(ceSuccess, langText(391));
+    else
+        emit signalEventText(ceFailed, m_errorText);
+    return done;
+}

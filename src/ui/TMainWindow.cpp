@@ -1,0 +1,227 @@
+#include "ui/TMainWindow.h"
+
+#include "core/TAppData.h"
+#include "core/TDataPrj.h"
+#include "core/globals.h"
+#include "core/helpers.h"
+#include "ui/TButtonAction.h"
+#include "ui/TDialogAbout.h"
+#include "ui/TDialogSetLanguage.h"
+#include "ui/TDialogSetupSelect.h"
+#include "ui/TTreeWidget.h"
+#include "ui/TWgtPrj.h"
+#include "ui/language_files.h"
+#include "ui/window_helpers.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QSplitter>
+#include <QStyle>
+#include <QUrl>
+#include <QVBoxLayout>
+
+TMainWindow::TMainWindow()
+    : m_runs([this](int id_cfg) -> IRunView* { return m_prj->tabOf(id_cfg); })
+{
+    const TAppData& app = appData();
+    setWindowTitle(QLatin1String(identity::shortName));
+    placeOnScreen(this, app.WindowMainCenter, app.WindowMainLeft, app.WindowMainTop, app.WindowMainWidth,
+                  app.WindowMainHeight);
+    createActions();
+    createLayout();
+    createMenus();
+    openStartList();
+    connectPanels();
+    openLastPrj();
+    applyInterface();
+    updateState();
+}
+
+void TMainWindow::createLayout()
+{
+    m_prjList = new TWgtPrjList;
+    m_prjList->setFrameStyle(QFrame::Box | QFrame::Sunken);
+    m_prj = new TWgtPrj;
+    m_splitter = new QSplitter(Qt::Horizontal);
+    m_splitter->addWidget(m_prjList);
+    m_splitter->addWidget(m_prj);
+    m_splitter->setStretchFactor(1, 1);
+    m_splitter->setSizes(appData().WindowMainPrjSplitter);
+    m_status = new TWgtStatusBar;
+
+    auto* central = new QWidget;
+    auto* layout = new QVBoxLayout(central);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(createToolBar());
+    layout->addWidget(m_splitter, 1);
+    layout->addWidget(m_status);
+    setCentralWidget(central);
+}
+
+void TMainWindow::openStartList()
+{
+    const TAppData& app = appData();
+    if (!app.PrjListFile.isEmpty() && !m_prjList->load(app.PrjListName, app.PrjListFile, app.PrjListExpand)) {
+        const QString reason =
+            m_prjList->errorText().isEmpty() ? m_prjList->statusText() : m_prjList->errorText();
+        m_status->showText(QStringLiteral("%1: %2").arg(m_prjList->listFile(), reason), TWgtStatusBar::Red);
+    }
+    m_prjList->dragMode(app.PrjListDragDrop);
+}
+
+void TMainWindow::connectPanels()
+{
+    // Queued: the tree is in the middle of its own change when it tells of a node, and boxes may follow.
+    connect(m_prjList, &TWgtPrjList::signalProjectSelect, this, &TMainWindow::slotSelectPrj,
+            Qt::QueuedConnection);
+    connect(m_prjList, &TWgtPrjList::signalContextMenuRequested, this,
+            &TMainWindow::slotOpenContextMenuPrjList);
+    connect(&project(), &TDataPrj::signalChangePrj, this, &TMainWindow::slotChangePrj);
+
+    connect(this, &TMainWindow::signalStop, &m_runs, &TRunControl::stop);
+    connect(this, &TMainWindow::signalPauseReset, &m_runs, &TRunControl::resume);
+    connect(&m_runs, &TRunControl::signalStatusChanged, this, &TMainWindow::slotStatusChanged);
+    connect(&m_runs, &TRunControl::signalRunEnded, this, &TMainWindow::slotExecFinished);
+    connect(&m_runs, &TRunControl::signalIdle, this, &TMainWindow::goOnAfterRuns, Qt::QueuedConnection);
+    connectPrj();
+}
+
+void TMainWindow::openLastPrj()
+{
+    const TAppData& app = appData();
+    if (!app.OpenLastPrj)
+        return;
+    m_prjList->selectByIndex(app.LastPrj);
+    if (m_prjList->hasNode())
+        openCurrentNode();
+    if (!project().isOpen())
+        return;
+    if (app.LastCfg >= 0 && app.LastCfg < m_prj->count())
+        m_prj->setCurrentIndex(app.LastCfg);
+    m_prj->setCurrentRow(app.LastCmd);
+    m_prj->focusTable();
+}
+
+void TMainWindow::applyInterface()
+{
+    const TAppData& app = appData();
+    // Setting the style that is in force already would polish every widget again.
+    if (QApplication::style()->objectName().compare(app.Style, Qt::CaseInsensitive) != 0)
+        ::setStyle(app.Style);
+    m_prjList->setTitleVisible(app.PrjListShowName);
+    m_prjList->setFilterVisible(app.PrjListShowFilter);
+    m_prj->reloadColors();
+    m_prj->setTabBarAutoHide(app.PrjHideTabCfg);
+}
+
+void TMainWindow::slotSettings()
+{
+    TDialogSetupSelect dialog(this);
+    if (dialog.exec() == QDialog::Accepted)
+        applySettings();
+}
+
+void TMainWindow::applySettings()
+{
+    project().clearCaches();
+    project().bindAll();
+    project().validateAll();
+    m_prj->refreshAll();
+    m_prj->refreshForms();
+    m_prj->setOrientation(appData().CfgOrientation != 0);
+    action(maPrjListDragDrop)->setChecked(appData().PrjListDragDrop);
+    m_prjList->dragMode(appData().PrjListDragDrop);
+    action(maCmdUncheckHide)->setChecked(appData().HideUncheckCmd);
+    m_prj->hideUnchecked(appData().HideUncheckCmd);
+    applyInterface();
+    updateState();
+}
+
+void TMainWindow::slotSaveSettings()
+{
+    if (!msgAsk(langText(83), this))
+        return;
+    takeWindowSettings();
+    appData().saveWindow();
+    appData().saveApp();
+}
+
+void TMainWindow::takeWindowSettings()
+{
+    TAppData& app = appData();
+    const QRect place = isMaximized() || isFullScreen() ? normalGeometry() : geometry();
+    app.WindowMainLeft = place.left();
+    app.WindowMainTop = place.top();
+    app.WindowMainWidth = place.width();
+    app.WindowMainHeight = place.height();
+    app.WindowMainPrjSplitter = m_splitter->sizes();
+}
+
+void TMainWindow::slotSetLanguage()
+{
+    const QMap<QString, QString> fileOfEntry = languageFiles(appData().PathLanguage);
+    TDialogSetLanguage dialog(fileOfEntry.keys(), this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    const QString file = fileOfEntry.value(dialog.selected());
+    if (file.isEmpty() || file == appData().Language)
+        return;
+    appData().Language = file;
+    msgInfo(langText(2), this);
+}
+
+void TMainWindow::slotHelp()
+{
+    const QString manual =
+        QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("manual.html"));
+    if (QFileInfo(manual).isFile())
+        QDesktopServices::openUrl(QUrl::fromLocalFile(manual));
+}
+
+void TMainWindow::slotAbout()
+{
+    TDialogAbout(this).exec();
+}
+
+void TMainWindow::slotAboutQt()
+{
+    QApplication::aboutQt();
+}
+
+void TMainWindow::slotQuit()
+{
+    close();
+}
+
+void TMainWindow::setPage(TWgtConfig::Page page)
+{
+    static constexpr TMainAction actions[] = {maSetViewParamPrj, maSetViewParamCmd, maSetViewParamExec};
+    if (!project().isOpen())
+        return;
+    m_prj->setPage(page);
+    action(actions[page])->setChecked(true);
+}
+
+void TMainWindow::slotSetViewParamPrj()
+{
+    setPage(TWgtConfig::PageDescription);
+}
+
+void TMainWindow::slotSetViewParamCmd()
+{
+    setPage(TWgtConfig::PageParam);
+}
+
+void TMainWindow::slotSetViewParamExec()
+{
+    setPage(TWgtConfig::PageExec);
+}
+
+void TMainWindow::slotSplitterCfgMoved(const TSplitterPos& splitter)
+{
+    appData().WindowMainCfgSplitter = splitter;
+    m_prj->setSplitterSizes(splitter);
+}

@@ -1,0 +1,270 @@
+#include "core/TAppData.h"
+#include "core/TCtrlProject.h"
+#include "core/TDataPrj.h"
+#include "core/globals.h"
+#include "core/helpers.h"
+#include "ui/TDialogCmdSelector.h"
+#include "ui/TMainWindow.h"
+#include "ui/TTreeWidget.h"
+#include "ui/TWgtPrj.h"
+#include "ui/window_helpers.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QScopedValueRollback>
+#include <QTimer>
+
+namespace {
+
+constexpr int retryAfter = 50; // ms
+
+/// The user is in a box, a dialog or a menu, which must not lose its window or its project.
+bool isBusy()
+{
+    return QApplication::activeModalWidget() || QApplication::activePopupWidget();
+}
+
+} // namespace
+
+TMainWindow::~TMainWindow()
+{
+    m_runs.stopAll();
+    while (!m_runs.isIdle())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+
+    const TAppData& app = appData();
+    if (app.SaveSettingsApp)
+        app.saveApp();
+    if (app.SaveSettingsWindow) {
+        takeWindowSettings();
+        app.saveWindow();
+    }
+    if (m_prjList->isLoaded())
+        (void)m_prjList->save(m_prjList->listFile());
+    if (app.AutoSavePrj && project().isOpen() && project().isChanged())
+        (void)savePrj();
+    delete m_cmdSelector;
+    disconnectPrj();
+    m_prj->deleteAll();
+    project().clear();
+}
+
+void TMainWindow::closeEvent(QCloseEvent* event)
+{
+    event->ignore();
+    if (!m_mayClose && !m_isClosing) {
+        const QScopedValueRollback<bool> guard(m_isClosing, true);
+        commitEdit();
+        if (!appData().ConfirmQuit || msgAsk(langText(89), this))
+            stopRunsThen([this] { leave(); });
+    }
+    if (m_mayClose)
+        event->accept();
+}
+
+void TMainWindow::leave()
+{
+    TAppData& app = appData();
+    app.LastPrj = m_prjList->indexOfSelected();
+    app.LastCfg = m_prj->currentIndex();
+    app.LastCmd = m_prj->currentRow();
+    if (!closePrj())
+        return;
+    m_mayClose = true;
+    delete m_cmdSelector;
+    close();
+}
+
+void TMainWindow::commitEdit()
+{
+    if (TWgtConfig* tab = m_prj->current())
+        tab->commitEdit();
+}
+
+// The slots that write the log process events, so this may stand on the stack of one, with its worker
+// waiting: an event loop in here would never see the end of that run.
+void TMainWindow::stopRunsThen(const Step& then, const Step& refused)
+{
+    if (m_runs.isIdle()) {
+        then();
+        return;
+    }
+    if (!isWaitingForRuns() && !msgAsk(langText(421), this)) {
+        if (refused)
+            refused();
+        return;
+    }
+    m_afterRuns = then;
+    m_status->showText(langText(422), TWgtStatusBar::Plain);
+    m_runs.stopAll();
+    updateState();
+    // They may have ended during the question.
+    QMetaObject::invokeMethod(this, &TMainWindow::goOnAfterRuns, Qt::QueuedConnection);
+}
+
+void TMainWindow::goOnAfterRuns()
+{
+    if (!isWaitingForRuns() || !m_runs.isIdle())
+        return;
+    if (isBusy()) {
+        QTimer::singleShot(retryAfter, this, &TMainWindow::goOnAfterRuns);
+        return;
+    }
+    const Step then = std::exchange(m_afterRuns, nullptr);
+    m_status->showText(project().file(), TWgtStatusBar::Plain);
+    then();
+    updateState();
+    selectPrjLater();
+}
+
+void TMainWindow::slotSelectPrj(const QString& project_file)
+{
+    if (isWaitingForRuns() || project_file != m_prjList->nodePath())
+        return;
+    if (isBusy()) {
+        QTimer::singleShot(retryAfter, this, [this] { slotSelectPrj(m_prjList->nodePath()); });
+        return;
+    }
+    if (m_prjList->tree()->currentItem() == m_openNode && project_file == m_openPath)
+        return;
+    const QScopedValueRollback<bool> guard(m_isActing, true);
+    commitEdit();
+    stopRunsThen([this] { openCurrentNode(); }, [this] { backToOpenNode(); });
+}
+
+/// Another node may have become current in the meantime.
+void TMainWindow::selectPrjLater()
+{
+    QMetaObject::invokeMethod(
+        this, [this] { slotSelectPrj(m_prjList->nodePath()); }, Qt::QueuedConnection);
+}
+
+void TMainWindow::openCurrentNode()
+{
+    if (!closePrj()) {
+        backToOpenNode();
+        return;
+    }
+    m_openNode = m_prjList->tree()->currentItem();
+    m_openPath = m_prjList->nodePath();
+    loadPrj(m_openPath);
+}
+
+void TMainWindow::backToOpenNode()
+{
+    if (m_openNode && m_prjList->tree()->nodes().contains(m_openNode))
+        m_prjList->restoreCurrent(m_openNode);
+    updateState();
+}
+
+void TMainWindow::loadPrj(const QString& file)
+{
+    disconnectPrj();
+    if (!file.isEmpty()) {
+        TCtrlProject control;
+        const int result = control.open(file, project());
+        if (result == 0) {
+            ++m_opening;
+            project().setName(m_prjList->nodeName());
+            project().clearChanged();
+            m_status->showText(file, TWgtStatusBar::Plain);
+        } else {
+            QString text = QStringLiteral("%1: %2").arg(langText(result == 1 ? 87 : 88), file);
+            if (appData().Debug == 1) {
+                text += QStringLiteral(" [%1]").arg(control.errorText());
+                logError(QStringLiteral("debug"),
+                         QStringLiteral("TMainWindow::slotSelectPrj: %1").arg(control.errorText()));
+            }
+            m_status->showText(text, TWgtStatusBar::Red);
+        }
+    }
+    showPrj();
+}
+
+void TMainWindow::showPrj()
+{
+    const TAppData& app = appData();
+    m_prj->build();
+    connectPrj();
+    if (m_cmdSelector)
+        m_cmdSelector->slotSelectCmd(m_prj->currentCfg(), m_prj->currentCmd());
+    m_prj->setOrientation(app.CfgOrientation != 0);
+    m_prj->setSplitterSizes(app.WindowMainCfgSplitter);
+    m_prj->setTabBarAutoHide(app.PrjHideTabCfg);
+    action(maCmdUncheckHide)->setChecked(app.HideUncheckCmd);
+    m_prj->hideUnchecked(app.HideUncheckCmd);
+    slotSetViewParamPrj();
+    applyInterface();
+    updateState();
+}
+
+void TMainWindow::connectPrj()
+{
+    connect(m_prj, &TWgtPrj::signalSelectCmd, this, &TMainWindow::slotSelectCmd);
+    connect(m_prj, &TWgtPrj::signalSetViewParamCmd, this, &TMainWindow::slotSetViewParamCmd);
+    connect(m_prj, &TWgtPrj::signalSplitterCfgMoved, this, &TMainWindow::slotSplitterCfgMoved);
+    connect(m_prj, &TWgtPrj::signalContextMenuRequested, this, &TMainWindow::slotOpenContextMenuPrj);
+    connect(&project(), &TDataPrj::signalChangeData, m_prj, &TWgtPrj::slotUpdateGUI, Qt::QueuedConnection);
+}
+
+void TMainWindow::disconnectPrj()
+{
+    disconnect(m_prj, nullptr, this, nullptr);
+    disconnect(&project(), &TDataPrj::signalChangeData, m_prj, &TWgtPrj::slotUpdateGUI);
+    // What is on its way names commands by ids that the next project gives again.
+    QCoreApplication::removePostedEvents(m_prj, QEvent::MetaCall);
+}
+
+bool TMainWindow::closePrj()
+{
+    if (project().isOpen() && project().isChanged() && !saveBeforeClosing())
+        return false;
+    project().clearChanged();
+    m_status->showText(QString(), TWgtStatusBar::Plain);
+    disconnectPrj();
+    m_prj->deleteAll();
+    project().clear();
+    m_openNode = nullptr;
+    m_openPath.clear();
+    if (m_cmdSelector)
+        m_cmdSelector->slotSelectCmd(-1, -1);
+    updateState();
+    return true;
+}
+
+bool TMainWindow::saveBeforeClosing()
+{
+    if (!appData().AutoSavePrj && !msgAsk(langText(84).arg(project().name()), this))
+        return true;
+    return savePrj() || msgAsk(langText(426), this);
+}
+
+bool TMainWindow::savePrj()
+{
+    const QString file = absFile(m_prjList->listFolder(), project().file());
+    TCtrlProject control;
+    const bool saved = control.save(file, project());
+    if (saved) {
+        project().clearChanged();
+        report(langText(85).arg(project().name()), TWgtStatusBar::Green);
+    } else {
+        report(QStringLiteral("%1 \"%2\": %3").arg(langText(86), project().name(), control.errorText()),
+               TWgtStatusBar::Red);
+    }
+    return saved;
+}
+
+// Behind what the panels have posted: the current command's line would come last otherwise.
+void TMainWindow::report(const QString& text, TWgtStatusBar::Code code)
+{
+    QMetaObject::invokeMethod(
+        this, [this, text, code] { m_status->showText(text, code); }, Qt::QueuedConnection);
+}
+
+void TMainWindow::slotSelectCmd()
+{
+    if (project().isOpen() && !isWaitingForRuns())
+        m_status->showText(project().file(), TWgtStatusBar::Plain);
+    updateState();
+}
