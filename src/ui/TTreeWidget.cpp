@@ -94,7 +94,7 @@ void TTreeWidget::dropEvent(QDropEvent* event)
     QTreeWidgetItem* node = selectedItems().value(0);
     const bool moved = dragDropMode() == InternalMove && node && moveNode(node, targetAt(event->pos()));
     // Not a move to the one who drags: it would then remove the node, which stands in its new place.
-    event->setDropAction(moved ? Qt::CopyAction : Qt::IgnoreAction);
+    event->setDropAction(Qt::IgnoreAction);
     event->setAccepted(moved);
     // Ends scrolling and takes the line away.
     QDragLeaveEvent leave;

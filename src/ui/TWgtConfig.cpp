@@ -95,6 +95,8 @@ void TWgtConfig::makePages(const QString& description)
     m_paramLayout = new QHBoxLayout(m_paramPage);
     m_paramLayout->setContentsMargins(formMargin, formMargin, formMargin, formMargin);
     m_log = new TWgtLogExec(this);
+    for (QWidget* page : {static_cast<QWidget*>(m_descPage), m_paramPage, static_cast<QWidget*>(m_log)})
+        page->hide();
 }
 
 QWidget* TWgtConfig::makePageHolder()

@@ -95,13 +95,15 @@ void TWgtLogExec::lock(bool on)
     m_edit->setTextInteractionFlags(on ? Qt::NoTextInteraction : Qt::TextSelectableByMouse);
     if (!on)
         return;
+    // The text moves up and down only: the cursor would take it along to the end of a long line.
+    const int left = m_edit->horizontalScrollBar()->value();
     m_edit->moveCursor(QTextCursor::End);
+    m_edit->horizontalScrollBar()->setValue(left);
     showEnd();
 }
 
 void TWgtLogExec::showEnd()
 {
-    // Not by the cursor: behind a long line it would scroll to the right as well.
     QScrollBar* bar = m_edit->verticalScrollBar();
     bar->setValue(bar->maximum());
 }

@@ -1,0 +1,274 @@
+#include "core/TAppData.h"
+#include "core/TDataCmd.h"
+#include "core/TDataPrj.h"
+#include "core/globals.h"
+#include "core/keys.h"
+#include "exec/RunBench.h"
+#include "ui/TWgtCmdList.h"
+
+#include <QHeaderView>
+#include <QTableWidget>
+#include <QtTest>
+
+class TestCmdList : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void looks();
+    void colors_data();
+    void colors();
+    void validity();
+    void fillingChangesNothing();
+    void checkClick();
+    void checkByKey();
+    void hidden();
+    void rows();
+    void highlighted();
+    void bigTable();
+
+private:
+    QTableWidgetItem* cell(int row, int column) const { return m_list->table()->item(row, column); }
+    void click(int row, int column) const
+    {
+        const QRect rect = m_list->table()->visualItemRect(cell(row, column));
+        QTest::mouseClick(m_list->table()->viewport(), Qt::LeftButton, Qt::NoModifier, rect.center());
+    }
+    QList<int> ids() const
+    {
+        QList<int> list;
+        for (int row = 0; row < m_list->rowCount(); ++row)
+            list.append(m_list->cmdAt(row));
+        return list;
+    }
+
+    std::unique_ptr<RunBench> m_bench;
+    std::unique_ptr<TWgtCmdList> m_list;
+    int m_cfg = -1;
+};
+
+void TestCmdList::init()
+{
+    m_bench = std::make_unique<RunBench>();
+    m_bench->addProgrammer(QStringLiteral("bench"), QStringLiteral("none"));
+    m_cfg = m_bench->addCfg(QStringLiteral("Config"));
+    m_bench->addLink(m_cfg, QStringLiteral("bench"), QStringLiteral("W25Q64"));
+    m_bench->addCmd(m_cfg, cmd::delay, {key::value, 10});
+    m_bench->addCmd(m_cfg, cmd::stop);
+    m_bench->bind();
+    project().clearChanged();
+    m_list = std::make_unique<TWgtCmdList>();
+    m_list->resize(400, 300);
+    m_list->fill(m_cfg);
+    m_list->show();
+}
+
+void TestCmdList::cleanup()
+{
+    m_list.reset();
+    m_bench.reset();
+}
+
+void TestCmdList::looks()
+{
+    const QTableWidget* table = m_list->table();
+    QCOMPARE(table->columnWidth(0), 20);
+    QCOMPARE(table->columnWidth(1), appData().WindowMainCmdListColumnNameWidth);
+    for (int row = 0; row < m_list->rowCount(); ++row)
+        QCOMPARE(table->rowHeight(row), 19);
+    QCOMPARE(cell(2, 1)->text(), QStringLiteral("Delay"));
+    QVERIFY(cell(2, 2)->text().contains(QLatin1String("10")));
+    QCOMPARE(cell(2, 1)->data(256).toString(), QString(cmd::delay));
+    QCOMPARE(m_list->currentRow(), 0);
+}
+
+void TestCmdList::colors_data()
+{
+    QTest::addColumn<int>("row");
+    QTest::addColumn<bool>("enabled");
+    QTest::newRow("set_prog") << 0 << true;
+    QTest::newRow("set_device") << 1 << true;
+    QTest::newRow("stop off") << 3 << false;
+    QTest::newRow("stop on") << 3 << true;
+}
+
+void TestCmdList::colors()
+{
+    QFETCH(int, row);
+    QFETCH(bool, enabled);
+    const QColor base = m_list->table()->palette().color(QPalette::Base);
+    appData().CmdEnableColorSetProg = appData().CmdEnableColorSetDevice = appData().CmdEnableColorStop =
+        enabled;
+    appData().CmdColorSetProg = QColor(1, 2, 3);
+    appData().CmdColorSetDevice = QColor(1, 2, 4);
+    appData().CmdColorStop = QColor(1, 2, 5);
+    m_list->reloadColors();
+    const QColor wanted = !enabled ? base : QColor(1, 2, row == 0 ? 3 : row == 1 ? 4 : 5);
+    for (int column = 0; column < 3; ++column)
+        QCOMPARE(cell(row, column)->background().color(), wanted);
+    QCOMPARE(cell(2, 0)->background().color(), base);
+    QVERIFY(!project().isChanged());
+}
+
+void TestCmdList::validity()
+{
+    const int wrongParam = m_bench->addCmd(m_cfg, cmd::jamp, {key::to_cmd, -1});
+    const int wrongDevice = m_bench->addCmd(m_cfg, cmd::fuse_write, {key::data, QStringLiteral("00")});
+    m_bench->bind();
+    m_list->fill(m_cfg);
+    const auto looks = [this](int id, int column) {
+        const QTableWidgetItem* item = cell(m_list->rowOf(id), column);
+        return QPair<bool, bool>(item->foreground().color() == QColor(Qt::red), item->font().strikeOut());
+    };
+    for (int column = 0; column < 3; ++column) {
+        QCOMPARE(looks(m_list->cmdAt(0), column), qMakePair(false, false));
+        QCOMPARE(looks(wrongParam, column), qMakePair(true, false));
+        QCOMPARE(looks(wrongDevice, column), qMakePair(true, true));
+    }
+    // A new programmer cancels the chip: its row is in order, those behind it are not.
+    project().removeCmd(wrongDevice);
+    project().setCmdParam(m_list->cmdAt(0), {{key::prog, QStringLiteral("gone")}});
+    m_list->refreshAll(nullptr, -1);
+    QCOMPARE(looks(m_list->cmdAt(0), 1), qMakePair(true, true));
+    QCOMPARE(looks(m_list->cmdAt(2), 1), qMakePair(false, false));
+    project().setCmdParam(m_list->cmdAt(0), {{key::prog, QStringLiteral("bench")}});
+    m_list->refreshValidity();
+    QCOMPARE(looks(m_list->cmdAt(0), 1), qMakePair(false, false));
+}
+
+void TestCmdList::fillingChangesNothing()
+{
+    QSignalSpy enabled(m_list.get(), &TWgtCmdList::signalEnabledCmd);
+    QSignalSpy selected(m_list.get(), &TWgtCmdList::signalSelectCmd);
+    m_list->fill(m_cfg);
+    QCOMPARE(selected.size(), 1);
+    m_list->refreshAll(nullptr, -1);
+    m_list->reloadColors();
+    m_list->highlight(m_list->cmdAt(2));
+    m_list->hideUnchecked(true);
+    m_list->setChecked(true);
+    QCOMPARE(enabled.size(), 0);
+    QCOMPARE(selected.size(), 1);
+    QVERIFY(!project().isChanged());
+}
+
+void TestCmdList::checkClick()
+{
+    QSignalSpy enabled(m_list.get(), &TWgtCmdList::signalEnabledCmd);
+    QSignalSpy clicked(m_list.get(), &TWgtCmdList::signalClikedCmd);
+    click(2, 0);
+    QCOMPARE(enabled.size(), 1);
+    QCOMPARE(enabled.at(0).at(0).toInt(), m_list->cmdAt(2));
+    QCOMPARE(enabled.at(0).at(1).toBool(), false);
+    click(2, 1);
+    QSignalSpy selected(m_list.get(), &TWgtCmdList::signalSelectCmd);
+    click(2, 2);
+    QCOMPARE(clicked.size(), 3);
+    QCOMPARE(enabled.size(), 1);
+    // Another cell of the same row is no other command.
+    QCOMPARE(m_list->currentRow(), 2);
+    QCOMPARE(selected.size(), 0);
+}
+
+void TestCmdList::checkByKey()
+{
+    QSignalSpy enabled(m_list.get(), &TWgtCmdList::signalEnabledCmd);
+    m_list->table()->setFocus();
+    QTest::keyClick(m_list->table(), Qt::Key_Down);
+    QTest::keyClick(m_list->table(), Qt::Key_Space);
+    QCOMPARE(m_list->currentRow(), 1);
+    QCOMPARE(enabled.size(), 1);
+    QCOMPARE(enabled.at(0).at(0).toInt(), m_list->cmdAt(1));
+}
+
+void TestCmdList::hidden()
+{
+    project().setCmdStatus(m_list->cmdAt(0), false);
+    project().setCmdStatus(m_list->cmdAt(2), false);
+    m_list->fill(m_cfg);
+    QSignalSpy selected(m_list.get(), &TWgtCmdList::signalSelectCmd);
+    m_list->hideUnchecked(true);
+    const auto shown = [this] {
+        QString rows;
+        for (int row = 0; row < m_list->rowCount(); ++row)
+            rows += QLatin1Char(m_list->table()->isRowHidden(row) ? '-' : 'x');
+        return rows;
+    };
+    QCOMPARE(shown(), QStringLiteral("-x-x"));
+    QCOMPARE(m_list->currentRow(), 1);
+    QCOMPARE(selected.size(), 1);
+    connect(m_list.get(), &TWgtCmdList::signalEnabledCmd, &project(), &TDataPrj::setCmdStatus);
+    click(1, 0);
+    QCOMPARE(shown(), QStringLiteral("---x"));
+    QCOMPARE(m_list->currentRow(), 3);
+    m_list->setCurrentRow(3);
+    m_list->moveRow(3, -1);
+    QCOMPARE(shown(), QStringLiteral("--x-"));
+    m_list->hideUnchecked(false);
+    QCOMPARE(shown(), QStringLiteral("xxxx"));
+}
+
+void TestCmdList::rows()
+{
+    const QList<int> before = ids();
+    QSignalSpy selected(m_list.get(), &TWgtCmdList::signalSelectCmd);
+    const int added = m_bench->addCmd(m_cfg, cmd::stop);
+    m_list->insertRow(1, added);
+    QCOMPARE(ids(), QList<int>({before[0], added, before[1], before[2], before[3]}));
+    QCOMPARE(selected.size(), 0);
+    m_list->setCurrentRow(4);
+    m_list->moveRow(4, -1);
+    m_list->moveRow(3, 5);
+    QCOMPARE(ids(), QList<int>({before[0], added, before[1], before[3], before[2]}));
+    QCOMPARE(m_list->currentCmd(), before[3]);
+    QCOMPARE(selected.size(), 1);
+    m_list->removeRow(3);
+    QCOMPARE(selected.last().at(0).toInt(), before[2]);
+    while (m_list->rowCount() > 0)
+        m_list->removeRow(m_list->currentRow());
+    QCOMPARE(selected.last().at(0).toInt(), -1);
+    QCOMPARE(m_list->currentCmd(), -1);
+    m_list->setCurrentRow(2);
+    m_list->removeRow(0);
+    m_list->fill(99);
+    QCOMPARE(m_list->rowCount(), 0);
+}
+
+void TestCmdList::highlighted()
+{
+    const auto bold = [this] {
+        QString rows;
+        for (int row = 0; row < m_list->rowCount(); ++row) {
+            const QFont font = cell(row, 2)->font();
+            rows += QLatin1Char(font.weight() == 75 && font.italic() ? 'x' : font.weight() == 50 ? '-' : '?');
+        }
+        return rows;
+    };
+    m_list->highlight(m_list->cmdAt(2));
+    QCOMPARE(bold(), QStringLiteral("--x-"));
+    m_list->refreshAll(nullptr, -1);
+    m_list->highlight(m_list->cmdAt(1));
+    QCOMPARE(bold(), QStringLiteral("-x--"));
+    m_list->highlight(4711);
+    QCOMPARE(bold(), QStringLiteral("----"));
+}
+
+void TestCmdList::bigTable()
+{
+    for (int i = 0; i < 4000; ++i)
+        m_bench->addCmd(m_cfg, cmd::delay, {key::value, i});
+    m_bench->bind();
+    QElapsedTimer timer;
+    timer.start();
+    m_list->fill(m_cfg);
+    click(2, 0);
+    m_list->refreshAll(nullptr, -1);
+    // Far more than it takes; one signal or one layout for each cell would take minutes.
+    QVERIFY2(timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(m_list->rowCount(), 4004);
+}
+
+QTEST_MAIN(TestCmdList)
+#include "test_cmd_list.moc"
