@@ -1,6 +1,5 @@
 #include "devices/TDevProg.h"
 
-#include "core/IFormFactory.h"
 #include "core/TCmdCode.h"
 #include "core/TDataCmd.h"
 #include "core/TDataPrj.h"
@@ -246,16 +245,9 @@ template <const Supply& supply> QString textCurrent(const TData& data)
              param(data, key::ocp).toBool() ? QStringLiteral(", OCP") : QString());
 }
 
-/// What the catalogue knows of one command.
-struct Row
-{
-    QLatin1String word;
-    void (*setDefaults)(TData&);
-    bool (*check)(const TData&);
-    QString (*text)(const TData&);
-};
+} // namespace
 
-constexpr Row rows[] = {
+const TDevProg::Row TDevProg::rowTable[] = {
     {cmd::set_device, defaultSetDevice, checkFamily, textSetDevice},
     {cmd::auto_detect, defaultAutoDetect, checkFamily, textAutoDetect},
     {cmd::reset, defaultReset, checkReset, textReset},
@@ -267,90 +259,14 @@ constexpr Row rows[] = {
     {cmd::set_vipp, defaultCurrent<vpp>, checkCurrent<vpp>, textCurrent<vpp>},
 };
 
-const Row* rowOf(const TData& data)
-{
-    const QString word = param(data, key::cmd).toString();
-    for (const Row& row : rows) {
-        if (word == row.word)
-            return &row;
-    }
-    return nullptr;
-}
-
-} // namespace
-
 TDevProg::TDevProg(const QString& name, const TData& data)
-    : IDevice(name)
+    : TPseudoDevice(name, data, rowTable, TCmdCode::progKeys())
 {
-    setDeviceData(data);
-}
-
-bool TDevProg::hasCommand(const QString& key) const
-{
-    return TCmdCode::isProg(key);
-}
-
-QStringList TDevProg::commandKeys() const
-{
-    return TCmdCode::progKeys();
-}
-
-void TDevProg::setDefaultParams(TData& data) const
-{
-    if (const Row* row = rowOf(data))
-        row->setDefaults(data);
-}
-
-QString TDevProg::commandTitle(const TData& data) const
-{
-    return cmdCode().name(param(data, key::cmd).toString());
-}
-
-QString TDevProg::paramsText(const TData& data, QWidget*) const
-{
-    const Row* row = rowOf(data);
-    return row ? row->text(data) : QString();
 }
 
 QWidget* TDevProg::createForm(const TData& data) const
 {
-    return formFactory() && progOf(data) ? formFactory()->createForm(*this, data) : nullptr;
-}
-
-TData TDevProg::normalizeParams(const TData& data) const
-{
-    return IDevice::normalizeParams(data);
-}
-
-bool TDevProg::refreshParams(TData& data) const
-{
-    return IDevice::refreshParams(data);
-}
-
-bool TDevProg::checkParams(const TData& data) const
-{
-    const Row* row = rowOf(data);
-    return row && row->check(data);
-}
-
-bool TDevProg::checkDeviceParams(const TData& data) const
-{
-    return IDevice::checkDeviceParams(data);
-}
-
-bool TDevProg::setDeviceDefaults(TData& data) const
-{
-    return IDevice::setDeviceDefaults(data);
-}
-
-QWidget* TDevProg::createDeviceForm(const TData& data) const
-{
-    return IDevice::createDeviceForm(data);
-}
-
-QByteArray TDevProg::deviceParamBlock(const TData& data) const
-{
-    return IDevice::deviceParamBlock(data);
+    return progOf(data) ? TPseudoDevice::createForm(data) : nullptr;
 }
 
 IDeviceExec* TDevProg::createExec(const TData& data) const

@@ -1,6 +1,5 @@
 #include "devices/TDevTools.h"
 
-#include "core/IFormFactory.h"
 #include "core/TAppData.h"
 #include "core/TCmdCode.h"
 #include "core/TDataCmd.h"
@@ -178,16 +177,9 @@ QString textCalcCrc(const TData& data)
                                         param(data, key::file).toString());
 }
 
-/// What the catalogue knows of one command.
-struct Row
-{
-    QLatin1String word;
-    void (*setDefaults)(TData&);
-    bool (*check)(const TData&);
-    QString (*text)(const TData&);
-};
+} // namespace
 
-constexpr Row rows[] = {
+const TDevTools::Row TDevTools::rowTable[] = {
     {cmd::process, defaultProcess, checkProcess, textProcess},
     {cmd::jamp, defaultJamp, checkJamp, textJamp},
     {cmd::counter, defaultCounter, checkCounter, textCounter},
@@ -199,90 +191,9 @@ constexpr Row rows[] = {
     {cmd::calc_crc, defaultCalcCrc, checkNone, textCalcCrc},
 };
 
-const Row* rowOf(const TData& data)
-{
-    const QString word = param(data, key::cmd).toString();
-    for (const Row& row : rows) {
-        if (word == row.word)
-            return &row;
-    }
-    return nullptr;
-}
-
-} // namespace
-
 TDevTools::TDevTools(const QString& name, const TData& data)
-    : IDevice(name)
+    : TPseudoDevice(name, data, rowTable, TCmdCode::toolsKeys())
 {
-    setDeviceData(data);
-}
-
-bool TDevTools::hasCommand(const QString& key) const
-{
-    return TCmdCode::isTools(key);
-}
-
-QStringList TDevTools::commandKeys() const
-{
-    return TCmdCode::toolsKeys();
-}
-
-void TDevTools::setDefaultParams(TData& data) const
-{
-    if (const Row* row = rowOf(data))
-        row->setDefaults(data);
-}
-
-QString TDevTools::commandTitle(const TData& data) const
-{
-    return cmdCode().name(param(data, key::cmd).toString());
-}
-
-QString TDevTools::paramsText(const TData& data, QWidget*) const
-{
-    const Row* row = rowOf(data);
-    return row ? row->text(data) : QString();
-}
-
-QWidget* TDevTools::createForm(const TData& data) const
-{
-    return formFactory() ? formFactory()->createForm(*this, data) : nullptr;
-}
-
-TData TDevTools::normalizeParams(const TData& data) const
-{
-    return IDevice::normalizeParams(data);
-}
-
-bool TDevTools::refreshParams(TData& data) const
-{
-    return IDevice::refreshParams(data);
-}
-
-bool TDevTools::checkParams(const TData& data) const
-{
-    const Row* row = rowOf(data);
-    return row && row->check(data);
-}
-
-bool TDevTools::checkDeviceParams(const TData& data) const
-{
-    return IDevice::checkDeviceParams(data);
-}
-
-bool TDevTools::setDeviceDefaults(TData& data) const
-{
-    return IDevice::setDeviceDefaults(data);
-}
-
-QWidget* TDevTools::createDeviceForm(const TData& data) const
-{
-    return IDevice::createDeviceForm(data);
-}
-
-QByteArray TDevTools::deviceParamBlock(const TData& data) const
-{
-    return IDevice::deviceParamBlock(data);
 }
 
 IDeviceExec* TDevTools::createExec(const TData& data) const
