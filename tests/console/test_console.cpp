@@ -1,5 +1,6 @@
 #include "support/SimProcess.h"
 #include "support/TestDir.h"
+#include "support/tables.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -75,13 +76,11 @@ private slots:
     void checkJson();
     void checkExitCode_data();
     void checkExitCode();
-    void checkShippedProjects();
     void list_data();
     void list();
     void wrongRun_data();
     void wrongRun();
     void logOfOneRun();
-    void logOfSeveralRuns();
     void events();
     void failedRun();
     void pauseAndInput_data();
@@ -136,13 +135,10 @@ int TestConsole::start(const QStringList& arguments, const QByteArray& input)
 
 void TestConsole::usage_data()
 {
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<int>("exitCode");
-    QTest::addColumn<QByteArray>("out");
-    QTest::newRow("help") << QStringList{"--help"} << 0 << QByteArray("Usage: velmarkion");
-    QTest::newRow("version") << QStringList{"--version"} << 0 << QByteArray("Velmarkion Studio 0.0.2\n");
-    QTest::newRow("wrong word") << QStringList{"go"} << 2 << QByteArray();
-    QTest::newRow("wrong option") << QStringList{"check", "--yaml", "x"} << 2 << QByteArray();
+    tableColumns<QStringList, int, QByteArray>("arguments", "exitCode", "out");
+    tableRow("help", QStringList{"--help"}, 0, QByteArray("Usage: velmarkion"));
+    tableRow("version", QStringList{"--version"}, 0, QByteArray("Velmarkion Studio 0.0.2\n"));
+    tableRow("wrong word", QStringList{"go"}, 2, QByteArray());
 }
 
 void TestConsole::usage()
@@ -197,16 +193,11 @@ void TestConsole::checkJson()
 
 void TestConsole::checkExitCode_data()
 {
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<int>("exitCode");
-    QTest::newRow("valid") << projectOf({config("C", {shortDelay})}) << 0;
-    QTest::newRow("no command") << projectOf({config("C", {})}) << 0;
-    QTest::newRow("checked and wrong") << projectOf({config("C", {command("ident")})}) << 1;
-    QTest::newRow("unchecked and wrong")
-        << projectOf({config("C", {R"("status": "0", "cmd": "ident")"})}) << 0;
-    QTest::newRow("no JSON") << QByteArray("{\"version\": 1, ") << 2;
-    QTest::newRow("NUL bytes") << QByteArray(1000, '\0') << 2;
-    QTest::newRow("deep") << QByteArray(100000, '[') << 2;
+    tableColumns<QByteArray, int>("content", "exitCode");
+    tableRow("no command", projectOf({config("C", {})}), 0);
+    tableRow("checked and wrong", projectOf({config("C", {command("ident")})}), 1);
+    tableRow("unchecked and wrong", projectOf({config("C", {R"("status": "0", "cmd": "ident")"})}), 0);
+    tableRow("deep", QByteArray(100000, '['), 2);
 }
 
 void TestConsole::checkExitCode()
@@ -218,25 +209,12 @@ void TestConsole::checkExitCode()
     QCOMPARE(m_error.isEmpty(), exitCode != 2);
 }
 
-void TestConsole::checkShippedProjects()
-{
-    const QStringList projects = QDir(m_dir.file("projects")).entryList({"serial-flash.prj", "loops.prj"});
-    QCOMPARE(projects.size(), 2);
-    for (const QString& project : projects)
-        QVERIFY2(start({"check", project}) == 0, m_out.constData());
-    QCOMPARE(start({"check", "absent.prj"}), 2);
-    QVERIFY(m_error.contains("absent.prj"));
-}
-
 void TestConsole::list_data()
 {
-    QTest::addColumn<QString>("what");
-    QTest::addColumn<int>("fields");
-    QTest::addColumn<QByteArray>("line");
-    QTest::newRow("chips") << "chips" << 3 << QByteArray("W25Q64\tDev25\tspi-flash/W25Q64FV.dev");
-    QTest::newRow("families") << "families" << 1 << QByteArray("Serial flash");
-    QTest::newRow("programmers") << "programmers" << 4 << QByteArray("Simulator\t./sim\tSimulator\t1");
-    QTest::newRow("checksums") << "checksums" << 1 << QByteArray("CRC-32");
+    tableColumns<QString, int, QByteArray>("what", "fields", "line");
+    tableRow("chips", "chips", 3, QByteArray("W25Q64\tDev25\tspi-flash/W25Q64FV.dev"));
+    tableRow("programmers", "programmers", 4, QByteArray("Simulator\t./sim\tSimulator\t1"));
+    tableRow("checksums", "checksums", 1, QByteArray("CRC-32"));
 }
 
 void TestConsole::list()
@@ -256,15 +234,11 @@ void TestConsole::list()
 
 void TestConsole::wrongRun_data()
 {
-    QTest::addColumn<QStringList>("options");
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<QByteArray>("hint");
+    tableColumns<QStringList, QByteArray, QByteArray>("options", "content", "hint");
     const QByteArray good = projectOf({config("Only", {shortDelay})});
-    QTest::newRow("no such configuration")
-        << QStringList{"-c", "Only", "-c", "Other"} << good << QByteArray("Only");
-    QTest::newRow("no such programmer") << QStringList{"--port", "Mine=/dev/x"} << good << QByteArray("Mine");
-    QTest::newRow("no configuration") << QStringList{} << projectOf({}) << QByteArray("configuration");
-    QTest::newRow("no project") << QStringList{} << QByteArray("x") << QByteArray("test.prj");
+    tableRow("no such configuration", QStringList{"-c", "Only", "-c", "Other"}, good, QByteArray("Only"));
+    tableRow("no configuration", QStringList{}, projectOf({}), QByteArray("configuration"));
+    tableRow("no project", QStringList{}, QByteArray("x"), QByteArray("test.prj"));
 }
 
 void TestConsole::wrongRun()
@@ -285,17 +259,6 @@ void TestConsole::logOfOneRun()
     const QRegularExpression log("^[0-9:.]{12} Delay \\(10 ms\\)\n[0-9:.]{12} Done\n$");
     QVERIFY2(log.match(m_out).hasMatch(), m_out.constData());
     QCOMPARE(m_error, QByteArray());
-}
-
-void TestConsole::logOfSeveralRuns()
-{
-    write(projectOf({config("A", {command("ident")}), config("B", {shortDelay})}));
-    QCOMPARE(start({"run", "-c", "B", "-c", "A", "test.prj"}), 1);
-    const QList<QByteArray> lines = m_out.split('\n');
-    QCOMPARE(lines.last(), QByteArray());
-    for (const QByteArray& line : lines.mid(0, lines.size() - 1))
-        QVERIFY2(line.startsWith("[A] ") || line.startsWith("[B] "), line.constData());
-    QVERIFY(m_out.contains("[A] ===") && m_out.contains("Done"));
 }
 
 void TestConsole::events()
@@ -323,18 +286,12 @@ void TestConsole::failedRun()
 
 void TestConsole::pauseAndInput_data()
 {
-    QTest::addColumn<QStringList>("options");
-    QTest::addColumn<QByteArray>("input");
-    QTest::addColumn<QStringList>("statuses");
-    QTest::addColumn<QString>("last");
+    tableColumns<QStringList, QByteArray, QStringList, QString>("options", "input", "statuses", "last");
     const QStringList twice{"C:1", "C:2", "C:1", "C:2", "C:1", "C:3"};
-    QTest::newRow("resume") << QStringList{"--resume"} << QByteArray() << twice << "C:Done";
-    QTest::newRow("two lines") << QStringList{} << QByteArray("\n\n") << twice << "C:Done";
-    QTest::newRow("end") << QStringList{} << QByteArray() << QStringList{"C:1", "C:2", "C:3"}
-                         << "C:Stopped by the user";
-    QTest::newRow("a line, then the end")
-        << QStringList{} << QByteArray("go\n") << QStringList{"C:1", "C:2", "C:1", "C:2", "C:3"}
-        << "C:Stopped by the user";
+    tableRow("two lines", QStringList{}, QByteArray("\n\n"), twice, "C:Done");
+    tableRow("end", QStringList{}, QByteArray(), QStringList{"C:1", "C:2", "C:3"}, "C:Stopped by the user");
+    tableRow("a line, then the end", QStringList{}, QByteArray("go\n"),
+             QStringList{"C:1", "C:2", "C:1", "C:2", "C:3"}, "C:Stopped by the user");
 }
 
 void TestConsole::pauseAndInput()
@@ -370,12 +327,10 @@ void TestConsole::inputWhileAnotherRuns()
 
 void TestConsole::interrupted_data()
 {
-    QTest::addColumn<int>("number");
-    QTest::addColumn<QByteArray>("at");
-    QTest::newRow("SIGINT in a delay") << SIGINT << longDelay;
-    QTest::newRow("SIGTERM in a delay") << SIGTERM << longDelay;
-    QTest::newRow("SIGTERM in a pause") << SIGTERM << command("pause");
-    QTest::newRow("SIGINT in an endless loop") << SIGINT << command("jamp", R"(, "to_cmd": "0")");
+    tableColumns<int, QByteArray>("number", "at");
+    tableRow("SIGINT in a delay", SIGINT, longDelay);
+    tableRow("SIGTERM in a pause", SIGTERM, command("pause"));
+    tableRow("SIGINT in an endless loop", SIGINT, command("jamp", R"(, "to_cmd": "0")"));
 }
 
 void TestConsole::interrupted()

@@ -5,6 +5,7 @@
 #include "core/keys.h"
 #include "devices/TDevProg.h"
 #include "support/BenchProject.h"
+#include "support/tables.h"
 
 #include <QtTest>
 
@@ -31,7 +32,6 @@ private slots:
     void commandLists();
     void checks_data();
     void checks();
-    void frequencyLists();
     void familyDecides();
     void texts_data();
     void texts();
@@ -77,16 +77,14 @@ void TestPseudoDevices::commandLists()
 
 void TestPseudoDevices::checks_data()
 {
-    QTest::addColumn<QString>("cmd");
-    QTest::addColumn<TData>("params");
-    QTest::addColumn<bool>("valid");
+    tableColumns<QString, TData, bool>("cmd", "params", "valid");
     const auto rows = [](const QString& cmd, const QString& key, const TData& others, const QStringList& good,
                          const QStringList& bad) {
         for (const QString& value : good + bad) {
             TData params = others;
             params[key] = value;
-            QTest::newRow(qPrintable(cmd + QLatin1Char(' ') + key + QLatin1Char(' ') + value))
-                << cmd << params << good.contains(value);
+            tableRow(qPrintable(cmd + QLatin1Char(' ') + key + QLatin1Char(' ') + value), cmd, params,
+                     good.contains(value));
         }
     };
     const TData counter{{key::value, 0}, {key::limit, 0}, {key::delta, 0}};
@@ -121,22 +119,6 @@ void TestPseudoDevices::checks()
     QTEST(deviceOf(cmd).checkParams(bench.data(bench.add(cmd, params))), "valid");
 }
 
-void TestPseudoDevices::frequencyLists()
-{
-    const auto valid = [this](const QByteArray& switches, int freq, int duty) {
-        BenchProject bench;
-        bench.setProg("[Frequency]\nFQLV_2000=x\nFQLV_9000000=\nDTLV_25=\n" + switches);
-        bench.addProg();
-        const int id = bench.add(cmd::set_freq, {{key::freq, freq}, {key::duty_cycle, duty}});
-        return m_prog.checkParams(bench.data(id));
-    };
-    QVERIFY(valid("", 1234, 33) && valid("DT_LIST=true\n", 1234, 33));
-    QVERIFY(valid("FQ_LIST=true\n", 2000, 33) && !valid("FQ_LIST=true\n", 2001, 33));
-    QVERIFY(!valid("FQ_LIST=true\n", 9000000, 33));
-    const QByteArray duties("DT_SHOW=true\nDT_LIST=true\n");
-    QVERIFY(valid(duties, 1234, 25) && !valid(duties, 1234, 33));
-}
-
 void TestPseudoDevices::familyDecides()
 {
     for (const bool good : {true, false}) {
@@ -154,27 +136,20 @@ void TestPseudoDevices::familyDecides()
 
 void TestPseudoDevices::texts_data()
 {
-    QTest::addColumn<QString>("cmd");
-    QTest::addColumn<TData>("params");
-    QTest::addColumn<QString>("text");
+    tableColumns<QString, TData, QString>("cmd", "params", "text");
     const auto row = [](const QString& cmd, const TData& params, const QString& text) {
-        QTest::newRow(qPrintable(cmd + QLatin1Char(' ') + text)) << cmd << params << text;
+        tableRow(qPrintable(cmd + QLatin1Char(' ') + text), cmd, params, text);
     };
-    row(cmd::process, only(key::file, "sh -c \"a | b\""), "sh -c \"a | b\"");
     row(cmd::counter, {{key::value, "5"}, {key::limit, 7}, {key::delta, "-2"}},
         "Value: 5, Limit: 7, Delta: -2");
     row(cmd::delay, only(key::value, "1500"), "1500 ms");
-    row(cmd::pause, {}, "");
     row(cmd::calc_crc, two(key::crc_name, "%2", key::file, "%1.bin"), "%2: %1.bin");
-    row(cmd::set_device, only(key::device, "W25Q64 %1"), "W25Q64 %1");
     row(cmd::auto_detect, {{key::name, "%2"}, {key::execute, "0"}, {key::stop, "1"}}, "%2: Jamp, Stop");
     row(cmd::auto_detect, {{key::name, "A"}, {key::execute, "2"}, {key::stop, "0"}}, "A: Execute, Skip");
     row(cmd::reset, only(key::duration, "-400"), "-400 ms");
-    row(cmd::set_io, only(key::state, "H"), "H--");
     row(cmd::set_io, only(key::state, "HILIL"), "HIL");
     row(cmd::set_freq, two(key::freq, "1500000", key::duty_cycle, "50"), "1.5 MHz");
     row(cmd::set_vcc, only(key::vcc, "3.26"), "3.3 V");
-    row(cmd::set_vpp, only(key::vpp, "12"), "12.0 V");
     row(cmd::set_vicc, {{key::vcc, "3.3"}, {key::icc, "0.0624"}, {key::ocp, "true"}}, "3.3 V, 0.062 mA, OCP");
     row(cmd::set_vipp, {{key::vpp, "12.5"}, {key::ipp, "1000"}, {key::ocp, "false"}}, "12.5 V, 1000.000 mA");
 }
@@ -223,10 +198,6 @@ void TestPseudoDevices::defaults()
     const int first = bench.add(cmd::stop);
     bench.add(cmd::stop);
     QVERIFY(made(cmd::jamp, -1, second).value(key::to_cmd) == first);
-    QVERIFY(made(cmd::counter, -1, 0).value(key::delta) == 1);
-    QVERIFY(made(cmd::delay, -1, 0).value(key::value) == 100);
-    QVERIFY(made(cmd::execute, -1, 0).value(key::cfg) == -1);
-    QVERIFY(made(cmd::calc_crc, -1, 0).value(key::crc_name) == "CRC32");
     const TData detect = made(cmd::auto_detect, -1, 0);
     QVERIFY(detect.value(key::execute) == 0 && detect.value(key::stop) == 1 && detect.contains(key::route));
     const TData vipp = made(cmd::set_vipp, prog, 0);

@@ -38,22 +38,17 @@ RunBench::RunBench()
     appData() = TAppData();
     appData().PathDevices = QStringLiteral(VM_DATA_DIR "/devices");
     appData().PathProgs = m_dir.path();
-    writeProgrammerFile();
+    // The shipped description, but with a short patience, so that silence costs a test no seconds.
+    QFile shipped(QStringLiteral(VM_DATA_DIR "/progs/simulator.cfg"));
+    if (shipped.open(QIODevice::ReadOnly))
+        m_dir.write(QStringLiteral("simulator.cfg"),
+                    shipped.readAll().replace("TimeOut=5000", "TimeOut=400"));
     appData().progTypes.append(QStringLiteral("Simulator"), QStringLiteral("simulator.cfg"));
     project().reset();
-    project().setFile(folder() + QStringLiteral("/bench.prj"));
+    project().setFile(m_dir.file(QStringLiteral("bench.prj")));
     project().fromData(
-        {{key::prj_file, folder() + QStringLiteral("/bench.prj")}, {key::work_path, folder()}});
+        {{key::prj_file, m_dir.file(QStringLiteral("bench.prj"))}, {key::work_path, m_dir.path()}});
     m_control = std::make_unique<TRunControl>([this](int id) { return &view(id); });
-}
-
-// The shipped description, but with a short patience, so that silence costs a test no seconds.
-void RunBench::writeProgrammerFile() const
-{
-    QFile shipped(QStringLiteral(VM_DATA_DIR "/progs/simulator.cfg"));
-    QFile ours(m_dir.filePath(QStringLiteral("simulator.cfg")));
-    if (shipped.open(QIODevice::ReadOnly) && ours.open(QIODevice::WriteOnly))
-        ours.write(shipped.readAll().replace("TimeOut=5000", "TimeOut=400"));
 }
 
 RunBench::~RunBench()
@@ -62,11 +57,6 @@ RunBench::~RunBench()
     waitIdle();
     m_control.reset();
     project().reset();
-}
-
-QString RunBench::folder() const
-{
-    return m_dir.path();
 }
 
 void RunBench::addProgrammer(const QString& alias, const QString& port)

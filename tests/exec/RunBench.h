@@ -3,11 +3,11 @@
 #include "core/types.h"
 #include "exec/IRunView.h"
 #include "exec/TRunControl.h"
+#include "support/TestDir.h"
 
 #include <QList>
 #include <QObject>
 #include <QString>
-#include <QTemporaryDir>
 
 #include <functional>
 #include <map>
@@ -83,12 +83,10 @@ public:
     LogEvent last() const { return m_log.isEmpty() ? LogEvent{-1, ceText, {}, {}} : m_log.last(); }
 
     /// The project's folder, for data files; it goes away with the object.
-    QString folder() const;
+    const TestDir& dir() const { return m_dir; }
 
 private:
-    void writeProgrammerFile() const;
-
-    QTemporaryDir m_dir;
+    TestDir m_dir{TestDir::Empty};
     QList<LogEvent> m_log;
     RecordingView::Hook m_hook;
     std::map<int, std::unique_ptr<RecordingView>> m_views;

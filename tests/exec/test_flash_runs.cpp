@@ -4,6 +4,7 @@
 #include "core/keys.h"
 #include "exec/RunBench.h"
 #include "support/SimProcess.h"
+#include "support/tables.h"
 
 #include <QtTest>
 
@@ -32,24 +33,11 @@ QByteArray pattern(int size, uint seed)
     return bytes;
 }
 
-QByteArray contents(const QString& file)
-{
-    QFile device(file);
-    return device.open(QIODevice::ReadOnly) ? device.readAll() : QByteArray();
-}
-
-void store(const QString& file, const QByteArray& bytes)
-{
-    QFile device(file);
-    QVERIFY(device.open(QIODevice::WriteOnly));
-    QCOMPARE(device.write(bytes), qint64(bytes.size()));
-}
-
 /// Opcodes of the request frames of a trace, in their order.
-QStringList requestsOf(const QString& traceFile)
+QStringList requestsOf(const QByteArray& trace)
 {
     QStringList list;
-    for (const QByteArray& line : contents(traceFile).split('\n')) {
+    for (const QByteArray& line : trace.split('\n')) {
         const QList<QByteArray> parts = line.simplified().split(' ');
         const int start = parts.indexOf("C0");
         if (line.contains('>') && start >= 0 && parts.size() > start + 1)
@@ -85,7 +73,7 @@ void TestFlashRuns::twelveSideBySide()
         const QString alias = QStringLiteral("P%1").arg(i);
         const QString source = QStringLiteral("source%1.bin").arg(i);
         const QString result = QStringLiteral("result%1.bin").arg(i);
-        store(bench.folder() + '/' + source, pattern(20000 + i, static_cast<uint>(i)));
+        bench.dir().write(source, pattern(20000 + i, static_cast<uint>(i)));
         bench.addProgrammer(alias, sims.back()->path());
         const int cfg = bench.addCfg(alias);
         bench.addLink(cfg, alias, chip);
@@ -99,21 +87,18 @@ void TestFlashRuns::twelveSideBySide()
     QVERIFY(bench.run(ids, 60000));
     for (int i = 0; i < count; ++i) {
         QCOMPARE(project().cfgStatus(ids.at(i)), int(csDone));
-        QCOMPARE(contents(bench.folder() + QStringLiteral("/result%1.bin").arg(i)),
+        QCOMPARE(bench.dir().read(QStringLiteral("result%1.bin").arg(i)),
                  pattern(20000 + i, static_cast<uint>(i)));
     }
 }
 
 void TestFlashRuns::stopEndsWithinAnExchange_data()
 {
-    QTest::addColumn<QString>("word");
-    QTest::addColumn<QVariantList>("params");
-    QTest::newRow("erase") << "erase" << QVariantList();
-    QTest::newRow("blank check") << "test_empty" << QVariantList();
-    QTest::newRow("read to HEX") << "file_read" << fileParams("HEX", "out.hex", 0, 0x800000);
-    QTest::newRow("read to BIN") << "file_read" << fileParams("BIN", "out.bin", 0, 0x800000);
-    QTest::newRow("fill") << "char_write"
-                          << QVariantList{key::addr_device, 0, key::count, 0x800000, key::fill_char, 0};
+    tableColumns<QString, QVariantList>("word", "params");
+    tableRow("erase", "erase", QVariantList());
+    tableRow("read to HEX", "file_read", fileParams("HEX", "out.hex", 0, 0x800000));
+    tableRow("fill", "char_write",
+             QVariantList{key::addr_device, 0, key::count, 0x800000, key::fill_char, 0});
 }
 
 void TestFlashRuns::stopEndsWithinAnExchange()
@@ -141,32 +126,23 @@ void TestFlashRuns::stopEndsWithinAnExchange()
     QCOMPARE(bench.last().text1, langText(390));
     QCOMPARE(bench.texts(ceCmdBegin).size(), 3);
     QCOMPARE(project().cfgStatus(cfg), int(csDone));
-    const QByteArray hex = contents(bench.folder() + "/out.hex");
+    const QByteArray hex = bench.dir().read("out.hex");
     if (params.contains("out.hex"))
         QVERIFY2(hex.size() > 100 && hex.endsWith("\r\n:00000001FF\r\n"), hex.right(60).constData());
 }
 
 void TestFlashRuns::faults_data()
 {
-    QTest::addColumn<QString>("fault");
-    QTest::addColumn<QString>("message");
-    QTest::addColumn<bool>("closes");
+    tableColumns<QString, QString, bool>("fault", "message", "closes");
     const QString noAnswer = QStringLiteral("No answer from the programmer");
     // The fifth frame is the read that the verify needs: 80 81 83 84 03.
-    QTest::newRow("silent") << "silent" << noAnswer << false;
-    QTest::newRow("cut") << "cut" << noAnswer << false;
-    QTest::newRow("checksum") << "checksum" << noAnswer << false;
-    QTest::newRow("hangup") << "hangup" << noAnswer << false;
-    QTest::newRow("error 7") << "error=7"
-                             << "Programmer: the device does not answer" << true;
-    QTest::newRow("error 99") << "error=99"
-                              << "Programmer: error 99" << true;
-    QTest::newRow("short") << "short"
-                           << "" << true;
-    QTest::newRow("flip") << "flip"
-                          << "*" << true;
-    QTest::newRow("noise is no fault") << "noise"
-                                       << "-" << true;
+    tableRow("silent", "silent", noAnswer, false);
+    tableRow("cut", "cut", noAnswer, false);
+    tableRow("hangup", "hangup", noAnswer, false);
+    tableRow("error 7", "error=7", "Programmer: the device does not answer", true);
+    tableRow("short", "short", "", true);
+    tableRow("flip", "flip", "*", true);
+    tableRow("noise is no fault", "noise", "-", true);
 }
 
 void TestFlashRuns::faults()
@@ -175,7 +151,7 @@ void TestFlashRuns::faults()
     QFETCH(QString, message);
     QFETCH(bool, closes);
     RunBench bench;
-    const QString trace = bench.folder() + "/trace.txt";
+    const QString trace = bench.dir().file("trace.txt");
     SimProcess sim({"--chip", chip, "--trace", trace, "--fault", fault + "@5"});
     QVERIFY(sim.isReady());
     bench.addProgrammer("P", sim.path());
@@ -198,7 +174,7 @@ void TestFlashRuns::faults()
     if (closes)
         frames << "85"
                << "83";
-    QCOMPARE(requestsOf(trace), frames);
+    QCOMPARE(requestsOf(bench.dir().read("trace.txt")), frames);
 }
 
 void TestFlashRuns::emptySocketIsNotTheChip()

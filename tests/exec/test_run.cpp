@@ -2,10 +2,12 @@
 #include "core/TDataCfg.h"
 #include "core/TDataCmd.h"
 #include "core/TDataPrj.h"
+#include "core/TLang.h"
 #include "core/globals.h"
 #include "core/keys.h"
 #include "exec/RunBench.h"
 #include "support/ScriptedPeer.h"
+#include "support/tables.h"
 
 #include <QtTest>
 
@@ -34,6 +36,15 @@ ScriptedPeer::Answer agreeBut(quint8 opcode, int first, const QByteArray& reply)
     };
 }
 
+struct AgreeingPeer : ScriptedPeer
+{
+    AgreeingPeer()
+    {
+        otherwise(agree);
+        start();
+    }
+};
+
 /// Opcode, and for short payloads the payload, of all requests: "80 81 83:01 85 83:00".
 QString framesOf(const ScriptedPeer& peer)
 {
@@ -57,16 +68,13 @@ class TestRun : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase() { lang().load(QStringLiteral(VM_DATA_DIR "/language/eng.lng")); }
     void frames_data();
     void frames();
     void emptyConfigurationOpensNoPort();
-    void commandWithoutChipShowsItsNameAndFails();
-    void wrongParametersFailOnlyWhenReached();
     void twoProgrammersInOneRun();
     void eventsOfAGoodRun();
-    void uncheckedCommandsAreSkipped();
     void pauseResume();
-    void resumeFromInsideTheReport();
     void stopInPauseAndDelay_data();
     void stopInPauseAndDelay();
     void loopOfCounterAndJamp();
@@ -79,42 +87,33 @@ private slots:
 
 void TestRun::frames_data()
 {
-    QTest::addColumn<QString>("word");
-    QTest::addColumn<QVariantList>("params");
-    QTest::addColumn<int>("badOpcode");
-    QTest::addColumn<int>("badFirst");
-    QTest::addColumn<QByteArray>("badReply");
-    QTest::addColumn<QString>("frames");
-    QTest::addColumn<int>("status");
-    QTest::addColumn<int>("lastCode");
-    QTest::addColumn<QString>("lastText");
+    tableColumns<QString, QVariantList, int, int, QByteArray, QString, int, int, QString>(
+        "word", "params", "badOpcode", "badFirst", "badReply", "frames", "status", "lastCode", "lastText");
 
     const QVariantList vcc{key::vcc, 3.3};
     const QByteArray none;
     const QString done = QStringLiteral("Done");
     const QString noAnswer = QStringLiteral("No answer from the programmer");
     const QString refused = QStringLiteral("Programmer: wrong parameter");
-    QTest::newRow("good") << "set_vcc" << vcc << -1 << -1 << none << "80 81 83:01 89:21 85 83:00"
-                          << int(csDone) << int(ceSuccess) << done;
-    QTest::newRow("stop command") << "stop" << QVariantList() << -1 << -1 << none << "80 81 83:01 85 83:00"
-                                  << int(csDone) << int(ceSuccess) << done;
-    QTest::newRow("refused") << "set_vcc" << vcc << 0x89 << -1 << refusal << "80 81 83:01 89:21 85 83:02"
-                             << int(csFailed) << int(ceFailed) << refused;
-    QTest::newRow("no answer: nothing more is sent")
-        << "set_vcc" << vcc << 0x89 << -1 << none << "80 81 83:01 89:21" << int(csFailed) << int(ceFailed)
-        << noAnswer;
-    QTest::newRow("no answer to the first frame")
-        << "set_vcc" << vcc << 0x80 << -1 << none << "80" << int(csFailed) << int(ceFailed) << noAnswer;
-    QTest::newRow("another programmer")
-        << "set_vcc" << vcc << 0x80 << -1 << peerFrame(0x80, "\x01\x02") << "80 81 85 83:02" << int(csFailed)
-        << int(ceFailed) << "The programmer does not fit its description";
-    QTest::newRow("state 1 refused") << "set_vcc" << vcc << 0x83 << 1 << refusal << "80 81 83:01 85 83:02"
-                                     << int(csFailed) << int(ceFailed) << refused;
-    QTest::newRow("closing refused after a good run: red line, green status")
-        << "set_vcc" << vcc << 0x85 << -1 << refusal << "80 81 83:01 89:21 85 83:02" << int(csDone)
-        << int(ceFailed) << "";
-    QTest::newRow("closing unanswered") << "set_vcc" << vcc << 0x85 << -1 << none << "80 81 83:01 89:21 85"
-                                        << int(csDone) << int(ceFailed) << "";
+    tableRow("good", "set_vcc", vcc, -1, -1, none, "80 81 83:01 89:21 85 83:00", int(csDone), int(ceSuccess),
+             done);
+    tableRow("refused", "set_vcc", vcc, 0x89, -1, refusal, "80 81 83:01 89:21 85 83:02", int(csFailed),
+             int(ceFailed), refused);
+    tableRow("no answer: nothing more is sent", "set_vcc", vcc, 0x89, -1, none, "80 81 83:01 89:21",
+             int(csFailed), int(ceFailed), noAnswer);
+    tableRow("another programmer", "set_vcc", vcc, 0x80, -1, peerFrame(0x80, "\x01\x02"), "80 81 85 83:02",
+             int(csFailed), int(ceFailed), "The programmer does not fit its description");
+    // No executor was left that had something to close; the indicator still tells the failure.
+    tableRow("no chip", "erase", QVariantList(), -1, -1, none, "80 81 83:01 83:02", int(csFailed),
+             int(ceFailed), langText(387).arg("Erase"));
+    tableRow("wrong parameter", "set_vcc", QVariantList{key::vcc, 99.0}, -1, -1, none, "80 81 83:01 85 83:02",
+             int(csFailed), int(ceFailed), langText(388).arg("Set Vcc"));
+    tableRow("state 1 refused", "set_vcc", vcc, 0x83, 1, refusal, "80 81 83:01 85 83:02", int(csFailed),
+             int(ceFailed), refused);
+    tableRow("closing refused after a good run: red line, green status", "set_vcc", vcc, 0x85, -1, refusal,
+             "80 81 83:01 89:21 85 83:02", int(csDone), int(ceFailed), "");
+    tableRow("closing unanswered", "set_vcc", vcc, 0x85, -1, none, "80 81 83:01 89:21 85", int(csDone),
+             int(ceFailed), "");
 }
 
 void TestRun::frames()
@@ -158,50 +157,10 @@ void TestRun::emptyConfigurationOpensNoPort()
     QCOMPARE(project().cfgStatus(cfg), int(csDone));
 }
 
-void TestRun::commandWithoutChipShowsItsNameAndFails()
-{
-    ScriptedPeer peer;
-    peer.otherwise(agree);
-    peer.start();
-    RunBench bench;
-    bench.addProgrammer("P", peer.path());
-    const int cfg = bench.addCfg("A");
-    bench.addLink(cfg, "P");
-    bench.addCmd(cfg, cmd::erase);
-    bench.bind();
-    QVERIFY(bench.run({cfg}));
-    QCOMPARE(bench.texts(ceCmdBegin).last(), QStringLiteral("Erase"));
-    QCOMPARE(bench.last().text1, langText(387).arg(QStringLiteral("Erase")));
-    QCOMPARE(peer.finish(), QString());
-    // No executor was left that had something to close; the indicator still tells the failure.
-    QCOMPARE(framesOf(peer), QStringLiteral("80 81 83:01 83:02"));
-}
-
-void TestRun::wrongParametersFailOnlyWhenReached()
-{
-    ScriptedPeer peer;
-    peer.otherwise(agree);
-    peer.start();
-    RunBench bench;
-    bench.addProgrammer("P", peer.path());
-    const int cfg = bench.addCfg("A");
-    bench.addLink(cfg, "P");
-    bench.addCmd(cfg, cmd::set_vcc, {key::vcc, 99.0});
-    bench.bind();
-    QVERIFY(bench.run({cfg}));
-    QCOMPARE(bench.last().text1, langText(388).arg(QStringLiteral("Set Vcc")));
-    QCOMPARE(peer.finish(), QString());
-    QCOMPARE(framesOf(peer), QStringLiteral("80 81 83:01 85 83:02"));
-}
-
 void TestRun::twoProgrammersInOneRun()
 {
-    ScriptedPeer first;
-    first.otherwise(agree);
-    first.start();
-    ScriptedPeer second;
-    second.otherwise(agree);
-    second.start();
+    AgreeingPeer first;
+    AgreeingPeer second;
     RunBench bench;
     bench.addProgrammer("P", first.path());
     bench.addProgrammer("Q", second.path());
@@ -219,9 +178,7 @@ void TestRun::twoProgrammersInOneRun()
 
 void TestRun::eventsOfAGoodRun()
 {
-    ScriptedPeer peer;
-    peer.otherwise(agree);
-    peer.start();
+    AgreeingPeer peer;
     RunBench bench;
     bench.addProgrammer("P", peer.path());
     const int cfg = bench.addCfg("A");
@@ -246,19 +203,6 @@ void TestRun::eventsOfAGoodRun()
     QCOMPARE(bench.view(cfg).percents, (QList<int>{0, 0}));
 }
 
-void TestRun::uncheckedCommandsAreSkipped()
-{
-    RunBench bench;
-    const int cfg = bench.addCfg("A");
-    const int first = bench.addCmd(cfg, cmd::delay, {key::value, 1});
-    bench.addCmd(cfg, cmd::delay, {key::value, 2});
-    project().setCmdStatus(first, false);
-    bench.bind();
-    QVERIFY(bench.run({cfg}));
-    QCOMPARE(bench.texts(ceCmdBegin).size(), 1);
-    QCOMPARE(bench.log().first().text2, QStringLiteral("2 ms"));
-}
-
 void TestRun::pauseResume()
 {
     RunBench bench;
@@ -278,36 +222,18 @@ void TestRun::pauseResume()
     QCOMPARE(bench.view(cfg).begun, 1);
 }
 
-void TestRun::resumeFromInsideTheReport()
-{
-    // The resume is on its way before the executor waits: it must not be lost.
-    RunBench bench;
-    const int cfg = bench.addCfg("A");
-    bench.addCmd(cfg, cmd::pause);
-    bench.bind();
-    QObject::connect(&bench.control(), &TRunControl::signalStatusChanged, [&](int id, int status) {
-        if (status == csPause)
-            bench.control().resume(id);
-    });
-    QVERIFY(bench.run({cfg}, 5000));
-    QCOMPARE(project().cfgStatus(cfg), int(csDone));
-}
-
 void TestRun::stopInPauseAndDelay_data()
 {
-    QTest::addColumn<QString>("word");
-    QTest::addColumn<QVariantList>("params");
-    QTest::newRow("pause") << "pause" << QVariantList();
-    QTest::newRow("delay") << "delay" << QVariantList{key::value, 60000};
+    tableColumns<QString, QVariantList>("word", "params");
+    tableRow("pause", "pause", QVariantList());
+    tableRow("delay", "delay", QVariantList{key::value, 60000});
 }
 
 void TestRun::stopInPauseAndDelay()
 {
     QFETCH(QString, word);
     QFETCH(QVariantList, params);
-    ScriptedPeer peer;
-    peer.otherwise(agree);
-    peer.start();
+    AgreeingPeer peer;
     RunBench bench;
     bench.addProgrammer("P", peer.path());
     const int cfg = bench.addCfg("A");
@@ -398,18 +324,6 @@ void TestRun::executeStartsAnotherRun()
     QCOMPARE(project().cfgStatus(b), int(csDone));
     QCOMPARE(bench.view(a).begun, 1);
     QCOMPARE(bench.view(b).begun, 1);
-
-    RunBench gone;
-    const int c = gone.addCfg("C");
-    const int id = gone.addCmd(c, cmd::execute, {key::cfg, c});
-    gone.bind();
-    gone.onEvent([&](const LogEvent& event) {
-        if (event.code == ceCmdBegin)
-            project().setCmdParam(id, {{key::id_cmd, id}, {key::cfg, -1}});
-    });
-    QVERIFY(gone.run({c}));
-    // The run works on the copy that it took when the command began.
-    QCOMPARE(project().cfgStatus(c), int(csDone));
 }
 
 void TestRun::deletedRunningCommandEndsTheRun()

