@@ -127,7 +127,17 @@ void TWgtCmdList::makeTable()
     m_table->setColumnWidth(columnCheck, checkWidth);
     m_table->setColumnWidth(columnName, appData().WindowMainCmdListColumnNameWidth);
     m_table->setStyleSheet(QStringLiteral("QTableWidget:item:selected:!active { background: #A0A0A0; }"));
-    m_table->setStyle(TStyleCmdList::shared());
+    takeStyle();
+}
+
+/// Follows the style of the settings: a style over another one does not do so by itself.
+void TWgtCmdList::takeStyle()
+{
+    TStyleCmdList* style = TStyleCmdList::shared();
+    if (m_style == style)
+        return;
+    m_style = style;
+    m_table->setStyle(style);
 }
 
 void TWgtCmdList::takeColors()
@@ -299,8 +309,7 @@ void TWgtCmdList::setChecked(bool on)
 void TWgtCmdList::reloadColors()
 {
     takeColors();
-    if (m_table->style() != TStyleCmdList::shared())
-        m_table->setStyle(TStyleCmdList::shared());
+    takeStyle();
     const QSignalBlocker blocker(m_table);
     m_table->setUpdatesEnabled(false);
     for (int row = 0; row < rowCount(); ++row)

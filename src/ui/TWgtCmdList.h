@@ -1,9 +1,11 @@
 #pragma once
 
 #include "core/types.h"
+#include "ui/TStyleCmdList.h"
 
 #include <QColor>
 #include <QHash>
+#include <QPointer>
 #include <QWidget>
 
 class IDevice;
@@ -73,6 +75,7 @@ private:
     };
 
     void makeTable();
+    void takeStyle();
     void takeColors();
     void setRow(int row, const TDataCmd& command);
     void showCommand(int row, const TData& values, const IDevice* device, QWidget* form);
@@ -86,6 +89,7 @@ private:
 
     QHash<QString, TColor> m_colors;
     QTableWidget* m_table = nullptr;
+    QPointer<TStyleCmdList> m_style; ///< the table asks its style sheet first, so it does not tell
     bool m_hideUnchecked = false;
     int m_highlighted = -1; ///< command whose row is bold
     int m_announced = -1;   ///< command that the last signalSelectCmd told

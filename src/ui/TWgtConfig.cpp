@@ -192,10 +192,12 @@ void TWgtConfig::bringFormUpToDate(const TDataCmd& command)
     const TData params = paramsOf(command);
     if (!m_form || params == m_formParams)
         return;
-    m_formParams = params;
     IFormFactory* factory = formFactory();
-    if (factory && factory->updateForm(m_form, command.toData()))
+    if (factory && factory->updateForm(m_form, command.toData())) {
+        m_formParams = params;
         return;
+    }
+    // A new form would take away what is being typed into this one.
     const QWidget* focus = QApplication::focusWidget();
     if (!focus || !m_form->isAncestorOf(focus))
         refreshForm();

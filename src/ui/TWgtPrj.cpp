@@ -297,6 +297,9 @@ void TWgtPrj::slotSelectCfg()
 
 void TWgtPrj::slotMovedCfg(int from, int to)
 {
+    // A tab can be dragged while a value is being typed; the new forms know only what is stored.
+    if (current())
+        current()->commitEdit();
     project().moveCfg(from, to);
     refreshForms();
 }

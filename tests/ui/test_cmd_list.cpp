@@ -4,6 +4,7 @@
 #include "core/globals.h"
 #include "core/keys.h"
 #include "exec/RunBench.h"
+#include "ui/TStyleCmdList.h"
 #include "ui/TWgtCmdList.h"
 
 #include <QHeaderView>
@@ -21,6 +22,7 @@ private slots:
     void colors_data();
     void colors();
     void validity();
+    void style();
     void fillingChangesNothing();
     void checkClick();
     void checkByKey();
@@ -136,6 +138,23 @@ void TestCmdList::validity()
     project().setCmdParam(m_list->cmdAt(0), {{key::prog, QStringLiteral("bench")}});
     m_list->refreshValidity();
     QCOMPARE(looks(m_list->cmdAt(0), 1), qMakePair(false, false));
+}
+
+void TestCmdList::style()
+{
+    const auto pixel = [this](const QPoint& pos) { return QColor(m_list->grab().toImage().pixel(pos)); };
+    const QRect rect = m_list->table()->visualItemRect(cell(1, 2));
+    const QPoint inRow = m_list->table()->viewport()->mapTo(m_list.get(), rect.bottomRight() - QPoint(9, 3));
+    for (const char* name : {"Windows", "Fusion"}) {
+        appData().Style = QString::fromLatin1(name);
+        m_list->reloadColors();
+        auto* shared = qApp->findChild<TStyleCmdList*>(appData().Style);
+        QVERIFY(shared);
+        QCOMPARE(TStyleCmdList::shared(), shared);
+        QVERIFY(shared->baseStyle()->inherits(name[0] == 'W' ? "QWindowsStyle" : "QFusionStyle"));
+        QCOMPARE(pixel(inRow), appData().CmdColorSetDevice);
+        QCOMPARE(m_list->table()->rowHeight(1), 19);
+    }
 }
 
 void TestCmdList::fillingChangesNothing()

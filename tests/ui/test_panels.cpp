@@ -192,6 +192,9 @@ void TestPanels::description()
 
 void TestPanels::movedTabs()
 {
+    m_prj->slotSetViewParamCmd();
+    form()->edit->setFocus();
+    QTest::keyClicks(form()->edit, QStringLiteral("0"));
     auto* bar = m_prj->findChild<QTabWidget*>()->tabBar();
     const QPoint from = bar->tabRect(0).center();
     const QPoint to(bar->tabRect(2).right() - 2, from.y());
@@ -204,6 +207,7 @@ void TestPanels::movedTabs()
     QTest::mouseRelease(bar, Qt::LeftButton, Qt::NoModifier, to);
     QCOMPARE(project().cfgNames(), QStringList({"C", "D", "A & B"}));
     QCOMPARE(project().indexCmd(m_ids[0]), 1);
+    QCOMPARE(stored(m_ids[0], key::value).toInt(), 10);
     for (int i = 0; i < 3; ++i)
         QCOMPARE(tab(i)->idCfg(), project().cfgIdAt(i));
 }
