@@ -45,7 +45,6 @@ private slots:
     void init();
     void lines_data();
     void lines();
-    void progress();
     void locked();
     void manyLines();
 };
@@ -116,23 +115,14 @@ void TestLog::lines()
     log.addEvent(static_cast<TCodeExec>(code), QStringLiteral("a <b>&"), text2);
     const QString after = coloured(*log.edit());
     QCOMPARE(after, text == QLatin1String("-") ? before : before + QLatin1Char('\n') + text);
+    log.setPercent(900);
+    QCOMPARE(log.bar()->value(), 100);
+    log.addEvent(ceCmdBegin, QString(), QString());
+    QCOMPARE(log.bar()->value(), 0);
     log.clear();
     log.addEvent(ceWork, QString(), QString());
     log.addEvent(ceWork, QStringLiteral("x"), QString());
     QCOMPARE(coloured(*log.edit()), QStringLiteral("\n<#050000>x"));
-}
-
-void TestLog::progress()
-{
-    TWgtLogExec log;
-    for (const int percent : {-5, 42, 900}) {
-        log.setPercent(percent);
-        QCOMPARE(log.bar()->value(), qBound(0, percent, 100));
-    }
-    log.addEvent(ceText, QStringLiteral("x"), QString());
-    QCOMPARE(log.bar()->value(), 100);
-    log.addEvent(ceCmdBegin, QStringLiteral("x"), QString());
-    QCOMPARE(log.bar()->value(), 0);
 }
 
 void TestLog::locked()
