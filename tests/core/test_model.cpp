@@ -96,6 +96,7 @@ class TestModel : public QObject
     Q_OBJECT
 
 private slots:
+    void listWalks();
     void initTestCase();
 
     void bindsByPlace_data();
@@ -533,6 +534,42 @@ void TestModel::workersAndEditsSideBySide()
     for (int i = 0; i < model.cmdCount(); ++i)
         model.bindCmd(i);
     QCOMPARE(swept, boundAll(model));
+}
+
+void TestModel::listWalks()
+{
+    const QString chip = QStringLiteral("set_device ") + goodChip;
+    Project project(Lists{{QStringLiteral("set_prog sim"), chip, QStringLiteral("delay")},
+                          {QStringLiteral("erase"), QStringLiteral("set_prog sim"), QStringLiteral("delay"),
+                           chip, QStringLiteral("erase"), chip, QStringLiteral("delay")}});
+    TDataPrj& model = project.model;
+    model.bindAll();
+    const int cfg = model.cfgIdAt(1);
+    const auto id = [&](int index) { return model.cmdIdAt(index); };
+    QCOMPARE(model.progBefore(cfg, 3), QString());
+    QCOMPARE(model.progBefore(cfg, 4), QStringLiteral("sim"));
+    QCOMPARE(model.progBefore(cfg, 9), QStringLiteral("sim"));
+    QCOMPARE(model.progBefore(cfg, 2), QString());
+    QCOMPARE(model.deviceBefore(cfg, 5), QString());
+    QCOMPARE(model.deviceBefore(cfg, 7), QStringLiteral("W"));
+    QCOMPARE(model.classOfCmd(cfg, 7, cmd::erase), QStringLiteral("W"));
+    QCOMPARE(model.classOfCmd(cfg, 3, cmd::erase), QString());
+    QCOMPARE(model.classOfCmd(cfg, 3, cmd::delay), QStringLiteral("Tools"));
+    QCOMPARE(model.classOfCmd(cfg, 3, cmd::set_device), QStringLiteral("Prog"));
+    QCOMPARE(model.indexProgBefore(id(3)), -1);
+    QCOMPARE(model.indexProgBefore(id(4)), 4);
+    QCOMPARE(model.indexProgBefore(id(9)), 4);
+    QCOMPARE(model.indexProgDeviceBefore(id(5)), -1);
+    QCOMPARE(model.indexProgDeviceBefore(id(7)), 6);
+    QCOMPARE(model.indexProgDeviceBefore(4711), -1);
+    QVERIFY(!model.dependsOnDevice(1));
+    QVERIFY(!model.dependsOnDevice(4));
+    QVERIFY(model.dependsOnDevice(6));
+    QVERIFY(!model.dependsOnDevice(8));
+    QVERIFY(!model.dependsOnDevice(-1));
+    QCOMPARE(model.rowInCfg(cfg, id(7)), 4);
+    QCOMPARE(model.rowInCfg(model.cfgIdAt(0), id(7)), -1);
+    QCOMPARE(model.indexCfgOfCmd(id(7)), 1);
 }
 
 QTEST_GUILESS_MAIN(TestModel)
