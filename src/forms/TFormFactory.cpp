@@ -2,6 +2,7 @@
 
 #include "devices/TDevProg.h"
 #include "devices/TDevTools.h"
+#include "forms/TFormCommand.h"
 #include "forms/prog_forms.h"
 #include "forms/tools_forms.h"
 
@@ -45,7 +46,8 @@ bool TFormFactory::resultText(QWidget*, int, QString&)
     return false;
 }
 
-bool TFormFactory::updateForm(QWidget*, const TData&)
+bool TFormFactory::updateForm(QWidget* form, const TData& data)
 {
-    return false;
+    auto* command = qobject_cast<TFormCommand*>(form);
+    return command && command->updateParams(data);
 }

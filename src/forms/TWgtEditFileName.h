@@ -37,7 +37,7 @@ public slots:
     /// Shows the dialog and returns at once.
     void slotOpenWindowFileSelect();
     /// Takes over a name as the dialog gives it: absolute.
-    void choose(const QString& file);
+    virtual void choose(const QString& file);
 
 private:
     QLineEdit* m_edit;

@@ -1,6 +1,42 @@
 #include "forms/tools_forms.h"
 
-QWidget* createToolsForm(const IDevice&, const TData&)
+#include "core/keys.h"
+#include "forms/TFormToolsCalcCRC.h"
+#include "forms/TFormToolsCounter.h"
+#include "forms/TFormToolsDelay.h"
+#include "forms/TFormToolsExecute.h"
+#include "forms/TFormToolsJamp.h"
+#include "forms/TFormToolsNote.h"
+#include "forms/TFormToolsProcess.h"
+#include "forms/TFormToolsSetProg.h"
+
+namespace {
+
+template <typename Form> QWidget* create(const TData& data)
 {
+    return new Form(data);
+}
+
+constexpr struct
+{
+    QLatin1String word;
+    QWidget* (*create)(const TData&);
+} rows[] = {
+    {cmd::set_prog, create<TFormToolsSetProg>}, {cmd::process, create<TFormToolsProcess>},
+    {cmd::jamp, create<TFormToolsJamp>},        {cmd::counter, create<TFormToolsCounter>},
+    {cmd::delay, create<TFormToolsDelay>},      {cmd::pause, create<TFormToolsPause>},
+    {cmd::stop, create<TFormToolsStop>},        {cmd::execute, create<TFormToolsExecute>},
+    {cmd::calc_crc, create<TFormToolsCalcCRC>},
+};
+
+} // namespace
+
+QWidget* createToolsForm(const IDevice&, const TData& data)
+{
+    const QString word = data.value(key::cmd).toString();
+    for (const auto& row : rows) {
+        if (word == row.word)
+            return row.create(data);
+    }
     return nullptr;
 }

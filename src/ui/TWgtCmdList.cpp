@@ -7,9 +7,9 @@
 #include "core/TDataPrj.h"
 #include "core/globals.h"
 #include "core/keys.h"
+#include "forms/mono_font.h"
 #include "ui/Delegate.h"
 #include "ui/TStyleCmdList.h"
-#include "ui/mono_font.h"
 #include "ui/window_helpers.h"
 
 #include <QHeaderView>

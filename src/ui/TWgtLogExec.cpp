@@ -3,7 +3,7 @@
 #include "core/TAppData.h"
 #include "core/globals.h"
 #include "exec/TLogText.h"
-#include "ui/mono_font.h"
+#include "forms/mono_font.h"
 
 #include <QProgressBar>
 #include <QScrollBar>

@@ -4,6 +4,7 @@
 #include "core/platform.h"
 #include "core/startup.h"
 #include "forms/TFormFactory.h"
+#include "ui/TFormHost.h"
 #include "ui/TMainWindow.h"
 #include "ui/window_helpers.h"
 
@@ -41,6 +42,8 @@ int runWindow(int argc, char** argv)
     applyFontSettings();
     TFormFactory forms;
     setFormFactory(&forms);
+    TFormHost formHost;
+    setFormHost(&formHost);
     TMainWindow window;
     window.show();
     return QApplication::exec();

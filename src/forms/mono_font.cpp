@@ -1,4 +1,4 @@
-#include "ui/mono_font.h"
+#include "forms/mono_font.h"
 
 #include "core/TAppData.h"
 #include "core/globals.h"

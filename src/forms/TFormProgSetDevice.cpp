@@ -1,0 +1,56 @@
+#include "forms/TFormProgSetDevice.h"
+
+#include "core/TDataCmd.h"
+#include "core/TDataPrj.h"
+#include "core/globals.h"
+#include "core/keys.h"
+#include "devices/TDeviceList.h"
+#include "forms/IFormHost.h"
+#include "forms/TWgtDeviceView.h"
+#include "forms/name_line.h"
+
+#include <QPointer>
+#include <QVBoxLayout>
+
+namespace {
+constexpr int ruleLength = 50;
+}
+
+TFormProgSetDevice::TFormProgSetDevice(const TData& params)
+    : TFormCommand(params, {key::device, key::file})
+    , m_view(new TWgtDeviceView(langText(366), langText(367), ruleLength, this))
+{
+    const TNameLine line = makeNameLine(langText(363), this);
+    m_name = line.edit;
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(2);
+    QFormLayout* rows = formRows(nullptr);
+    rows->addRow(langText(362), line.layout);
+    layout->addLayout(rows);
+    layout->addWidget(m_view, 1);
+    TFormProgSetDevice::showParams();
+    connect(line.button, &QPushButton::clicked, this, &TFormProgSetDevice::slotBtnSelectDevice);
+    connect(m_view, &TWgtDeviceView::signalChangedCmdParam, this, &TFormCommand::signalChangedCmdParam);
+}
+
+void TFormProgSetDevice::showParams()
+{
+    const TDataCmd* command = project().cmdById(idCmd());
+    showName(m_name, textParam(key::device), command && command->family());
+    m_view->showDevice(command);
+}
+
+void TFormProgSetDevice::slotBtnSelectDevice()
+{
+    const QPointer<TFormProgSetDevice> self(this);
+    const QString name = formHost() ? formHost()->selectChip(textParam(key::device), window()) : QString();
+    if (!self || name.isEmpty())
+        return;
+    setParam(key::device, name);
+    setParam(key::file, TDeviceList::deviceFiles().value(name));
+    report();
+    // The page may have taken another form in the meantime.
+    if (self)
+        showParams();
+}

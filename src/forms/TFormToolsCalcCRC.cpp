@@ -1,0 +1,129 @@
+#include "forms/TFormToolsCalcCRC.h"
+
+#include "core/TDataPrj.h"
+#include "core/globals.h"
+#include "core/keys.h"
+#include "formats/TFormat.h"
+#include "formats/createCRC.h"
+#include "forms/TComboBox.h"
+#include "forms/TWgtEditFileName.h"
+#include "forms/TWgtEditHexDec.h"
+#include "forms/TWgtEditHexDec64.h"
+#include "forms/all_files.h"
+
+#include <QFormLayout>
+#include <QLabel>
+#include <QSignalBlocker>
+
+#include <limits>
+
+namespace {
+
+constexpr int listLines = 20;
+constexpr int erased = 255; // what an empty place of a chip reads
+
+void addTitle(QFormLayout* layout, const QString& text)
+{
+    auto* title = new QLabel(text);
+    QFont font = title->font();
+    font.setBold(true);
+    title->setFont(font);
+    layout->addRow(title);
+}
+
+} // namespace
+
+TFormToolsCalcCRC::TFormToolsCalcCRC(const TData& params)
+    : TFormCommand(params, {key::crc_name, key::format, key::file, key::addr, key::count, key::fill})
+{
+    QFormLayout* layout = formRows(this);
+    addTitle(layout, langText(342));
+    m_name = addBox(layout, 334, key::crc_name, crcNames());
+    m_format = addBox(layout, 335, key::format, TFormat::formatList());
+    m_file = addFile(layout);
+    m_addr = addNumber(layout, 339, key::addr);
+    m_count = addNumber(layout, 340, key::count);
+    m_fill = addFill(layout);
+    TFormToolsCalcCRC::showParams();
+}
+
+TComboBox* TFormToolsCalcCRC::addBox(QFormLayout* layout, int label, const QString& key,
+                                     const QStringList& choice)
+{
+    auto* box = new TComboBox(this);
+    box->setMaxVisibleItems(listLines);
+    box->allowNarrow();
+    box->addItems(choice);
+    box->setCurrentIndex(-1);
+    layout->addRow(langText(label), box);
+    connect(box, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this, key, box](int index) {
+        if (index >= 0)
+            enter(key, box->itemText(index));
+    });
+    return box;
+}
+
+TWgtEditFileName* TFormToolsCalcCRC::addFile(QFormLayout* layout)
+{
+    auto* edit = new TWgtEditFileName(QString(), this);
+    edit->setBaseFolder(project().workPath());
+    edit->setTitle(langText(337));
+    edit->setFilter(
+        QStringLiteral("Files (%1);;All Files (%2)").arg(TFormat::fileFilter(), allFilesPattern()));
+    edit->setButtonTip(langText(338));
+    layout->addRow(langText(336), edit);
+    connect(edit, &TWgtEditFileName::signalChanged, this,
+            [this](const QString& file) { enter(key::file, file); });
+    return edit;
+}
+
+TWgtEditHexDec64* TFormToolsCalcCRC::addNumber(QFormLayout* layout, int label, const QString& key)
+{
+    auto* edit = new TWgtEditHexDec64(0, this);
+    edit->setRange(0, std::numeric_limits<qlonglong>::max());
+    edit->setDefaultValue(0);
+    layout->addRow(langText(label), edit);
+    connect(edit, &TWgtEditHexDec64::valueChanged, this, [this, key](qlonglong value) { enter(key, value); });
+    return edit;
+}
+
+TWgtEditHexDec* TFormToolsCalcCRC::addFill(QFormLayout* layout)
+{
+    auto* edit = new TWgtEditHexDec(0, this);
+    edit->setRange(0, std::numeric_limits<quint8>::max());
+    edit->setDefaultValue(erased);
+    layout->addRow(langText(341), edit);
+    connect(edit, &TWgtEditHexDec::valueChanged, this, [this](int value) { enter(key::fill, value); });
+    return edit;
+}
+
+void TFormToolsCalcCRC::showParams()
+{
+    showText(m_name, key::crc_name);
+    showText(m_format, key::format);
+    if (m_file->value() != textParam(key::file))
+        m_file->setValue(textParam(key::file));
+    showIn(m_addr, param(key::addr).toLongLong());
+    showIn(m_count, param(key::count).toLongLong());
+    showIn(m_fill, intParam(key::fill));
+}
+
+/// The word of a format may have been written in small letters; names of checksums differ by case.
+void TFormToolsCalcCRC::showText(TComboBox* box, const QString& key)
+{
+    const QSignalBlocker blocker(box);
+    const QString text = key == QString(key::format) ? textParam(key).toUpper() : textParam(key);
+    box->setCurrentIndex(box->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    box->slotChanged();
+}
+
+void TFormToolsCalcCRC::enter(const QString& key, const QVariant& value)
+{
+    setParam(key, value);
+    slotChanged();
+}
+
+void TFormToolsCalcCRC::slotChanged()
+{
+    report();
+}

@@ -1,0 +1,63 @@
+#include "forms/TFormToolsCounter.h"
+
+#include "core/globals.h"
+#include "core/keys.h"
+#include "forms/TWgtEditDecDef.h"
+
+#include <QFormLayout>
+
+#include <limits>
+
+namespace {
+
+constexpr int least = std::numeric_limits<int>::min();
+constexpr int greatest = std::numeric_limits<int>::max();
+
+TWgtEditDecDef* addField(QFormLayout* layout, int label, int min, int defaultValue)
+{
+    auto* field = new TWgtEditDecDef(0);
+    field->setRange(min, greatest);
+    field->setDefaultValue(defaultValue);
+    layout->addRow(langText(label), field);
+    return field;
+}
+
+} // namespace
+
+TFormToolsCounter::TFormToolsCounter(const TData& params)
+    : TFormCommand(params, {key::value, key::limit, key::delta})
+{
+    QFormLayout* layout = formRows(this);
+    m_value = addField(layout, 323, 0, 0);
+    m_limit = addField(layout, 324, 0, 10);
+    m_delta = addField(layout, 325, least, 1);
+    TFormToolsCounter::showParams();
+    connect(m_value, &TWgtEditDecDef::valueChanged, this, &TFormToolsCounter::slotChanged);
+    connect(m_limit, &TWgtEditDecDef::valueChanged, this, &TFormToolsCounter::slotLimitChanged);
+    connect(m_delta, &TWgtEditDecDef::valueChanged, this, &TFormToolsCounter::slotDeltaChanged);
+}
+
+void TFormToolsCounter::showParams()
+{
+    showIn(m_value, intParam(key::value));
+    showIn(m_limit, intParam(key::limit));
+    showIn(m_delta, intParam(key::delta));
+}
+
+void TFormToolsCounter::slotChanged()
+{
+    setParam(key::value, m_value->value());
+    report();
+}
+
+void TFormToolsCounter::slotLimitChanged()
+{
+    setParam(key::limit, m_limit->value());
+    report();
+}
+
+void TFormToolsCounter::slotDeltaChanged()
+{
+    setParam(key::delta, m_delta->value());
+    report();
+}

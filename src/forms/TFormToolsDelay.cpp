@@ -1,0 +1,37 @@
+#include "forms/TFormToolsDelay.h"
+
+#include "core/globals.h"
+#include "core/keys.h"
+#include "forms/TWgtEditDecDef.h"
+
+#include <QFormLayout>
+
+#include <limits>
+
+namespace {
+constexpr int longest = std::numeric_limits<int>::max();
+constexpr int usual = 100;
+} // namespace
+
+TFormToolsDelay::TFormToolsDelay(const TData& params)
+    : TFormCommand(params, {key::value})
+    , m_edit(new TWgtEditDecDef(0, this))
+{
+    m_edit->setRange(0, longest);
+    m_edit->setDefaultValue(usual);
+    m_edit->setRangeText(QStringLiteral("%1..%2 ms").arg(0).arg(longest));
+    formRows(this)->addRow(langText(326), m_edit);
+    TFormToolsDelay::showParams();
+    connect(m_edit, &TWgtEditDecDef::valueChanged, this, &TFormToolsDelay::slotChanged);
+}
+
+void TFormToolsDelay::showParams()
+{
+    showIn(m_edit, intParam(key::value));
+}
+
+void TFormToolsDelay::slotChanged()
+{
+    setParam(key::value, m_edit->value());
+    report();
+}

@@ -1,0 +1,32 @@
+#include "forms/TFormToolsExecute.h"
+
+#include "core/globals.h"
+#include "core/keys.h"
+#include "forms/project_entries.h"
+
+#include <QFormLayout>
+
+TFormToolsExecute::TFormToolsExecute(const TData& params)
+    : TFormCommand(params, {key::cfg})
+    , m_cfg(new TIdBox(cfgEntries, this))
+{
+    QFormLayout* layout = formRows(this);
+    layout->addRow(langText(321), m_cfg);
+    layout->addRow(formHint(langText(322), this));
+    TFormToolsExecute::showParams();
+    connect(m_cfg, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            &TFormToolsExecute::slotChanged);
+}
+
+void TFormToolsExecute::showParams()
+{
+    m_cfg->showId(intParam(key::cfg));
+}
+
+void TFormToolsExecute::slotChanged()
+{
+    if (m_cfg->currentIndex() < 0)
+        return;
+    setParam(key::cfg, m_cfg->id());
+    report();
+}

@@ -1,0 +1,44 @@
+#include "forms/TFormToolsJamp.h"
+
+#include "core/TDataPrj.h"
+#include "core/globals.h"
+#include "core/keys.h"
+#include "forms/project_entries.h"
+
+#include <QFormLayout>
+
+TFormToolsJamp::TFormToolsJamp(const TData& params)
+    : TFormCommand(params, {key::to_cmd})
+    , m_cfg(new TIdBox(cfgEntries, this))
+    , m_cmd(new TIdBox([this] { return cmdEntries(m_cfg->id()); }, this))
+{
+    QFormLayout* layout = formRows(this);
+    layout->addRow(langText(327), m_cfg);
+    layout->addRow(langText(328), m_cmd);
+    TFormToolsJamp::showParams();
+    const auto changed = QOverload<int>::of(&QComboBox::currentIndexChanged);
+    connect(m_cfg, changed, this, &TFormToolsJamp::slotChangedCfg);
+    connect(m_cmd, changed, this, &TFormToolsJamp::slotChangedCmd);
+}
+
+void TFormToolsJamp::showParams()
+{
+    const int target = intParam(key::to_cmd);
+    m_cfg->showId(project().cfgOfCmd(target));
+    m_cmd->showId(target);
+}
+
+void TFormToolsJamp::slotChangedCfg()
+{
+    const TIdBox::Entries commands = cmdEntries(m_cfg->id());
+    m_cmd->showId(commands.isEmpty() ? -1 : commands.first().first);
+    slotChangedCmd();
+}
+
+void TFormToolsJamp::slotChangedCmd()
+{
+    if (m_cmd->currentIndex() < 0)
+        return;
+    setParam(key::to_cmd, m_cmd->id());
+    report();
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "forms/TFormCommand.h"
+
+class TWgtEditFileName;
+
+/// The command line of an external program, kept as it is typed.
+class TFormToolsProcess : public TFormCommand
+{
+    Q_OBJECT
+
+public:
+    explicit TFormToolsProcess(const TData& params);
+
+public slots:
+    void slotChanged(QString text);
+
+private:
+    void showParams() override;
+
+    TWgtEditFileName* m_edit;
+};

@@ -1,0 +1,67 @@
+#include "forms/TPortBox.h"
+
+#include "link/TSerialPort.h"
+
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QWheelEvent>
+
+TPortBox::TPortBox(QWidget* parent)
+    : QComboBox(parent)
+{
+    setEditable(true);
+    setInsertPolicy(QComboBox::NoInsert);
+    setFocusPolicy(Qt::StrongFocus);
+    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    setMinimumContentsLength(10);
+    setCompleter(nullptr); // would change the case of a name to that of another
+    fill();
+    connect(this, QOverload<int>::of(&QComboBox::activated), this, &TPortBox::take);
+    connect(lineEdit(), &QLineEdit::editingFinished, this, &TPortBox::take);
+}
+
+void TPortBox::setPort(const QString& port)
+{
+    const bool isTyping = lineEdit()->hasFocus() && currentText() != m_port;
+    m_port = port;
+    if (isTyping)
+        return;
+    const QSignalBlocker blocker(this);
+    setCurrentIndex(findText(port, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    setEditText(port);
+}
+
+void TPortBox::showPopup()
+{
+    fill();
+    QComboBox::showPopup();
+}
+
+void TPortBox::wheelEvent(QWheelEvent* event)
+{
+    if (hasFocus())
+        QComboBox::wheelEvent(event);
+    else
+        event->ignore();
+}
+
+void TPortBox::fill()
+{
+    const QSignalBlocker blocker(this);
+    const QString text = currentText();
+    clear();
+    for (const QString& described : TSerialPort::portList()) {
+        addItem(TSerialPort::portNameOf(described));
+        setItemData(count() - 1, described, Qt::ToolTipRole);
+    }
+    setCurrentIndex(findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    setEditText(text);
+}
+
+void TPortBox::take()
+{
+    if (currentText() == m_port)
+        return;
+    m_port = currentText();
+    emit signalChanged(m_port);
+}

@@ -1,0 +1,86 @@
+#include "forms/TWgtDeviceView.h"
+
+#include "core/IDevice.h"
+#include "core/TDataCmd.h"
+#include "core/keys.h"
+#include "forms/mono_font.h"
+#include "link/TProg.h"
+
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int paneHeight = 70;
+constexpr int positionWidth = 3;
+
+QString pinLines(const IDevice& device, const TProg* prog, int rule)
+{
+    QStringList lines;
+    if (prog) {
+        const QStringList pins = prog->pinList(device.section(), false);
+        for (int i = 0; i < pins.size(); ++i)
+            lines << QStringLiteral("%1 >- %2")
+                         .arg(QString::number(i + 1).rightJustified(positionWidth), pins.at(i));
+    }
+    const QStringList comment = device.deviceValue(key::comment).toStringList();
+    if (!comment.isEmpty())
+        lines << QString(rule, QLatin1Char('-')) << comment;
+    return lines.join(QLatin1Char('\n'));
+}
+
+} // namespace
+
+TWgtDeviceView::TWgtDeviceView(const QString& infoLabel, const QString& pinsLabel, int rule, QWidget* parent)
+    : QWidget(parent)
+    , m_rule(rule)
+    , m_layout(new QVBoxLayout(this))
+{
+    m_layout->setContentsMargins(0, 0, 0, 0);
+    m_layout->setSpacing(2);
+    m_info = addPane(infoLabel);
+    m_pins = addPane(pinsLabel);
+}
+
+QPlainTextEdit* TWgtDeviceView::addPane(const QString& label)
+{
+    auto* pane = new QPlainTextEdit(this);
+    pane->setReadOnly(true);
+    pane->setTabChangesFocus(true);
+    pane->setFont(monoFont());
+    pane->setMinimumHeight(paneHeight);
+    auto* title = new QLabel(label, this);
+    title->setBuddy(pane);
+    m_layout->addWidget(title);
+    m_layout->addWidget(pane, 1);
+    return pane;
+}
+
+void TWgtDeviceView::showDevice(const TDataCmd* command)
+{
+    const IDevice* family = command ? command->family() : nullptr;
+    m_info->setPlainText(family ? family->info().join(QLatin1Char('\n')) : QString());
+    m_pins->setPlainText(family ? pinLines(*family, command->prog(), m_rule) : QString());
+    showFamilyForm(command);
+}
+
+void TWgtDeviceView::showFamilyForm(const TDataCmd* command)
+{
+    if (m_form) {
+        // Perhaps the change that leads here is its own.
+        m_form->disconnect(this);
+        m_form->blockSignals(true);
+        m_form->hide();
+        m_form->deleteLater();
+        m_layout->removeWidget(m_form);
+        m_form.clear();
+    }
+    const IDevice* family = command ? command->family() : nullptr;
+    if (family)
+        m_form = family->createDeviceForm(command->toData());
+    if (!m_form)
+        return;
+    m_layout->insertWidget(0, m_form);
+    connect(m_form, SIGNAL(signalChangedCmdParam(TData)), this, SIGNAL(signalChangedCmdParam(TData)));
+}

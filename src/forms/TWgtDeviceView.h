@@ -1,0 +1,38 @@
+#pragma once
+
+#include "core/types.h"
+
+#include <QPointer>
+#include <QWidget>
+
+class QPlainTextEdit;
+class QVBoxLayout;
+class TDataCmd;
+
+/// What is told of the chip or family that a command chooses: what the family has to set, remarks, and
+/// which pin goes where.
+class TWgtDeviceView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// The labels of the panes; rule: the length of the line between pins and comment.
+    TWgtDeviceView(const QString& infoLabel, const QString& pinsLabel, int rule, QWidget* parent);
+
+    /// Shows what is in force at the command; null empties the view.
+    void showDevice(const TDataCmd* command);
+
+signals:
+    /// From the family's part.
+    void signalChangedCmdParam(TData param);
+
+private:
+    QPlainTextEdit* addPane(const QString& label);
+    void showFamilyForm(const TDataCmd* command);
+
+    const int m_rule;
+    QVBoxLayout* m_layout;
+    QPlainTextEdit* m_info;
+    QPlainTextEdit* m_pins;
+    QPointer<QWidget> m_form;
+};

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+
+/// The pattern for every file in the filter of a file dialog. The usual "*.*" hides names without a dot
+/// where the dialog takes it at its word, and programs and dumps have such names there.
+inline QString allFilesPattern()
+{
+#ifdef Q_OS_WIN
+    return QStringLiteral("*.*");
+#else
+    return QStringLiteral("*");
+#endif
+}
