@@ -1,8 +1,15 @@
 #include "forms/TFormFactory.h"
 
+#include "core/TDataCmd.h"
+#include "core/TDataPrj.h"
+#include "core/globals.h"
+#include "core/keys.h"
 #include "devices/TDevProg.h"
 #include "devices/TDevTools.h"
-#include "forms/TFormCommand.h"
+#include "devices/TFamilyDevice.h"
+#include "forms/TFormDevCfg.h"
+#include "forms/TFormDevRWVData.h"
+#include "forms/dev_forms.h"
 #include "forms/prog_forms.h"
 #include "forms/tools_forms.h"
 
@@ -23,7 +30,23 @@ constexpr struct
 } rows[] = {
     {isA<TDevProg>, createProgForm},
     {isA<TDevTools>, createToolsForm},
+    {isA<TFamilyDevice>, createFamilyForm},
 };
+
+/// The parameters as the form was made from them: what a generated form shows may be stored otherwise.
+TData asShown(const TData& data)
+{
+    const TDataCmd* command = project().cmdById(data.value(key::id_cmd, -1).toInt());
+    const auto* family = command ? qobject_cast<const TFamilyDevice*>(command->device()) : nullptr;
+    TData shown = data;
+    if (!family)
+        return shown;
+    shown.insert(key::cmd, command->cmd());
+    const TFormSpec spec = family->formSpec(shown);
+    if (spec.kind == TFormSpec::Kind::Items)
+        shown.insert(key::data, spec.value);
+    return shown;
+}
 
 } // namespace
 
@@ -36,18 +59,29 @@ QWidget* TFormFactory::createForm(const IDevice& device, const TData& data)
     return nullptr;
 }
 
-QWidget* TFormFactory::createDeviceForm(const IDevice&, const TData&)
+QWidget* TFormFactory::createDeviceForm(const IDevice& device, const TData& data)
 {
-    return nullptr;
+    return createFamilyDeviceForm(device, data);
 }
 
-bool TFormFactory::resultText(QWidget*, int, QString&)
+bool TFormFactory::resultText(QWidget* form, int id_cmd, QString& text)
 {
-    return false;
+    const auto* command = qobject_cast<const TFormCommand*>(form);
+    if (!command || command->idCmd() != id_cmd)
+        return false;
+    if (const auto* items = qobject_cast<const TFormDevCfg*>(form)) {
+        text = items->text();
+        return true;
+    }
+    const auto* bytes = qobject_cast<const TFormDevRWVData*>(form);
+    if (!bytes || !bytes->isRead())
+        return false;
+    text = bytes->text();
+    return true;
 }
 
 bool TFormFactory::updateForm(QWidget* form, const TData& data)
 {
     auto* command = qobject_cast<TFormCommand*>(form);
-    return command && command->updateParams(data);
+    return command && command->updateParams(asShown(data));
 }

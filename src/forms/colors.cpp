@@ -40,6 +40,19 @@ void markFault(QWidget* field, bool fault)
     field->setPalette(palette);
 }
 
+void setDanger(QWidget* widget)
+{
+    setTextColor(widget, QColor(160, 0, 0));
+    QFont font = widget->font();
+    font.setBold(true);
+    widget->setFont(font);
+}
+
+QString literalLabel(QString text)
+{
+    return text.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
 int fieldHeight(const QWidget* widget)
 {
     constexpr int usual = 21;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 class QColor;
 class QWidget;
 
@@ -9,5 +11,9 @@ void setTextColor(QWidget* widget, const QColor& colour);
 void setBaseColor(QWidget* widget, const QColor& colour);
 /// Shows a field on the colour of faults, or again as its style has it.
 void markFault(QWidget* field, bool fault);
+/// Makes the text of a widget stand out: what it sets can harm the chip.
+void setDanger(QWidget* widget);
+/// text as a button or check box has to be given it, so that an "&" shows as itself.
+QString literalLabel(QString text);
 /// Height of a field of the forms in the widget's font, in pixels: 21 unless the font needs more.
 int fieldHeight(const QWidget* widget);

@@ -1,0 +1,29 @@
+#include "forms/TDev24CDevParam.h"
+
+#include "core/keys.h"
+#include "devices/TDev24.h"
+#include "forms/TFormDevCfg.h"
+#include "forms/TFormDevSetCLK.h"
+#include "forms/dev_forms.h"
+
+#include <QVBoxLayout>
+
+TDev24CDevParam::TDev24CDevParam(const TDev24& device, const TData& params)
+{
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(2);
+    if (TFormDevSetCLK* clk = formClk(params, device)) {
+        layout->addWidget(clk);
+        connect(clk, &TFormDevSetCLK::signalChangedCmdParam, this, &TDev24CDevParam::signalChangedCmdParam);
+    }
+    TFormDevCfg* pins = formItems(params, device.pinsSpec(params));
+    layout->addWidget(pins, 1);
+    connect(pins, &TFormDevCfg::signalChangedCmdParam, this, &TDev24CDevParam::slotChangedAddr);
+}
+
+void TDev24CDevParam::slotChangedAddr(TData params)
+{
+    const int addr = TDev24::addrOfText(params.value(key::data).toString());
+    emit signalChangedCmdParam({{key::id_cmd, params.value(key::id_cmd)}, {key::addr, addr}});
+}

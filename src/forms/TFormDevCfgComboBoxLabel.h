@@ -1,0 +1,32 @@
+#pragma once
+
+#include "forms/IFormDevCfgBase.h"
+
+#include <QList>
+
+class QBoxLayout;
+class QLabel;
+class TComboBox;
+struct TFormItem;
+
+/// Bits as a list of choices; a value that is none of them shows no choice, in the colour of faults.
+class TFormDevCfgComboBoxLabel : public IFormDevCfgBase
+{
+    Q_OBJECT
+
+public:
+    TFormDevCfgComboBoxLabel(const TFormItem& item, QWidget* parent);
+
+    void addChoice(const TFormItem& item);
+    QByteArray data() const override;
+    void setData(const QByteArray& value) override;
+
+private:
+    QBoxLayout* place(const TFormItem& item);
+    void choose(int index);
+
+    QByteArray m_data;
+    QList<QByteArray> m_choices;
+    QLabel* m_label;
+    TComboBox* m_box;
+};

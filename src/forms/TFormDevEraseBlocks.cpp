@@ -1,0 +1,83 @@
+#include "forms/TFormDevEraseBlocks.h"
+
+#include "core/keys.h"
+#include "forms/TComboBox.h"
+#include "forms/TWgtEditDecDef.h"
+#include "misc/TNormCmdParam.h"
+
+#include <QFormLayout>
+#include <QSignalBlocker>
+
+#include <limits>
+
+TFormDevEraseBlocks::TFormDevEraseBlocks(const TData& params, const QList<int>& sizes, qint64 total)
+    : TFormCommand(params, {key::size, key::begin, key::count})
+    , m_sizes(sizes)
+    , m_total(total)
+    , m_size(new TComboBox(this))
+    , m_begin(new TWgtEditDecDef(intParam(key::begin)))
+    , m_count(new TWgtEditDecDef(intParam(key::count)))
+{
+    m_size->setMaxVisibleItems(10);
+    for (const int size : m_sizes)
+        m_size->addItem(textSize(size), textSize(size));
+    selectSize();
+    setRanges();
+    QFormLayout* rows = formRows(this);
+    rows->addRow(QStringLiteral("Размер блока:"), m_size);
+    rows->addRow(QStringLiteral("Начальный блок:"), m_begin);
+    rows->addRow(QStringLiteral("Количество блоков:"), m_count);
+    connect(m_size, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            &TFormDevEraseBlocks::slotChanged);
+    connect(m_begin, &TWgtEditDecDef::valueChanged, this, &TFormDevEraseBlocks::slotChanged);
+    connect(m_count, &TWgtEditDecDef::valueChanged, this, &TFormDevEraseBlocks::send);
+}
+
+void TFormDevEraseBlocks::selectSize()
+{
+    const QSignalBlocker blocker(m_size);
+    m_size->setCurrentIndex(m_size->findData(textSize(param(key::size).toLongLong())));
+    m_size->slotChanged();
+}
+
+void TFormDevEraseBlocks::setRanges()
+{
+    const int size = m_sizes.value(m_size->currentIndex());
+    const qint64 most = std::numeric_limits<int>::max();
+    const int blocks = size > 0 ? int(qBound<qint64>(0, m_total / size, most)) : 0;
+    m_begin->setRange(0, blocks - 1); // without a block there is only 0
+    const int rest = int(qBound<qint64>(0, qint64(blocks) - qMax(0, m_begin->value()), most));
+    m_count->setRange(qMin(1, blocks), rest);
+    m_count->setDefaultValue(blocks);
+    m_count->setDefaultText(QStringLiteral("Default: %1").arg(rest));
+    m_begin->setEnabled(size > 0);
+    m_count->setEnabled(size > 0);
+}
+
+void TFormDevEraseBlocks::slotChanged()
+{
+    setRanges();
+    m_begin->clamp();
+    setRanges(); // the rest begins at the block that there is
+    m_count->clamp();
+    send();
+}
+
+void TFormDevEraseBlocks::send()
+{
+    const int size = m_sizes.value(m_size->currentIndex());
+    if (size <= 0)
+        return;
+    setParam(key::size, size);
+    setParam(key::begin, m_begin->value());
+    setParam(key::count, m_count->value());
+    report();
+}
+
+void TFormDevEraseBlocks::showParams()
+{
+    selectSize();
+    showIn(m_begin, intParam(key::begin));
+    showIn(m_count, intParam(key::count));
+    setRanges();
+}

@@ -1,0 +1,136 @@
+#include "forms/TFormDevRWVFile.h"
+
+#include "core/globals.h"
+#include "core/keys.h"
+#include "formats/TFormat.h"
+#include "forms/TComboBox.h"
+#include "forms/TWgtEditFileName.h"
+#include "forms/TWgtEditHexDec64.h"
+#include "forms/rw_region.h"
+
+#include <QFormLayout>
+#include <QSignalBlocker>
+
+#include <limits>
+
+namespace {
+
+enum Text {
+    labelTitle = 337,
+    labelBrowse = 338,
+    labelFile = 376,
+    labelFormat = 377,
+    labelAddrFile = 378,
+    labelAddrDevice = 379,
+    labelCount = 380
+};
+
+/// Intel HEX carries its own addresses, of 32 bits.
+constexpr qint64 greatestHexAddress = 0xFFFFFFFF;
+
+QString fileFilter()
+{
+#ifdef Q_OS_WIN
+    const QString all = QStringLiteral("*.*");
+#else
+    // Many dumps have no suffix, and "*.*" would hide them here.
+    const QString all = QStringLiteral("*");
+#endif
+    return QStringLiteral("Files (%1);;All Files (%2)").arg(TFormat::fileFilter(), all);
+}
+
+} // namespace
+
+TFormDevRWVFile::TFormDevRWVFile(const TData& params)
+    : TFormCommand(params, {key::file, key::format, key::addr_file, key::addr_device, key::count})
+    , m_file(new TWgtEditFileName(textParam(key::file)))
+    , m_format(new TComboBox)
+    , m_addrFile(new TWgtEditHexDec64(param(key::addr_file).toLongLong()))
+    , m_addrDevice(new TWgtEditHexDec64(param(key::addr_device).toLongLong()))
+    , m_count(new TWgtEditHexDec64(param(key::count).toLongLong()))
+{
+    const bool isRead = params.value(key::cmd).toString().contains(QLatin1String("read"));
+    m_file->setPurpose(isRead ? TWgtEditFileName::Save : TWgtEditFileName::Open);
+    m_file->setFilter(fileFilter());
+    m_file->setTitle(langText(labelTitle));
+    m_file->setButtonTip(langText(labelBrowse));
+    m_format->addItems(TFormat::formatList());
+    m_format->setCurrentIndex(m_format->findText(textParam(key::format), Qt::MatchFixedString));
+    addRows();
+    showFileRange();
+    connect(m_file, &TWgtEditFileName::signalChanged, this, &TFormDevRWVFile::slotChanged);
+    connect(m_format, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            &TFormDevRWVFile::changedFormat);
+    connect(m_addrFile, &TWgtEditHexDec64::valueChanged, this, &TFormDevRWVFile::slotChanged);
+    connect(m_addrDevice, &TWgtEditHexDec64::valueChanged, this, &TFormDevRWVFile::changedAddr);
+    connect(m_count, &TWgtEditHexDec64::valueChanged, this, &TFormDevRWVFile::slotChanged);
+}
+
+void TFormDevRWVFile::addRows()
+{
+    QFormLayout* rows = formRows(this);
+    rows->addRow(langText(labelFile), m_file);
+    rows->addRow(langText(labelFormat), m_format);
+    rows->addRow(langText(labelAddrFile), m_addrFile);
+    rows->addRow(langText(labelAddrDevice), m_addrDevice);
+    rows->addRow(langText(labelCount), m_count);
+}
+
+void TFormDevRWVFile::setBaseFolder(const QString& folder)
+{
+    m_file->setBaseFolder(folder);
+}
+
+void TFormDevRWVFile::setRegion(const TRegion& region)
+{
+    m_region = region;
+    setAddressRange(m_addrDevice, region);
+    setCountRange(m_count, region, m_addrDevice->value());
+    m_count->setDefaultValue(region.size);
+}
+
+void TFormDevRWVFile::showFileRange()
+{
+    const bool isRaw = m_format->currentText().contains(QLatin1String("bin"), Qt::CaseInsensitive);
+    m_addrFile->setRange(0, isRaw ? std::numeric_limits<qint64>::max() : greatestHexAddress);
+    // A file with addresses of its own has no use for an offset: it is kept, and cannot be edited.
+    m_addrFile->setEnabled(isRaw);
+}
+
+void TFormDevRWVFile::changedAddr()
+{
+    setCountRange(m_count, m_region, m_addrDevice->value());
+    m_count->clamp();
+    slotChanged();
+}
+
+void TFormDevRWVFile::changedFormat()
+{
+    showFileRange();
+    slotChanged();
+}
+
+void TFormDevRWVFile::slotChanged()
+{
+    setParam(key::file, m_file->value());
+    if (m_format->currentIndex() >= 0)
+        setParam(key::format, m_format->currentText());
+    setParam(key::addr_file, m_addrFile->value());
+    setParam(key::addr_device, m_addrDevice->value());
+    setParam(key::count, m_count->value());
+    report();
+}
+
+void TFormDevRWVFile::showParams()
+{
+    if (m_file->value() != textParam(key::file))
+        m_file->setValue(textParam(key::file));
+    const QSignalBlocker blocker(m_format);
+    m_format->setCurrentIndex(m_format->findText(textParam(key::format), Qt::MatchFixedString));
+    m_format->slotChanged();
+    showFileRange();
+    showIn(m_addrFile, param(key::addr_file).toLongLong());
+    showIn(m_addrDevice, param(key::addr_device).toLongLong());
+    setCountRange(m_count, m_region, m_addrDevice->value());
+    showIn(m_count, param(key::count).toLongLong());
+}

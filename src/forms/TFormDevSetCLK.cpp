@@ -1,0 +1,54 @@
+#include "forms/TFormDevSetCLK.h"
+
+#include "core/globals.h"
+#include "core/keys.h"
+#include "forms/TComboBox.h"
+#include "forms/TWgtEditDecDef.h"
+#include "misc/TNormCmdParam.h"
+
+#include <QFormLayout>
+#include <QSignalBlocker>
+
+namespace {
+enum Text { textList = 381, textEdit = 382 };
+}
+
+TFormDevSetCLK::TFormDevSetCLK(const TData& params, const QVector<int>& list, int min, int max)
+    : TFormCommand(params, {key::clk})
+    , m_box(new TComboBox(this))
+    , m_edit(new TWgtEditDecDef(intParam(key::clk), this))
+    , m_hasList(!list.isEmpty())
+{
+    for (const int clk : list)
+        m_box->addItem(textFreq(clk), clk);
+    m_box->setCurrentIndex(m_box->findData(intParam(key::clk)));
+    m_box->setToolTip(QStringLiteral("%1..%2").arg(textFreq(min), textFreq(max)));
+    m_edit->setRange(min, max);
+    m_edit->setRangeText(QStringLiteral("%1..%2 Hz").arg(QString::number(min), QString::number(max)));
+    m_edit->setDefaultValue(intParam(key::clk));
+    QFormLayout* rows = formRows(this);
+    if (m_hasList)
+        rows->addRow(langText(textList), m_box);
+    else
+        rows->addRow(langText(textEdit), m_edit);
+    m_box->setVisible(m_hasList);
+    m_edit->setVisible(!m_hasList);
+    connect(m_box, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &TFormDevSetCLK::slotChanged);
+    connect(m_edit, &TWgtEditDecDef::valueChanged, this, &TFormDevSetCLK::slotChanged);
+}
+
+void TFormDevSetCLK::slotChanged()
+{
+    if (m_hasList && m_box->currentIndex() < 0)
+        return;
+    setParam(key::clk, m_hasList ? m_box->currentData().toInt() : m_edit->value());
+    report();
+}
+
+void TFormDevSetCLK::showParams()
+{
+    const QSignalBlocker blocker(m_box);
+    m_box->setCurrentIndex(m_box->findData(intParam(key::clk)));
+    m_box->slotChanged();
+    showIn(m_edit, intParam(key::clk));
+}

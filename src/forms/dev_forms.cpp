@@ -1,0 +1,123 @@
+#include "forms/dev_forms.h"
+
+#include "core/TDataCmd.h"
+#include "core/TDataPrj.h"
+#include "core/globals.h"
+#include "core/keys.h"
+#include "devices/TDev24.h"
+#include "devices/TFamilyDevice.h"
+#include "forms/TDev24CDevParam.h"
+#include "forms/TFormDevCfg.h"
+#include "forms/TFormDevEraseBlocks.h"
+#include "forms/TFormDevLeave.h"
+#include "forms/TFormDevRWVChar.h"
+#include "forms/TFormDevRWVData.h"
+#include "forms/TFormDevRWVFile.h"
+#include "forms/TFormDevSetCLK.h"
+#include "link/TProg.h"
+
+namespace {
+
+constexpr quint8 erasedByte = 255;
+
+int idOf(const TData& data)
+{
+    return data.value(key::id_cmd, -1).toInt();
+}
+
+const TProg* progOf(const TData& data)
+{
+    const TDataCmd* command = project().cmdById(idOf(data));
+    return command ? command->prog() : nullptr;
+}
+
+QWidget* formChar(const TData& data, const TRegion& region)
+{
+    auto* form = new TFormDevRWVChar(data);
+    form->setRegion(region);
+    form->setDefaults(region, erasedByte);
+    return form;
+}
+
+QWidget* formData(const TData& data, const TRegion& region)
+{
+    auto* form = new TFormDevRWVData(data);
+    form->setRegion(region);
+    form->setDefault(region.begin);
+    return form;
+}
+
+QWidget* formFile(const TData& data, const TRegion& region)
+{
+    auto* form = new TFormDevRWVFile(data);
+    form->setBaseFolder(project().workPath());
+    form->setRegion(region);
+    return form;
+}
+
+QWidget* formLeave(const IDevice& device, const TData& data, bool withReset)
+{
+    const TProg* prog = progOf(data);
+    if (!prog)
+        return nullptr;
+    TFormDevLeave::Pulse pulse;
+    prog->resetLimits(pulse.min, pulse.max);
+    pulse.usual = prog->resetDefault();
+    pulse.isPositive = device.deviceValue(key::reset_pol).toBool();
+    return new TFormDevLeave(data, leaveState(idOf(data)), prog->pinList(device.section(), true),
+                             prog->pinTexts(), withReset ? &pulse : nullptr);
+}
+
+} // namespace
+
+TFormDevSetCLK* formClk(const TData& data, const IDevice& device)
+{
+    const TProg* prog = progOf(data);
+    if (!prog)
+        return nullptr;
+    bool isList = false;
+    int min = 0;
+    int max = 0;
+    QVector<int> values;
+    prog->clockParams(device.section(), isList, min, max, values);
+    return new TFormDevSetCLK(data, isList ? values : QVector<int>(), min, max);
+}
+
+TFormDevCfg* formItems(const TData& data, const TFormSpec& spec)
+{
+    return new TFormDevCfg(idOf(data), spec.value, spec.defaultValue, spec.items, spec.showEdit);
+}
+
+QWidget* createFamilyForm(const IDevice& device, const TData& data)
+{
+    const auto* family = qobject_cast<const TFamilyDevice*>(&device);
+    if (!family)
+        return nullptr;
+    const TFormSpec spec = family->formSpec(data);
+    switch (spec.kind) {
+    case TFormSpec::Kind::None:
+        break;
+    case TFormSpec::Kind::Clock:
+        return formClk(data, device);
+    case TFormSpec::Kind::Blocks:
+        return new TFormDevEraseBlocks(data, spec.blockSizes, spec.region.size);
+    case TFormSpec::Kind::Char:
+        return formChar(data, spec.region);
+    case TFormSpec::Kind::Data:
+        return formData(data, spec.region);
+    case TFormSpec::Kind::File:
+        return formFile(data, spec.region);
+    case TFormSpec::Kind::Leave:
+        return formLeave(device, data, spec.withReset);
+    case TFormSpec::Kind::Items:
+        return formItems(data, spec);
+    }
+    return nullptr;
+}
+
+QWidget* createFamilyDeviceForm(const IDevice& device, const TData& data)
+{
+    if (const auto* i2c = qobject_cast<const TDev24*>(&device))
+        return new TDev24CDevParam(*i2c, data);
+    return qobject_cast<const TFamilyDevice*>(&device) ? formClk(data, device) : nullptr;
+}

@@ -1,0 +1,516 @@
+#include "core/TAppData.h"
+#include "core/TDataCmd.h"
+#include "core/TDataPrj.h"
+#include "core/globals.h"
+#include "core/keys.h"
+#include "devices/TDeviceList.h"
+#include "forms/TDev24CDevParam.h"
+#include "forms/TFormDevCfg.h"
+#include "forms/TFormDevEraseBlocks.h"
+#include "forms/TFormDevLeave.h"
+#include "forms/TFormDevRWVChar.h"
+#include "forms/TFormDevRWVData.h"
+#include "forms/TFormDevRWVFile.h"
+#include "forms/TFormDevSetCLK.h"
+#include "forms/TFormFactory.h"
+#include "forms/form_items.h"
+#include "support/BenchProject.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRandomGenerator>
+#include <QSignalSpy>
+#include <QtTest>
+
+#include <memory>
+
+/// The forms of the chips' commands, drawn and fixed, on the shipped descriptions.
+class TestDeviceForms : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void badLines_data();
+    void badLines();
+    void shippedForms();
+    void controls_data();
+    void controls();
+    void wholeValue();
+    void chipCommands_data();
+    void chipCommands();
+    void runResult();
+    void blocks();
+    void ranges();
+    void leave();
+    void randomForms();
+
+private:
+    TFormFactory m_factory;
+};
+
+namespace {
+
+using Changes = QSignalSpy;
+
+template <typename T> QList<T*> allOf(QWidget& form)
+{
+    return form.findChildren<T*>();
+}
+
+QLineEdit* line(QWidget& form, int i)
+{
+    return allOf<QLineEdit>(form).at(i);
+}
+
+void type(QLineEdit* edit, const QString& text)
+{
+    edit->setFocus();
+    edit->selectAll();
+    QTest::keyClicks(edit, text);
+    QTest::keyClick(edit, Qt::Key_Return);
+}
+
+TData last(const Changes& changes)
+{
+    return changes.isEmpty() ? TData() : changes.last().first().value<TData>();
+}
+
+/// The chip of the shipped list with its programmer and chip commands in a project.
+struct ChipBench
+{
+    explicit ChipBench(const QString& chip)
+        : name(chip)
+    {
+        bench.setProg("[SPI_FLASH]\nCLK_LIST=true\nCLK_MIN=1000\nCLK_MAX=9000000\nCLKLV_1000000=1\n"
+                      "CLKLV_8000000=2\n[AVR_SPI]\nCLK_MIN=1000\nCLK_MAX=9000000\nCLK_DEF=5000\n"
+                      "[I2C_EEPROM]\nCLK_MIN=1000\nCLK_MAX=400000\n");
+        project().setCatalogue(&deviceList());
+        appData().PathDevices = QStringLiteral(VM_DATA_DIR "/devices");
+        bench.addProg();
+        bench.add(cmd::set_device,
+                  {{key::device, chip}, {key::file, deviceList().deviceFiles().value(chip)}});
+    }
+
+    /// A command with its defaults and then these parameters.
+    int add(const QString& word, const TData& params = {})
+    {
+        const int id = bench.add(word);
+        TData data = project().cmdById(id)->toData();
+        project().cmdById(id)->device()->setDefaultParams(data);
+        for (auto it = params.begin(); it != params.end(); ++it)
+            data.insert(it.key(), it.value());
+        project().setCmdParam(id, data);
+        return id;
+    }
+
+    std::unique_ptr<QWidget> form(int id)
+    {
+        std::unique_ptr<QWidget> made(project().cmdById(id)->device()->createForm(bench.data(id)));
+        if (made) {
+            made->show();
+            (void)QTest::qWaitForWindowActive(made.get()); // only then can a line have the focus
+        }
+        return made;
+    }
+
+    BenchProject bench;
+    QString name;
+};
+
+/// What a form tells, stored as the window stores it.
+void storeChanges(QWidget* form, int id)
+{
+    auto* command = qobject_cast<TFormCommand*>(form);
+    QObject::connect(command, &TFormCommand::signalChangedCmdParam, [id](const TData& data) {
+        project().setCmdParam(id, project().cmdById(id)->device()->normalizeParams(data));
+    });
+}
+
+} // namespace
+
+void TestDeviceForms::initTestCase()
+{
+    registerMetaTypes();
+    setFormFactory(&m_factory);
+}
+
+void TestDeviceForms::badLines_data()
+{
+    QTest::addColumn<QStringList>("lines");
+    QTest::addColumn<int>("badLine"); // -1: good, or an empty list
+
+    const auto row = [](const char* lines, int bad) {
+        QTest::newRow(lines) << QString(lines).split(';') << bad;
+    };
+    row("frm+; ckl | 01 | - | e | - | a | tip ;frm-", -1);
+    row("frm+;ckl|01|-|e|-|a;hor+;pnl+;grp+|g;lb|t;btn|01|21|t|tip;grp-;frm-;pnl-;hor-",
+        -1); // any closes any
+    row("tabs+;tab+|a;lb|t;tab-;tabs-", -1);
+    row("frm+;cbh+|01|t;cbit|01|t;ckl|01|-|e|-|a", -1);
+    row("frm-", 0);
+    row("frm+;Frm+", 1);
+    row("frm+;what", 1);
+    row("frm+;", 1);
+    row("frm+;ckl|01|-|e|-", 1);
+    row("frm+;edr|01|ro|-1", 1);
+    row("frm+;btn|01|21|t", 1);
+    row("frm+;btn|01|21|t|tip|more", 1);
+    row("frm+;cbit|01|t", 1);
+    row("frm+;cbl+|01|t;cbl-;cbit|01|t", 3);
+    row("frm+;tab+|t", 1);
+    row("tabs-", 0);
+    row("frm+;frm-;lb|t", 2);
+    row("cbr+|01|t", 0);
+}
+
+void TestDeviceForms::badLines()
+{
+    QFETCH(QStringList, lines);
+    QFETCH(int, badLine);
+    const TFormItems form = parseFormItems(lines);
+    QCOMPARE(form.badLine, badLine);
+    QCOMPARE(form.isGood, badLine < 0);
+    QCOMPARE(form.items.size(), badLine < 0 ? lines.size() : badLine);
+
+    const QString log = QCoreApplication::applicationDirPath() + "/test_device_forms.log";
+    QFile::remove(log);
+    TFormDevCfg widget(1, "FF", "FF", lines, true);
+    QFile file(log);
+    QCOMPARE(file.open(QFile::ReadOnly), badLine >= 0);
+    if (badLine >= 0)
+        QVERIFY(file.readAll().endsWith(" error DevCfg: " + lines.at(badLine).toUtf8() + "\n"));
+    QVERIFY(!parseFormItems({}).isGood);
+}
+
+void TestDeviceForms::shippedForms()
+{
+    int forms = 0;
+    appData().PathDevices = QStringLiteral(VM_DATA_DIR "/devices");
+    const QHash<QString, QString> chips = deviceList().deviceFiles();
+    for (auto it = chips.begin(); it != chips.end(); ++it) {
+        TData chip;
+        QVERIFY(deviceList().factory(it.key(), it.value(), chip));
+        for (const QLatin1String key : {key::fuse_cfg, key::lock_cfg, key::status_reg_cfg, key::osccal_cfg}) {
+            if (!chip.contains(key))
+                continue;
+            const TFormItems form = parseFormItems(chip.value(key).toStringList());
+            QVERIFY2(form.isGood, qPrintable(it.key() + ": " + form.badText));
+            ++forms;
+        }
+    }
+    QVERIFY(forms > 50);
+}
+
+void TestDeviceForms::controls_data()
+{
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<int>("box");
+    QTest::addColumn<QString>("checked"); // of the boxes before
+    QTest::addColumn<int>("choice");      // before
+    QTest::addColumn<QString>("stored");
+
+    // Boxes: bit 0, inverse bit 7, bits 1 and 2, inverse bits 1 and 2 again. A list over bits 0 and 1.
+    QTest::newRow("set a bit") << "8000" << 0 << "0001" << 0 << "8100";
+    QTest::newRow("clear an inverse bit") << "8000" << 1 << "0001" << 0 << "0000";
+    QTest::newRow("set an inverse bit") << "0100" << 1 << "1101" << 1 << "8100";
+    QTest::newRow("any bit reads, all are cleared") << "8200" << 2 << "0011" << 3 << "8000";
+    QTest::newRow("all are set") << "8000" << 2 << "0001" << 0 << "8600";
+    QTest::newRow("several on one bit") << "8600" << 3 << "0010" << 3 << "8000";
+    QTest::newRow("short value grows") << "81" << 0 << "1001" << 1 << "8000";
+    QTest::newRow("long value is cut") << "81AA55" << 0 << "1001" << 1 << "80AA";
+    QTest::newRow("no such choice") << "8300" << 0 << "1011" << -1 << "8200";
+    QTest::newRow("preset") << "8300" << 4 << "1011" << -1 << "1234";
+    QTest::newRow("choose") << "8300" << 5 << "1011" << -1 << "8100";
+}
+
+void TestDeviceForms::controls()
+{
+    QFETCH(QString, value);
+    QFETCH(int, box);
+    static const QStringList items{"frm+",
+                                   "ckl|01|-|e|-|A|t",
+                                   "ckl|80|i|e|a|B|t",
+                                   "ckr|06|-|e|-|C|t",
+                                   "ckl|06|i|e|-|D|t",
+                                   "cbl+|03|L",
+                                   "cbit|00|none",
+                                   "cbit|01|one",
+                                   "cbit|02|first of two",
+                                   "cbit|02|two",
+                                   "cbl-",
+                                   "edr|00FF|ro|40|E",
+                                   "btn|1234|21|P|t",
+                                   "frm-"};
+    TFormDevCfg form(7, value, "FFFF", items, true);
+    form.show();
+    Changes changes(&form, &TFormDevCfg::signalChangedCmdParam);
+    const QList<QCheckBox*> boxes = allOf<QCheckBox>(form);
+    auto* list = form.findChild<QComboBox*>();
+    QString checked;
+    for (const QCheckBox* one : boxes)
+        checked += one->isChecked() ? '1' : '0';
+    QTEST(checked, "checked");
+    QTEST(list->currentIndex(), "choice");
+    if (box < 4) {
+        QTest::keyClick(boxes.at(box), Qt::Key_Space);
+    } else if (box == 4) {
+        for (QPushButton* button : allOf<QPushButton>(form)) {
+            if (button->text() == "P")
+                QTest::mouseClick(button, Qt::LeftButton);
+        }
+    } else {
+        QTest::keyClicks(list, "o");
+    }
+    QFETCH(QString, stored);
+    QCOMPARE(last(changes), (TData{{key::id_cmd, 7}, {key::data, stored}}));
+    QCOMPARE(changes.size(), 1);
+    QCOMPARE(line(form, 0)->text(), stored);
+    QCOMPARE(line(form, 1)->text(), stored.right(2));
+}
+
+void TestDeviceForms::wholeValue()
+{
+    TFormDevCfg form(7, "62D9FF", "62D9FE", {"frm+", "ckl|000001|i|e|-|A|t", "frm-"}, true);
+    form.show();
+    QVERIFY(QTest::qWaitForWindowActive(&form));
+    Changes changes(&form, &TFormDevCfg::signalChangedCmdParam);
+    auto* box = form.findChild<QCheckBox*>();
+    type(line(form, 0), "62 d9 fe");
+    QCOMPARE(last(changes).value(key::data).toString(), QString("62D9FE"));
+    QVERIFY(box->isChecked());
+    QTest::keyClick(line(form, 0), Qt::Key_Asterisk); // the default already
+    QTest::mouseClick(form.findChild<QPushButton*>(), Qt::LeftButton);
+    QCOMPARE(changes.size(), 1);
+    type(line(form, 0), "62"); // no such register, shown as a fault, but the user's own
+    QCOMPARE(last(changes).value(key::data).toString(), QString("62"));
+    QTest::mouseClick(form.findChild<QPushButton*>(), Qt::LeftButton);
+    QCOMPARE(last(changes).value(key::data).toString(), QString("62D9FE"));
+
+    // A result arrives while the user types: the controls follow, the typing stays.
+    line(form, 0)->setFocus();
+    line(form, 0)->selectAll();
+    QTest::keyClicks(line(form, 0), "12");
+    QVERIFY(form.updateParams({{key::id_cmd, 7}, {key::data, "000000FF"}}));
+    QVERIFY(!form.updateParams({{key::id_cmd, 8}, {key::data, "FFFFFF"}}));
+    QCOMPARE(form.text(), QString("000000"));
+    QCOMPARE(line(form, 0)->text(), QString("12"));
+    QCOMPARE(changes.size(), 3);
+}
+
+void TestDeviceForms::chipCommands_data()
+{
+    QTest::addColumn<QString>("chip");
+    QTest::addColumn<QString>("word");
+    QTest::addColumn<TData>("params");
+    QTest::addColumn<int>("box"); // check box to click
+    QTest::addColumn<TData>("stored");
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("AVR fuses") << "ATmega328P"
+                               << "fuse_write" << TData{{"data", "62D9FF"}} << 2 << TData{{"data", "62D8FF"}}
+                               << "62D8FF";
+    QTest::newRow("security registers")
+        << "W25Q64JV"
+        << "security_reg_erase" << TData{{"data", "5"}} << 1 << TData{{"data", 7}} << "Registers: 111";
+    QTest::newRow("address pins") << "24C02"
+                                  << "set_addr" << TData{{"addr", 1}} << 0 << TData{{"addr", 5}}
+                                  << "Address: 101";
+}
+
+void TestDeviceForms::chipCommands()
+{
+    QFETCH(QString, chip);
+    QFETCH(QString, word);
+    QFETCH(TData, params);
+    QFETCH(TData, stored);
+    QFETCH(int, box);
+    ChipBench bench(chip);
+    const int id = bench.add(word, params);
+    project().clearChanged();
+    const auto form = bench.form(id);
+    QVERIFY(form);
+    QVERIFY(!project().isChanged());
+    storeChanges(form.get(), id);
+    QTest::mouseClick(allOf<QCheckBox>(*form).at(box), Qt::LeftButton, Qt::NoModifier, QPoint(6, 10));
+    const TData now = bench.bench.data(id);
+    for (auto it = stored.begin(); it != stored.end(); ++it)
+        QCOMPARE(now.value(it.key()).toString(), it.value().toString());
+    QTEST(project().cmdById(id)->device()->paramsText(now, form.get()), "text");
+    QVERIFY(m_factory.updateForm(form.get(), now));
+    QTEST(project().cmdById(id)->device()->paramsText(now, form.get()), "text");
+}
+
+void TestDeviceForms::runResult()
+{
+    ChipBench bench("W25Q64JV");
+    const int id = bench.add(cmd::data_read, {{key::data, "0000"}, {key::addr_device, 16}});
+    const auto form = bench.form(id);
+    storeChanges(form.get(), id);
+    IDevice* device = project().cmdById(id)->device();
+    project().setCmdParam(id, {{key::id_cmd, id}, {key::data, "BEEF"}});
+    QVERIFY(m_factory.updateForm(form.get(), bench.bench.data(id)));
+    QCOMPARE(form->findChild<QPlainTextEdit*>()->toPlainText(), QString("0x10: BE EF"));
+    QCOMPARE(device->paramsText(bench.bench.data(id), form.get()), QString("0x10..0x11 :BEEF"));
+    type(line(*form, 1), "32"); // the address: the result must not be undone
+    QCOMPARE(bench.bench.data(id).value(key::data).toString(), QString("BEEF"));
+    QCOMPARE(bench.bench.data(id).value(key::addr_device).toLongLong(), 32);
+
+    // What is being typed survives a result, and is stored when it is done. An odd digit is stored too.
+    line(*form, 2)->setFocus();
+    line(*form, 2)->selectAll();
+    QTest::keyClicks(line(*form, 2), "12 3");
+    project().setCmdParam(id, {{key::id_cmd, id}, {key::data, "ABCD"}});
+    QVERIFY(m_factory.updateForm(form.get(), bench.bench.data(id)));
+    QCOMPARE(line(*form, 2)->text(), QString("12 3"));
+    QVERIFY(form->findChild<QPlainTextEdit*>()->toPlainText().endsWith("AB CD"));
+    QTest::keyClick(line(*form, 2), Qt::Key_Return);
+    QCOMPARE(bench.bench.data(id).value(key::data).toString(), QString("123"));
+}
+
+void TestDeviceForms::blocks()
+{
+    const auto data = [](int size, int begin, int count) {
+        return TData{{key::id_cmd, 3}, {key::size, size}, {key::begin, begin}, {key::count, count}};
+    };
+    TFormDevEraseBlocks form(data(4096, 200, 300), {4096, 65536}, 1 << 20);
+    form.show();
+    Changes changes(&form, &TFormDevEraseBlocks::signalChangedCmdParam);
+    QCOMPARE(line(form, 1)->text(), QString("300")); // too many, but stored so
+    QTest::keyClick(form.findChild<QComboBox*>(), Qt::Key_Down);
+    QCOMPARE(last(changes), data(65536, 15, 1));
+    type(line(form, 0), "4");
+    QTest::keyClick(line(form, 1), Qt::Key_Asterisk);
+    QCOMPARE(last(changes), data(65536, 4, 12));
+    QCOMPARE(changes.size(), 3);
+
+    for (const int size : {123, 65536}) { // one that is not on offer, one that the chip is too small for
+        TFormDevEraseBlocks none(data(size, 0, 1), {4096, 65536}, 2000);
+        none.show();
+        Changes silent(&none, &TFormDevEraseBlocks::signalChangedCmdParam);
+        QCOMPARE(none.findChild<QComboBox*>()->currentIndex(), size == 123 ? -1 : 1);
+        QCOMPARE(line(none, 0)->toolTip() + line(none, 1)->toolTip(), QString("0..00..0"));
+        QCOMPARE(silent.size(), 0);
+    }
+}
+
+void TestDeviceForms::ranges()
+{
+    // An address that is moved takes the count along; what does not fit and is not touched stays.
+    TFormDevRWVChar form(
+        {{key::id_cmd, 3}, {key::addr_device, "0"}, {key::count, "999"}, {key::fill_char, "255"}});
+    form.setRegion({0, 256});
+    form.setDefaults({0, 256}, 255);
+    form.show();
+    Changes changes(&form, &TFormDevRWVChar::signalChangedCmdParam);
+    type(line(form, 4), "0x100");
+    QCOMPARE(changes.size(), 0); // clamped to what it was
+    type(line(form, 4), "0xA5");
+    QCOMPARE(last(changes).value(key::count).toLongLong(), 999);
+    type(line(form, 0), "0xF0");
+    QCOMPARE(last(changes).value(key::count).toLongLong(), 16);
+    QCOMPARE(last(changes).size(), 4);
+
+    TFormDevRWVFile file({{key::id_cmd, 3},
+                          {key::file, "a"},
+                          {key::format, "hex"},
+                          {key::addr_file, "77"},
+                          {key::addr_device, "0"},
+                          {key::count, "256"}});
+    file.setRegion({0, 256});
+    file.show();
+    Changes fileChanges(&file, &TFormDevRWVFile::signalChangedCmdParam);
+    QVERIFY(!line(file, 1)->isEnabled());
+    QTest::keyClicks(line(file, 0), "b");
+    QCOMPARE(last(fileChanges).value(key::addr_file).toInt(), 77);
+    QTest::keyClicks(file.findChild<QComboBox*>(), "B");
+    QVERIFY(line(file, 1)->isEnabled());
+    type(line(file, 3), "0x10");
+    QCOMPARE(last(fileChanges), (TData{{key::id_cmd, 3},
+                                       {key::file, "ab"},
+                                       {key::format, "BIN"},
+                                       {key::addr_file, 77},
+                                       {key::addr_device, 16},
+                                       {key::count, 240}}));
+}
+
+void TestDeviceForms::leave()
+{
+    ChipBench bench("ATmega328P");
+    const int id = bench.add(cmd::leave, {{key::state, "L?"}, {key::duration, 100}});
+    const auto form = bench.form(id);
+    QVERIFY(form);
+    Changes changes(form.get(), SIGNAL(signalChangedCmdParam(TData)));
+    const QList<QComboBox*> boxes = allOf<QComboBox>(*form);
+    QCOMPARE(boxes.at(1)->currentIndex(), -1); // no such state
+    QTest::keyClicks(boxes.at(1), "H");
+    QCOMPARE(last(changes).value(key::state).toString(), QString("LH-"));
+    QCOMPARE(last(changes).value(key::duration).toInt(), 100); // wrong sign, but not the user's doing
+    type(line(*form, 0), "-2000");
+    QCOMPARE(last(changes).value(key::duration).toInt(), -1000);
+    QTest::keyClick(line(*form, 0), Qt::Key_Asterisk);
+    QCOMPARE(last(changes).value(key::duration).toInt(), -400);
+    for (QPushButton* button : allOf<QPushButton>(*form)) {
+        if (button->toolTip().startsWith("I"))
+            QTest::mouseClick(button, Qt::LeftButton);
+    }
+    QCOMPARE(last(changes),
+             (TData{{key::id_cmd, id}, {key::state, "III"}, {key::reset, true}, {key::duration, -400}}));
+    QCOMPARE(changes.size(), 4);
+
+    // The clock of a programmer without a list is a number, with one a choice.
+    const int clk = bench.add(cmd::set_clk);
+    const auto number = bench.form(clk);
+    Changes clocks(number.get(), SIGNAL(signalChangedCmdParam(TData)));
+    type(line(*number, 0), "99999999999");
+    QCOMPARE(last(clocks), (TData{{key::id_cmd, clk}, {key::clk, 9000000}}));
+}
+
+void TestDeviceForms::randomForms()
+{
+    const int runs =
+        qEnvironmentVariableIntValue("VM_FUZZ") > 0 ? qEnvironmentVariableIntValue("VM_FUZZ") : 300;
+    static const QStringList tags{"frm+",  "frm-", "tabs+", "tabs-", "tab+", "tab-", "hor+", "pnl+",
+                                  "grp+",  "grp-", "lb",    "edl",   "edr",  "ckl",  "ckr",  "cbh+",
+                                  "cbtc+", "cbl+", "cbl-",  "cbit",  "btn",  "ckl",  "cbit", ""};
+    static const QStringList fields{"",           "-",  "e",  "i",  "a",           "01",          "FF",
+                                    "0F0F0F0F0F", "zz", "-1", "21", "99999999999", "text & more", "00"};
+    QRandomGenerator random(20220103);
+    const auto pick = [&random](const QStringList& from) { return from.at(random.bounded(from.size())); };
+    int good = 0;
+    for (int lines = 0; lines < runs;) {
+        QStringList items{random.bounded(8) == 0 ? pick(tags) : QString("frm+")};
+        for (int i = random.bounded(40); i > 0; --i) {
+            QStringList parts{pick(tags)};
+            for (int n = random.bounded(10) == 0 ? random.bounded(8) : (parts[0] == "btn" ? 4 : 6); n > 0;
+                 --n)
+                parts << pick(fields);
+            // Mostly whole forms: a line that would end the form is left away.
+            items << parts.join('|');
+            if (random.bounded(20) != 0 && !parseFormItems(items).isGood)
+                items.removeLast();
+        }
+        lines += items.size();
+        TFormDevCfg form(1, pick(fields) + pick(fields), pick(fields), items, random.bounded(2) == 0);
+        for (QCheckBox* box : allOf<QCheckBox>(form))
+            box->toggle();
+        for (QComboBox* box : allOf<QComboBox>(form))
+            box->setCurrentIndex(random.bounded(box->count() + 1) - 1);
+        form.slotEditChanged(pick(fields));
+        for (QPushButton* button : allOf<QPushButton>(form))
+            button->click();
+        Changes changes(&form, &TFormDevCfg::signalChangedCmdParam);
+        const QString value = form.text();
+        QVERIFY(form.updateParams({{key::id_cmd, 1}, {key::data, value}}));
+        QCOMPARE(form.text(), value);
+        QCOMPARE(changes.size(), 0);
+        good += parseFormItems(items).isGood ? 1 : 0;
+    }
+    QVERIFY(good > 0);
+}
+
+QTEST_MAIN(TestDeviceForms)
+#include "test_device_forms.moc"
