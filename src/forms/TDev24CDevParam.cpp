@@ -4,6 +4,7 @@
 #include "devices/TDev24.h"
 #include "forms/TFormDevCfg.h"
 #include "forms/TFormDevSetCLK.h"
+#include "forms/TWgtEditBase.h"
 #include "forms/dev_forms.h"
 
 #include <QVBoxLayout>
@@ -20,6 +21,11 @@ TDev24CDevParam::TDev24CDevParam(const TDev24& device, const TData& params)
     TFormDevCfg* pins = formItems(params, device.pinsSpec(params));
     layout->addWidget(pins, 1);
     connect(pins, &TFormDevCfg::signalChangedCmdParam, this, &TDev24CDevParam::slotChangedAddr);
+}
+
+TDev24CDevParam::~TDev24CDevParam()
+{
+    TWgtEditBase::silence(*this);
 }
 
 void TDev24CDevParam::slotChangedAddr(TData params)

@@ -13,6 +13,7 @@ class TDev24CDevParam : public QWidget
 
 public:
     TDev24CDevParam(const TDev24& device, const TData& params);
+    ~TDev24CDevParam() override;
 
 signals:
     void signalChangedCmdParam(TData params);

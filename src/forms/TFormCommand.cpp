@@ -16,6 +16,11 @@ TFormCommand::TFormCommand(const TData& params, const QStringList& keys)
         m_params[word] = params.value(word);
 }
 
+TFormCommand::~TFormCommand()
+{
+    TWgtEditBase::silence(*this);
+}
+
 bool TFormCommand::updateParams(const TData& params)
 {
     if (params.value(key::id_cmd, -1).toInt() != m_idCmd)

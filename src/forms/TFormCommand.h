@@ -16,6 +16,8 @@ class TFormCommand : public QFrame
     Q_OBJECT
 
 public:
+    ~TFormCommand() override;
+
     int idCmd() const { return m_idCmd; }
     /// Shows parameters that were stored by somebody else; reports nothing. What the user is typing
     /// stays. False, and nothing done, for the data of another command.

@@ -96,7 +96,7 @@ TFormDevCfg::TFormDevCfg(int id_cmd, const QString& value, const QString& data_d
 
 TFormDevCfg::~TFormDevCfg()
 {
-    blockSignals(true);
+    TWgtEditBase::silence(*this);
     while (!m_owned.isEmpty())
         delete m_owned.takeLast();
 }

@@ -33,6 +33,12 @@ TWgtEditBase::~TWgtEditBase()
     m_edit->blockSignals(true);
 }
 
+void TWgtEditBase::silence(QWidget& form)
+{
+    for (TWgtEditBase* edit : form.findChildren<TWgtEditBase*>())
+        edit->blockSignals(true);
+}
+
 bool TWgtEditBase::isEditing() const
 {
     return m_edit->hasFocus() && m_edit->text() != m_shown;

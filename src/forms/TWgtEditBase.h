@@ -14,6 +14,10 @@ class TWgtEditBase : public QWidget
 public:
     ~TWgtEditBase() override;
 
+    /// Keeps the edits of a form that is going away from telling what stands in them: a line that loses the
+    /// focus takes its text over. Call it in the destructor of what listens to them.
+    static void silence(QWidget& form);
+
     QLineEdit* lineEdit() const { return m_edit; }
     /// The user is typing and has not left the line yet.
     bool isEditing() const;
