@@ -1,0 +1,150 @@
+#include "core/IFormFactory.h"
+#include "core/TAppData.h"
+#include "core/TDataPrj.h"
+#include "core/globals.h"
+#include "core/helpers.h"
+#include "core/startup.h"
+#include "forms/TFormFactory.h"
+#include "ui/TMainWindow.h"
+#include "ui/TTreeWidget.h"
+#include "ui/TWgtCmdList.h"
+#include "ui/TWgtPrj.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QTableWidget>
+#include <QTemporaryDir>
+
+#include <cstdio>
+#include <ctime>
+#include <memory>
+
+namespace {
+
+constexpr int configs = 20;
+constexpr int commandsPerConfig = 500;
+constexpr int nodes = 2000;
+
+void settle()
+{
+    for (int i = 0; i < 3; ++i)
+        QCoreApplication::processEvents();
+}
+
+/// CPU time of the whole process, in ms.
+double cpu()
+{
+    timespec now{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+    return now.tv_sec * 1e3 + now.tv_nsec / 1e6;
+}
+
+template <typename Work> void measure(const char* name, int rounds, const Work& work)
+{
+    const double begin = cpu();
+    for (int i = 0; i < rounds; ++i) {
+        work(i);
+        settle();
+    }
+    printf("%-40s %9.1f ms\n", name, (cpu() - begin) / rounds);
+}
+
+void write(const QString& file, const QByteArray& bytes)
+{
+    QString error;
+    if (!writeFileSafely(file, bytes, error))
+        qFatal("%s", qPrintable(error));
+}
+
+QByteArray projectBytes()
+{
+    QByteArray text = "{\"version\": 1, \"configurations\": [";
+    for (int cfg = 0; cfg < configs; ++cfg) {
+        text += (cfg ? ",\n{" : "{");
+        text += "\"name\": \"C" + QByteArray::number(cfg) + "\", \"description\": \"\", \"commands\": [\n";
+        text += "{\"status\": \"1\", \"cmd\": \"set_prog\", \"prog\": \"Simulator\"},\n"
+                "{\"status\": \"1\", \"cmd\": \"set_device\", \"clk\": \"4000000\", \"device\": \"W25Q64\", "
+                "\"file\": \"spi-flash/W25Q64FV.dev\"}";
+        for (int i = 2; i < commandsPerConfig; ++i) {
+            text +=
+                (i % 2)
+                    ? ",\n{\"status\": \"1\", \"cmd\": \"delay\", \"value\": \"5\"}"
+                    : ",\n{\"status\": \"1\", \"cmd\": \"erase_blocks\", \"begin\": \"0\", \"count\": \"1\", "
+                      "\"size\": \"4096\"}";
+        }
+        text += "]}";
+    }
+    return text + "]}\n";
+}
+
+QByteArray listBytes()
+{
+    QByteArray text = "{\"version\": 1, \"list\": [{\"parent\": 0, \"expand\": 1, \"name\": \"Large\", "
+                      "\"file\": \"large.prj\"}";
+    for (int i = 1; i < nodes; ++i) {
+        text += ",\n{\"parent\": " + QByteArray::number(i % 10 ? i - i % 10 + (i < 10 ? 1 : 0) : 0) +
+                ", \"expand\": 1, \"name\": \"Node " + QByteArray::number(i) + "\", \"file\": \"\"}";
+    }
+    return text + "]}\n";
+}
+
+void setUp(const QTemporaryDir& dir)
+{
+    registerMetaTypes();
+    TAppData& app = appData();
+    app.PathDevices = QStringLiteral(VM_DATA_DIR "/devices");
+    app.PathProgs = QStringLiteral(VM_DATA_DIR "/progs");
+    app.PathLanguage = QStringLiteral(VM_DATA_DIR "/language");
+    app.PathProjects = dir.path();
+    app.SaveSettingsApp = false;
+    app.SaveSettingsWindow = false;
+    app.ConfirmQuit = false;
+    app.PrjListFile = QStringLiteral("large.lst");
+    app.progTypes.append(QStringLiteral("Simulator"), QStringLiteral("simulator.cfg"));
+    app.progNames.append(QStringLiteral("Simulator"), true, QStringLiteral("/nowhere"),
+                         QStringLiteral("Simulator"));
+    loadLanguage();
+    write(dir.filePath(QStringLiteral("large.prj")), projectBytes());
+    write(dir.filePath(QStringLiteral("large.lst")), listBytes());
+}
+
+} // namespace
+
+/// What the window costs with 2000 nodes and 10,000 commands in 20 configurations: CPU time of one of each.
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    TFormFactory forms;
+    setFormFactory(&forms);
+    const QTemporaryDir dir;
+    setUp(dir);
+
+    std::unique_ptr<TMainWindow> window;
+    measure("open the list", 1, [&](int) {
+        window = std::make_unique<TMainWindow>();
+        window->show();
+    });
+    measure("open the project", 1, [&](int) { window->prjList()->selectByIndex(0); });
+    TWgtPrj& prj = *window->prj();
+    if (project().cmdCount() != configs * commandsPerConfig || prj.count() != configs)
+        qFatal("the project is not open");
+    prj.focusTable();
+    QTableWidget* table = prj.current()->cmdList()->table();
+    measure("select a row", 100, [&](int i) { prj.setCurrentRow(10 + i); });
+    measure("select a tab", configs, [&](int i) { prj.setCurrentIndex((i + 1) % configs); });
+    measure("check a box", 100, [&](int i) {
+        QTableWidgetItem* box = table->item(100 + i, 0);
+        box->setCheckState(box->checkState() == Qt::Checked ? Qt::Unchecked : Qt::Checked);
+    });
+    prj.setCurrentRow(200);
+    QApplication::setActiveWindow(window.get());
+    prj.focusTable();
+    settle();
+    const int row = prj.currentRow();
+    measure("move a row", 20, [&](int) { window->action(maCmdMoveDown)->trigger(); });
+    if (prj.currentRow() != row + 20)
+        qFatal("the row has not moved");
+    project().clearChanged();
+    return 0;
+}
