@@ -120,7 +120,7 @@ void TMainWindow::goOnAfterRuns()
 
 void TMainWindow::slotSelectPrj(const QString& project_file)
 {
-    if (isWaitingForRuns() || project_file != m_prjList->nodePath())
+    if (m_mayClose || isWaitingForRuns() || project_file != m_prjList->nodePath())
         return;
     if (isBusy()) {
         QTimer::singleShot(retryAfter, this, [this] { slotSelectPrj(m_prjList->nodePath()); });
