@@ -130,7 +130,7 @@ void TMainWindow::applySettings()
     project().bindAll();
     project().validateAll();
     m_prj->refreshAll();
-    m_prj->refreshForms();
+    refreshForms();
     m_prj->setOrientation(appData().CfgOrientation != 0);
     action(maPrjListDragDrop)->setChecked(appData().PrjListDragDrop);
     m_prjList->dragMode(appData().PrjListDragDrop);

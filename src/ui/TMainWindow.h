@@ -9,6 +9,7 @@
 
 #include <QMainWindow>
 #include <QPointer>
+#include <QSet>
 
 #include <array>
 #include <functional>
@@ -197,6 +198,7 @@ private:
     void removeNode(const QTreeWidgetItem* node, const QString& name);
 
     // Configurations and commands.
+    void refreshForms();
     void showNewCfg(int id_cfg, int row);
     void removeCfg(int id_cfg);
     [[nodiscard]] bool isOneCfg() const;
@@ -245,6 +247,8 @@ private:
         int opening = -1;
     } m_cfgClip;
 
+    /// Configurations whose open form has to be made anew before it is shown.
+    QSet<int> m_staleForms;
     QPointer<TDialogCmdSelector> m_cmdSelector;
     TRunControl m_runs;
 

@@ -33,7 +33,7 @@ void TMainWindow::showNewCfg(int id_cfg, int row)
     m_prj->setCurrentRow(row);
     m_prj->hideUnchecked(appData().HideUncheckCmd);
     m_prj->focusTable();
-    m_prj->refreshForms();
+    refreshForms();
     applyInterface();
     updateState();
 }
@@ -70,7 +70,7 @@ void TMainWindow::slotCfgEdit()
         return;
     project().setCfgName(id_cfg, dialog.name());
     m_prj->setTabText(id_cfg, dialog.name());
-    m_prj->refreshForms();
+    refreshForms();
     m_prj->refreshAll();
 }
 
@@ -95,6 +95,6 @@ void TMainWindow::removeCfg(int id_cfg)
     m_prj->refreshAll();
     m_prj->focusTable();
     report(langText(125).arg(name), TWgtStatusBar::Green);
-    m_prj->refreshForms();
+    refreshForms();
     updateState();
 }

@@ -74,7 +74,7 @@ void TMainWindow::slotNewCmd(const QString& cmd_code, bool cmd_state)
     const int row = project().rowInCfg(id_cfg, id_cmd);
     tab->cmdList()->insertRow(row, id_cmd);
     m_prj->refreshCfg(id_cfg);
-    m_prj->refreshForms();
+    refreshForms();
     m_prj->setCurrentRow(row);
     updateState();
 }
@@ -174,7 +174,7 @@ void TMainWindow::rebuildTab(int row)
     tab->fill();
     m_prj->setCurrentRow(qMin(row, tab->cmdList()->rowCount() - 1));
     m_prj->refreshAll();
-    m_prj->refreshForms();
+    refreshForms();
     showAfterDelete();
 }
 
@@ -197,7 +197,7 @@ void TMainWindow::slotCmdDeleteCur()
     project().bindAll();
     m_prj->current()->cmdList()->removeRow(row);
     m_prj->refreshAll();
-    m_prj->refreshForms();
+    refreshForms();
     showAfterDelete();
     report(langText(135).arg(title), TWgtStatusBar::Green);
 }
@@ -321,7 +321,7 @@ void TMainWindow::moveCmd(int delta)
     if (project().rowInCfg(tab->idCfg(), id_cmd) == row)
         return;
     tab->cmdList()->moveRow(row, delta);
-    m_prj->refreshForms();
+    refreshForms();
     m_prj->refreshCfg(tab->idCfg());
     updateState();
 }

@@ -225,6 +225,7 @@ bool TMainWindow::closePrj()
     disconnectPrj();
     m_prj->deleteAll();
     project().clear();
+    m_staleForms.clear();
     m_openNode = nullptr;
     m_openPath.clear();
     if (m_cmdSelector)
@@ -264,7 +265,19 @@ void TMainWindow::report(const QString& text, TWgtStatusBar::Code code)
 
 void TMainWindow::slotSelectCmd()
 {
+    if (m_staleForms.remove(m_prj->currentCfg()))
+        m_prj->current()->refreshForm();
     if (project().isOpen() && !isWaitingForRuns())
         m_status->showText(project().file(), TWgtStatusBar::Plain);
     updateState();
+}
+
+/// What stands around the commands has changed, and forms show some of it. Those of tabs behind follow
+/// when their tab is shown: making one costs more than all else of a small change.
+void TMainWindow::refreshForms()
+{
+    for (int i = 0; i < m_prj->count(); ++i)
+        m_staleForms.insert(m_prj->tabAt(i)->idCfg());
+    if (m_staleForms.remove(m_prj->currentCfg()))
+        m_prj->current()->refreshForm();
 }
