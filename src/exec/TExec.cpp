@@ -96,6 +96,9 @@ bool TExec::runCommand(Run& run, const TRunStep& step)
     if (!run.exec)
         return false;
     connectExec(run.exec.get(), word);
+    // The log handles the user's clicks while it shows the line, so this is where a stop often arrives.
+    if (m_stop)
+        run.exec->slotStop();
     run.leave = word == cmd::leave;
 
     QCoreApplication::processEvents();

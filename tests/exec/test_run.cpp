@@ -224,15 +224,17 @@ void TestRun::pauseResume()
 
 void TestRun::stopInPauseAndDelay_data()
 {
-    tableColumns<QString, QVariantList>("word", "params");
-    tableRow("pause", "pause", QVariantList());
-    tableRow("delay", "delay", QVariantList{key::value, 60000});
+    tableColumns<QString, QVariantList, bool>("word", "params", "atItsLine");
+    tableRow("pause", "pause", QVariantList(), false);
+    tableRow("delay", "delay", QVariantList{key::value, 60000}, false);
+    tableRow("pause, while its line is shown", "pause", QVariantList(), true);
 }
 
 void TestRun::stopInPauseAndDelay()
 {
     QFETCH(QString, word);
     QFETCH(QVariantList, params);
+    QFETCH(bool, atItsLine);
     AgreeingPeer peer;
     RunBench bench;
     bench.addProgrammer("P", peer.path());
@@ -242,7 +244,11 @@ void TestRun::stopInPauseAndDelay()
     bench.addCmd(cfg, cmd::set_vcc, {key::vcc, 3.3});
     bench.bind();
     bench.onEvent([&](const LogEvent& event) {
-        if (event.code == ceCmdBegin && event.text1 != QLatin1String("Set Prog"))
+        if (event.code != ceCmdBegin || event.text1 == QLatin1String("Set Prog"))
+            return;
+        if (atItsLine)
+            bench.control().stopAll();
+        else
             QTimer::singleShot(50, &bench.control(), &TRunControl::stopAll);
     });
     QVERIFY(bench.run({cfg}, 5000));
