@@ -49,6 +49,13 @@ TDeviceList& deviceList()
     return theDeviceList;
 }
 
+QString devicesFolder()
+{
+    QString folder;
+    theProject.locked([&folder] { folder = theAppData.PathDevices; });
+    return folder;
+}
+
 QString langText(int id)
 {
     return theLang.text(id);

@@ -26,5 +26,9 @@ TCmdCode& cmdCode();
 /// The device catalogue. Never changes.
 TDeviceList& deviceList();
 
+/// The folder of device descriptions. Any thread: the settings dialog changes it under the lock of the
+/// project.
+QString devicesFolder();
+
 /// Text id of the language table, "?????" past its end. Any thread.
 QString langText(int id);

@@ -1,6 +1,5 @@
 #include "link/line_rules.h"
 
-#include "core/TAppData.h"
 #include "core/globals.h"
 #include "core/helpers.h"
 
@@ -53,7 +52,7 @@ void readPairs(const QString& file, const std::function<bool(const QString& key,
 
 QString deviceFolderFile(const QString& name)
 {
-    const QString folder = QDir(appData().PathDevices).absolutePath();
+    const QString folder = QDir(devicesFolder()).absolutePath();
     const QString path = absFile(folder, name);
     if (!name.contains(QLatin1Char('\\')) || QFile::exists(path))
         return path;

@@ -1,6 +1,7 @@
 #include "ui/setup_editors.h"
 
 #include "core/TCmdCode.h"
+#include "core/TDataPrj.h"
 #include "core/globals.h"
 #include "core/helpers.h"
 #include "ui/TWgtColorEnableEdit.h"
@@ -25,8 +26,9 @@ std::function<void()> storeChange(Target TAppData::*field, const Read& read)
 {
     const auto shown = read();
     return [field, read, shown] {
+        // Workers read the folders under the same lock.
         if (read() != shown)
-            appData().*field = static_cast<Target>(read());
+            project().locked([&] { appData().*field = static_cast<Target>(read()); });
     };
 }
 
