@@ -63,7 +63,6 @@ int fail(const std::string& error)
 
 int work(const TOptions& options)
 {
-    const sigset_t waiting = catchSignals();
     TCatalogue catalogue(options.devices);
     TProgrammer programmer(options, catalogue);
     TPseudoTerminal terminal;
@@ -76,6 +75,8 @@ int work(const TOptions& options)
         return fail(error);
     if (!options.trace.empty() && !trace.open(options.trace))
         return fail("cannot write the trace " + options.trace);
+    // Only now: a file above may be a pipe that waits for its other end, which a signal must still end.
+    const sigset_t waiting = catchSignals();
     if (!terminal.open(error) || !terminal.makeLink(options.port, error))
         return fail(error);
     std::printf("ready %s\n", options.port.c_str());

@@ -1,6 +1,7 @@
 #include "core/json_file.h"
 
 #include "core/helpers.h"
+#include "core/platform.h"
 
 #include <QFile>
 #include <QJsonDocument>
@@ -75,6 +76,11 @@ QString jsonPair(const QString& key, const QString& value)
 
 bool readWholeFile(const QString& file, QByteArray& bytes, QString& error)
 {
+    // A named pipe waits for its other end without a limit; one that the shell has opened has that end.
+    if (platform::isPipe(file) && !file.startsWith(QLatin1String("/dev/"))) {
+        error = QStringLiteral("Is a pipe");
+        return false;
+    }
     QFile device(file);
     if (!device.open(QIODevice::ReadOnly)) {
         error = device.errorString();
