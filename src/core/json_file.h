@@ -14,7 +14,7 @@ QString jsonEscaped(const QString& s);
 /// "key": "value", both escaped.
 QString jsonPair(const QString& key, const QString& value);
 
-/// Reads a whole file. False with the reason in error; a file above 256 MiB is refused.
+/// Reads a whole file. False with the reason in error; a file above 256 MiB is refused, so is a named pipe.
 [[nodiscard]] bool readWholeFile(const QString& file, QByteArray& bytes, QString& error);
 /// Parses a text whose top value is an object. False with the parser's text in error. Refuses what
 /// would take far more memory than its own size: nesting above the parser's limit, millions of values.
