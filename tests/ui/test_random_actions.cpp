@@ -32,7 +32,7 @@ const QList<TMainAction> userActions{
 int sequences()
 {
     const int wanted = qEnvironmentVariableIntValue("VM_RANDOM_SEQUENCES");
-    return wanted > 0 ? wanted : 10;
+    return wanted > 0 ? wanted : 20;
 }
 
 /// One user with a mouse, a keyboard and no plan.
@@ -187,8 +187,13 @@ void TestRandomActions::sequence()
         QVERIFY2(project().isOpen() || bench.prj().count() == 0, told.constData());
     }
     bench.yes = true;
-    bench.window().runs()->stopAll();
-    QVERIFY(bench.waitIdle());
+    // More than once: a run may start another one behind the stop.
+    QVERIFY(QTest::qWaitFor(
+        [&] {
+            bench.window().runs()->stopAll();
+            return bench.window().runs()->isIdle();
+        },
+        20000));
     QTRY_VERIFY(!bench.window().isWaitingForRuns());
     bench.settle();
     if (project().isOpen() && bench.trigger(maPrjSave)) {
