@@ -281,7 +281,7 @@ void TWgtConfig::runEnded()
     m_log->lock(false);
 }
 
-void TWgtConfig::slotExecEventText(TCodeExec code, QString text1, QString text2)
+void TWgtConfig::slotExecEventText(TCodeExec code, const QString& text1, const QString& text2)
 {
     const QPointer<TWgtConfig> self(this);
     QCoreApplication::processEvents();
@@ -291,7 +291,7 @@ void TWgtConfig::slotExecEventText(TCodeExec code, QString text1, QString text2)
     QCoreApplication::processEvents();
 }
 
-void TWgtConfig::slotExecEventText(TCodeExec code, QString text1)
+void TWgtConfig::slotExecEventText(TCodeExec code, const QString& text1)
 {
     slotExecEventText(code, text1, QString());
 }
@@ -337,7 +337,7 @@ void TWgtConfig::slotEnabledCmd(int id_cmd, bool status)
     m_cmdList->refreshValidity();
 }
 
-void TWgtConfig::slotChangedCmdParam(TData param)
+void TWgtConfig::slotChangedCmdParam(const TData& param)
 {
     const int id_cmd = param.value(key::id_cmd, -1).toInt();
     const TDataCmd* command = project().cmdById(id_cmd);

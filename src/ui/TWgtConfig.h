@@ -61,14 +61,14 @@ signals:
     void signalContextMenuRequested(QPoint pos);
 
 public slots:
-    void slotExecEventText(TCodeExec code, QString text1, QString text2);
-    void slotExecEventText(TCodeExec code, QString text1);
+    void slotExecEventText(TCodeExec code, const QString& text1, const QString& text2);
+    void slotExecEventText(TCodeExec code, const QString& text1);
     void slotExecEventProc(int procent);
     void slotSplitterMoved();
     void slotSelectCmd(int id_cmd);
     void slotSelectCmdClick();
     void slotEnabledCmd(int id_cmd, bool status);
-    void slotChangedCmdParam(TData param);
+    void slotChangedCmdParam(const TData& param);
     void slotPrjDescChanged();
 
 private:

@@ -253,7 +253,7 @@ void TWgtPrj::reloadColors()
     forEachTab([](TWgtConfig& tab) { tab.reloadColors(); });
 }
 
-void TWgtPrj::slotUpdateGUI(TCodeView code, TData param)
+void TWgtPrj::slotUpdateGUI(TCodeView code, const TData& param)
 {
     if (code != cvCmdChanged)
         return;

@@ -64,7 +64,7 @@ signals:
     void signalContextMenuRequested(QPoint pos);
 
 public slots:
-    void slotUpdateGUI(TCodeView code, TData param);
+    void slotUpdateGUI(TCodeView code, const TData& param);
     void slotSetViewParamPrj();
     void slotSetViewParamCmd();
     void slotSetViewParamExec();

@@ -400,7 +400,7 @@ void TWgtPrjList::slotFilterClear()
     m_filter->clear();
 }
 
-void TWgtPrjList::slotFilterString(QString text)
+void TWgtPrjList::slotFilterString(const QString& text)
 {
     const bool wasFiltered = !m_filterText.isEmpty();
     m_filterText = text;

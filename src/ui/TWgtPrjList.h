@@ -81,7 +81,7 @@ signals:
 
 public slots:
     void slotFilterClear();
-    void slotFilterString(QString text);
+    void slotFilterString(const QString& text);
     void slotItemSelect(QTreeWidgetItem* item);
 
 protected:
