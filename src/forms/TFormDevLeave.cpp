@@ -9,6 +9,7 @@
 
 #include <QCheckBox>
 #include <QFormLayout>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QScrollArea>
@@ -17,6 +18,8 @@
 namespace {
 
 constexpr char letterProperty[] = "pinLetter";
+/// More would make the form wider than its page.
+constexpr int buttonsInRow = 5;
 
 QStringList keysOf(bool withReset)
 {
@@ -90,17 +93,18 @@ QWidget* TFormDevLeave::pinRows(const QStringList& pins)
 QWidget* TFormDevLeave::buttons()
 {
     auto* bar = new QWidget;
-    auto* row = new QHBoxLayout(bar);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(3);
+    auto* grid = new QGridLayout(bar);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setSpacing(3);
+    int place = 0;
     for (const QString& text : m_texts) {
         auto* button = new QPushButton(QStringLiteral("All '%1'").arg(literalLabel(text.left(1))));
         button->setProperty(letterProperty, text.left(1));
         button->setToolTip(text);
-        row->addWidget(button);
+        grid->addWidget(button, place / buttonsInRow, place % buttonsInRow);
+        ++place;
         connect(button, &QPushButton::clicked, this, &TFormDevLeave::slotSetStateAll);
     }
-    row->addStretch(1);
     return bar;
 }
 

@@ -20,7 +20,7 @@ namespace {
 
 enum Text { textAddr = 373, textBytes = 374, textResult = 375 };
 
-constexpr int bytesInLine = 16;
+constexpr int bytesInLine = 8;
 
 QString withoutBlanks(QString text)
 {
@@ -129,6 +129,8 @@ void TFormDevRWVData::showBytes()
 {
     const QSignalBlocker blocker(m_bytes);
     m_bytes->setValue(inPairs(withoutBlanks(text())));
+    if (!m_bytes->lineEdit()->hasFocus())
+        m_bytes->lineEdit()->setCursorPosition(0); // long data is read from its begin
     slotEditing();
 }
 
