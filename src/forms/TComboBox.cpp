@@ -2,6 +2,8 @@
 
 #include "forms/colors.h"
 
+#include <QAbstractItemView>
+#include <QScrollBar>
 #include <QWheelEvent>
 
 TComboBox::TComboBox(QWidget* parent)
@@ -12,10 +14,16 @@ TComboBox::TComboBox(QWidget* parent)
     slotChanged();
 }
 
-void TComboBox::allowNarrow()
+void TComboBox::allowNarrow(int letters)
 {
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    setMinimumContentsLength(12);
+    setMinimumContentsLength(letters);
+}
+
+void TComboBox::showPopup()
+{
+    view()->setMinimumWidth(view()->sizeHintForColumn(0) + view()->verticalScrollBar()->sizeHint().width());
+    QComboBox::showPopup();
 }
 
 void TComboBox::slotChanged()

@@ -11,8 +11,11 @@ class TComboBox : public QComboBox
 public:
     explicit TComboBox(QWidget* parent = nullptr);
 
-    /// The longest of the entries may be cut on screen, rather than making the form wider than its page.
-    void allowNarrow();
+    /// The longest of the entries may be cut on screen down to so many letters, rather than making the form
+    /// wider than its page.
+    void allowNarrow(int letters = 8);
+    /// The list is as wide as its entries need.
+    void showPopup() override;
 
 public slots:
     /// Colours the box by its current entry.

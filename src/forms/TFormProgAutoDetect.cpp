@@ -11,10 +11,12 @@
 #include "link/AutoList.h"
 
 #include <QAction>
+#include <QFormLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
 #include <QPointer>
+#include <QPushButton>
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QTableWidget>
@@ -53,13 +55,12 @@ TFormProgAutoDetect::TFormProgAutoDetect(const TData& params)
     : TFormCommand(params, {key::name, key::route, key::execute, key::stop})
     , m_chips(autoSignatures(textParam(key::name)))
 {
-    const TNameLine line = makeNameLine(langText(349), this);
+    QFormLayout* rows = formRows(nullptr);
+    const TNameLine line = addNameLine(rows, langText(348), langText(349));
     m_family = line.edit;
     m_select = line.button;
     m_execute = modeBox({QStringLiteral("Jamp"), QStringLiteral("Execute")});
     m_exist = modeBox({QStringLiteral("Skip"), QStringLiteral("Stop")});
-    QFormLayout* rows = formRows(nullptr);
-    rows->addRow(langText(348), line.layout);
     rows->addRow(langText(350), m_execute);
     rows->addRow(langText(351), m_exist);
     auto* layout = new QVBoxLayout(this);

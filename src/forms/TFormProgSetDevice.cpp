@@ -9,7 +9,9 @@
 #include "forms/TWgtDeviceView.h"
 #include "forms/name_line.h"
 
+#include <QFormLayout>
 #include <QPointer>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace {
@@ -20,13 +22,12 @@ TFormProgSetDevice::TFormProgSetDevice(const TData& params)
     : TFormCommand(params, {key::device, key::file})
     , m_view(new TWgtDeviceView(langText(366), langText(367), ruleLength, this))
 {
-    const TNameLine line = makeNameLine(langText(363), this);
-    m_name = line.edit;
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
     QFormLayout* rows = formRows(nullptr);
-    rows->addRow(langText(362), line.layout);
+    const TNameLine line = addNameLine(rows, langText(362), langText(363));
+    m_name = line.edit;
     layout->addLayout(rows);
     layout->addWidget(m_view, 1);
     TFormProgSetDevice::showParams();

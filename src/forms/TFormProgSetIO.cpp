@@ -13,6 +13,8 @@ namespace {
 /// A style may put an "&" into a button's text, so the letter is not taken from there.
 constexpr char letterProperty[] = "letter";
 constexpr int leastHeight = 110;
+constexpr int buttonMargin = 12;
+constexpr int stateLetters = 15; // of a text, to be seen
 } // namespace
 
 TFormProgSetIO::TFormProgSetIO(const TData& params, const QStringList& pins, const QString& letters,
@@ -40,10 +42,13 @@ QWidget* TFormProgSetIO::pinRows(const QStringList& pins, const QStringList& tex
     auto* rows = new QWidget;
     QFormLayout* layout = formRows(rows);
     layout->setSpacing(3);
+    // In a narrow page the pin stands above its state.
+    layout->setRowWrapPolicy(QFormLayout::WrapLongRows);
     for (const QString& pin : pins) {
         auto* box = new TComboBox(rows);
         box->setFont(font);
         box->addItems(texts);
+        box->allowNarrow(stateLetters);
         layout->addRow(pin, box);
         m_boxes.append(box);
     }
@@ -57,6 +62,7 @@ QVBoxLayout* TFormProgSetIO::letterButtons(const QFont& font)
     for (const QChar letter : qAsConst(m_letters)) {
         auto* button = new QPushButton(QStringLiteral("All '%1'").arg(letter), this);
         button->setFont(font);
+        button->setFixedWidth(button->fontMetrics().horizontalAdvance(button->text()) + buttonMargin);
         button->setProperty(letterProperty, letter);
         column->addWidget(button);
         connect(button, &QPushButton::clicked, this, &TFormProgSetIO::slotSetStateAll);

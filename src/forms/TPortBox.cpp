@@ -13,7 +13,7 @@ TPortBox::TPortBox(QWidget* parent)
     setInsertPolicy(QComboBox::NoInsert);
     setFocusPolicy(Qt::StrongFocus);
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    setMinimumContentsLength(10);
+    setMinimumContentsLength(8);
     setCompleter(nullptr); // would change the case of a name to that of another
     fill();
     connect(this, QOverload<int>::of(&QComboBox::activated), this, &TPortBox::take);

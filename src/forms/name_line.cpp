@@ -2,20 +2,20 @@
 
 #include "forms/colors.h"
 
-#include <QHBoxLayout>
+#include <QFormLayout>
+#include <QLineEdit>
+#include <QPushButton>
 
-TNameLine makeNameLine(const QString& buttonText, QWidget* parent)
+TNameLine addNameLine(QFormLayout* layout, const QString& label, const QString& buttonText)
 {
     TNameLine line;
-    line.edit = new QLineEdit(parent);
+    line.edit = new QLineEdit;
     line.edit->setReadOnly(true);
-    line.button = new QPushButton(buttonText, parent);
+    line.button = new QPushButton(buttonText);
     line.button->setAutoDefault(false);
-    auto* layout = new QHBoxLayout;
-    layout->setSpacing(3);
-    layout->addWidget(line.edit, 1);
-    layout->addWidget(line.button);
-    line.layout = layout;
+    // Side by side, or both behind the label, they would be wider than a narrow page.
+    layout->addRow(label, line.edit);
+    layout->addRow(line.button);
     return line;
 }
 

@@ -1,16 +1,18 @@
 #pragma once
 
-#include <QFormLayout>
-#include <QLineEdit>
-#include <QPushButton>
+class QFormLayout;
+class QLineEdit;
+class QPushButton;
+class QString;
 
-/// A name that is not typed but chosen: a line that only shows it, and a button that lets choose.
+/// A name that is not typed but chosen: a line that only shows it, and below it a
+/// button that lets choose.
 struct TNameLine
 {
-    QLayout* layout = nullptr;
     QLineEdit* edit = nullptr;
     QPushButton* button = nullptr;
 };
-TNameLine makeNameLine(const QString& buttonText, QWidget* parent);
+/// Appends both to the layout.
+TNameLine addNameLine(QFormLayout* layout, const QString& label, const QString& buttonText);
 /// Shows the name from its start; marked when nothing is known under it.
 void showName(QLineEdit* edit, const QString& name, bool isKnown);
