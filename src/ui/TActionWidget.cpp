@@ -18,7 +18,7 @@ TActionWidget::TActionWidget(const QString& text, const QKeySequence& keys, QWid
     setToolTip(QStringLiteral("%1 (%2)").arg(text, shown));
     if (keys.count() > 1) {
         auto* shortcut = new QShortcut(keys, widget, nullptr, nullptr, Qt::WidgetShortcut);
-        connect(shortcut, &QShortcut::activated, this, &QAction::trigger);
+        connect(shortcut, &QShortcut::activated, this, &TActionWidget::fire);
         connect(this, &QObject::destroyed, shortcut, &QObject::deleteLater);
     } else {
         widget->installEventFilter(this);
@@ -36,8 +36,15 @@ bool TActionWidget::eventFilter(QObject* object, QEvent* event)
     // the action is off: the keys must not do something else then.
     event->accept();
     if (event->type() == QEvent::KeyPress)
-        trigger();
+        fire();
     return true;
+}
+
+/// trigger() alone would not mind that the action is off.
+void TActionWidget::fire()
+{
+    if (isEnabled())
+        trigger();
 }
 
 bool TActionWidget::isMine(const QKeyEvent& event) const

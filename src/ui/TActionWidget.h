@@ -19,6 +19,7 @@ public:
     bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
+    void fire();
     bool isMine(const QKeyEvent& event) const;
 
     const QKeySequence m_keys;

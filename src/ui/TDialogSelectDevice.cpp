@@ -6,16 +6,14 @@
 #include "link/AutoList.h"
 #include "ui/dialog_parts.h"
 
-#include <QCollator>
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMultiMap>
 #include <QPushButton>
 #include <QRegularExpression>
-
-#include <algorithm>
 
 namespace {
 
@@ -28,13 +26,30 @@ QRegularExpression filterPattern(const QString& text)
     return QRegularExpression(pattern, QRegularExpression::CaseInsensitiveOption);
 }
 
-/// "24C8" before "24C16".
-void sortNaturally(QStringList& names)
+/// Numbers padded to one width, so that "24C8" comes before "24C16" in any locale.
+QString sortKey(const QString& name)
 {
-    QCollator collator;
-    collator.setNumericMode(true);
-    collator.setCaseSensitivity(Qt::CaseInsensitive);
-    std::sort(names.begin(), names.end(), collator);
+    QString padded;
+    QString digits;
+    for (const QChar sign : name.toLower() + QLatin1Char(' ')) {
+        if (sign.isDigit()) {
+            digits += sign;
+            continue;
+        }
+        if (!digits.isEmpty())
+            padded += digits.rightJustified(10, QLatin1Char('0'));
+        digits.clear();
+        padded += sign;
+    }
+    return padded;
+}
+
+QStringList sortedNaturally(const QStringList& names)
+{
+    QMultiMap<QString, QString> nameOfKey;
+    for (const QString& name : names)
+        nameOfKey.insert(sortKey(name), name);
+    return nameOfKey.values();
 }
 
 bool isListKey(int key)
@@ -91,8 +106,7 @@ void TDialogSelectDevice::buildFilter(QBoxLayout* layout)
 
 QString TDialogSelectDevice::selectChip(const QString& current, QWidget* parent)
 {
-    QStringList names = TDeviceList::deviceFiles().keys();
-    sortNaturally(names);
+    const QStringList names = sortedNaturally(TDeviceList::deviceFiles().keys());
     TAppData& data = appData();
     TDialogSelectDevice dialog(langText(173),
                                {&data.WindowSelectDeviceLeft, &data.WindowSelectDeviceTop,

@@ -94,8 +94,10 @@ TDialogSetupPageProg::~TDialogSetupPageProg()
 void TDialogSetupPageProg::makeTables()
 {
     m_aliases = makeRowTable({langText(181), langText(182), langText(183), langText(184)}, this);
-    m_aliases->setColumnWidth(ColumnEnabled, 40);
     m_types = makeRowTable({langText(185), langText(186)}, this);
+    m_aliases->setObjectName(QStringLiteral("aliases"));
+    m_types->setObjectName(QStringLiteral("types"));
+    m_aliases->setColumnWidth(ColumnEnabled, 40);
 }
 
 void TDialogSetupPageProg::makeActions()

@@ -28,7 +28,6 @@ TDialogSetupSelect::TDialogSetupSelect(QWidget* parent)
     setWindowTitle(langText(176));
     m_tree->setHeaderHidden(true);
     m_tree->setStyleSheet(QStringLiteral("QTreeView:item:selected:!active { background: #A0A0A0; }"));
-    m_tree->setMinimumWidth(150);
     auto* right = new QWidget(m_splitter);
     auto* column = new QVBoxLayout(right);
     column->setContentsMargins(5, 0, 0, 0);
@@ -44,6 +43,7 @@ TDialogSetupSelect::TDialogSetupSelect(QWidget* parent)
     addPage(new TDialogSetupPageInterface(m_stack));
     addPage(new TDialogSetupPageConfirm(m_stack));
     addPage(new TDialogSetupPageProg(m_stack));
+    fitTree();
     m_splitter->setSizes(appData().WindowSettingsMainSplitter);
     connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &TDialogSetupSelect::slotGroupSelect);
@@ -62,7 +62,15 @@ void TDialogSetupSelect::addPage(IDialogSetupPage* page)
     auto* item = new QTreeWidgetItem(m_tree, {page->title()});
     for (const QString& group : page->groups())
         new QTreeWidgetItem(item, {group});
-    item->setExpanded(true);
+}
+
+/// No title is cut, also of the groups that are not shown yet.
+void TDialogSetupSelect::fitTree()
+{
+    m_tree->expandAll();
+    const QAbstractItemView* view = m_tree; // where the method is public
+    m_tree->setMinimumWidth(view->sizeHintForColumn(0) + 2 * m_tree->frameWidth() + 10);
+    m_tree->collapseAll();
 }
 
 void TDialogSetupSelect::slotGroupSelect(QModelIndex index)
@@ -73,6 +81,7 @@ void TDialogSetupSelect::slotGroupSelect(QModelIndex index)
     IDialogSetupPage* page = m_pages.at(isGroup ? index.parent().row() : index.row());
     m_head->setText(QStringLiteral("<H3>%1</H3>").arg(page->title().toHtmlEscaped()));
     m_stack->setCurrentWidget(page);
+    m_tree->expand(index);
     page->showGroup(isGroup ? index.row() : 0);
 }
 

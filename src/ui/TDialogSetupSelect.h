@@ -27,6 +27,7 @@ public slots:
 
 private:
     void addPage(IDialogSetupPage* page);
+    void fitTree();
 
     QSplitter* m_splitter;
     QTreeWidget* m_tree;

@@ -39,6 +39,7 @@ private slots:
     void languageRules_data();
     void languageRules();
     void shippedLanguage();
+    void translatedLanguage();
     void paths();
     void diagnosticLog();
     void safeWriting();
@@ -98,6 +99,23 @@ void TestFrame::shippedLanguage()
         const int expected = twoNames.contains(id) ? 2 : oneName.contains(id) ? 1 : 0;
         QVERIFY2(placeholders(lang.text(id)) == expected, qPrintable(QString::number(id)));
     }
+}
+
+// Numbers are the only tie between the files: a line too many shifts all texts behind it.
+void TestFrame::translatedLanguage()
+{
+    TLang english;
+    TLang russian;
+    english.load(QStringLiteral(VM_DATA_DIR "/language/eng.lng"));
+    russian.load(QStringLiteral(VM_DATA_DIR "/language/rus.lng"));
+    QCOMPARE(russian.size(), english.size());
+    const auto shape = [](const QString& text) {
+        const int last = text.endsWith(QLatin1String("...")) ? 1 : text.endsWith(QLatin1Char(':')) ? 2 : 0;
+        return QList<int>{text.isEmpty(), placeholders(text), int(text.count(QLatin1Char('\n'))),
+                          int(text.count(QLatin1Char('&'))), last};
+    };
+    for (int id = 0; id < english.size(); ++id)
+        QVERIFY2(shape(russian.text(id)) == shape(english.text(id)), qPrintable(QString::number(id)));
 }
 
 void TestFrame::paths()
