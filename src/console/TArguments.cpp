@@ -86,13 +86,22 @@ void readList(const QCommandLineParser& parser, TArguments& arguments)
         arguments = wrong(QStringLiteral("cannot list \"%1\"; known are %2").arg(arguments.what, known));
 }
 
+void readLint(const QCommandLineParser& parser, TArguments& arguments)
+{
+    if (parser.positionalArguments().isEmpty())
+        return;
+    const QString folder = takeArgument(parser, QStringLiteral("FOLDER"), arguments);
+    if (!folder.isEmpty())
+        arguments.folder = QFileInfo(folder).absoluteFilePath();
+}
+
 Word wordOf(const QString& text)
 {
     static const QHash<QString, Word> words{
         {QStringLiteral("--help"), Word::Help},       {QStringLiteral("-h"), Word::Help},
         {QStringLiteral("--version"), Word::Version}, {QStringLiteral("-v"), Word::Version},
         {QStringLiteral("run"), Word::Run},           {QStringLiteral("check"), Word::Check},
-        {QStringLiteral("list"), Word::List}};
+        {QStringLiteral("list"), Word::List},         {QStringLiteral("lint"), Word::Lint}};
     return words.value(text, Word::Wrong);
 }
 
@@ -121,6 +130,8 @@ TArguments TArguments::parse(const QStringList& words)
         readRun(parser, arguments);
     else if (arguments.word == Word::Check)
         readCheck(parser, arguments);
+    else if (arguments.word == Word::Lint)
+        readLint(parser, arguments);
     else
         readList(parser, arguments);
     if (!arguments.project.isEmpty())
@@ -136,24 +147,26 @@ QStringList TArguments::listWords()
 
 QString TArguments::help()
 {
-    return QStringLiteral(
-        "Usage: velmarkion [WORD [OPTIONS] ...]\n"
-        "\n"
-        "Without a word the window opens.\n"
-        "\n"
-        "  run [OPTIONS] PROJECT      runs configurations of a project file\n"
-        "      -c, --config NAME      the configuration; several run side by side\n"
-        "                             (without it: the first one)\n"
-        "      --port ALIAS=PORT      where the programmer ALIAS is; may be repeated\n"
-        "      --events               one JSON object a line in place of the log\n"
-        "      --save                 writes the project if the runs changed it\n"
-        "      --resume               goes on at once at every pause\n"
-        "  check [--json] PROJECT     prints every command and whether it is valid\n"
-        "  list WHAT                  chips, families, programmers, checksums or ports\n"
-        "  --help, -h                 this text\n"
-        "  --version, -v              the version\n"
-        "\n"
-        "At a pause a line on standard input lets the run go on, its end stops it.\n"
-        "Exit codes: 0 all went well; 1 a run failed, or a checked command is not valid;\n"
-        "2 wrong usage, or a project that cannot be read; 130 stopped by a signal.\n");
+    return QStringLiteral("Usage: velmarkion [WORD [OPTIONS] ...]\n"
+                          "\n"
+                          "Without a word the window opens.\n"
+                          "\n"
+                          "  run [OPTIONS] PROJECT      runs configurations of a project file\n"
+                          "      -c, --config NAME      the configuration; several run side by side\n"
+                          "                             (without it: the first one)\n"
+                          "      --port ALIAS=PORT      where the programmer ALIAS is; may be repeated\n"
+                          "      --events               one JSON object a line in place of the log\n"
+                          "      --save                 writes the project if the runs changed it\n"
+                          "      --resume               goes on at once at every pause\n"
+                          "  check [--json] PROJECT     prints every command and whether it is valid\n"
+                          "  list WHAT                  chips, families, programmers, checksums or ports\n"
+                          "  lint [FOLDER]              says what is wrong or doubtful in a folder of chip\n"
+                          "                             descriptions (without it: the program's own)\n"
+                          "  --help, -h                 this text\n"
+                          "  --version, -v              the version\n"
+                          "\n"
+                          "At a pause a line on standard input lets the run go on, its end stops it.\n"
+                          "Exit codes: 0 all went well; 1 a run failed, a checked command is not valid, or\n"
+                          "a description is doubtful; 2 wrong usage, or a file that cannot be read; 130 "
+                          "stopped by a signal.\n");
 }

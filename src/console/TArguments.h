@@ -8,7 +8,7 @@
 /// working directory changes afterwards.
 struct TArguments
 {
-    enum class Word { Wrong, Help, Version, Run, Check, List };
+    enum class Word { Wrong, Help, Version, Run, Check, List, Lint };
 
     /// Reads what stands behind the program's name.
     static TArguments parse(const QStringList& words);
@@ -22,7 +22,8 @@ struct TArguments
     bool save = false;
     bool resume = false;
     bool json = false;
-    QString what; ///< list: one of listWords()
+    QString what;   ///< list: one of listWords()
+    QString folder; ///< lint: absolute path; empty for the folder of the settings
 
     /// What "list" knows.
     static QStringList listWords();

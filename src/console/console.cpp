@@ -3,6 +3,7 @@
 #include "console/TArguments.h"
 #include "console/TRunSession.h"
 #include "console/check.h"
+#include "console/lint.h"
 #include "console/list.h"
 #include "console/print.h"
 #include "core/helpers.h"
@@ -43,6 +44,8 @@ int work(const TArguments& arguments)
         return TRunSession(arguments).run();
     case TArguments::Word::Check:
         return checkProject(arguments.project, arguments.json);
+    case TArguments::Word::Lint:
+        return lintFolder(arguments.folder);
     default:
         printList(arguments.what);
         return 0;
