@@ -1,0 +1,177 @@
+#include "core/TAppData.h"
+#include "core/TDataPrj.h"
+#include "core/globals.h"
+#include "core/keys.h"
+#include "devices/TDeviceList.h"
+#include "exec/RunBench.h"
+#include "link/line_rules.h"
+#include "support/SimProcess.h"
+
+#include <QtTest>
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <random>
+#include <vector>
+
+namespace {
+
+constexpr int sideBySide = 12;
+constexpr int timeoutMs = 600000;
+constexpr int commonClock = 1000000; ///< Hz, which every family has
+
+/// A number from the environment, so that a longer run needs no other program: VM_CHIP_SEED chooses other
+/// chips, VM_CHIP_SAMPLE=10 takes one of each ten, whatever their size.
+int fromEnvironment(const char* name, int otherwise)
+{
+    return qEnvironmentVariableIsSet(name) ? qEnvironmentVariableIntValue(name) : otherwise;
+}
+
+struct Memory
+{
+    QLatin1String size; ///< key
+    QLatin1String write;
+    QLatin1String verify;
+};
+
+const Memory memories[] = {
+    {key::size, cmd::file_write, cmd::file_verify},
+    {key::flash_size, cmd::flash_file_write, cmd::flash_file_verify},
+    {key::eeprom_size, cmd::eeprom_file_write, cmd::eeprom_file_verify},
+};
+
+struct Chip
+{
+    QString name;
+    TData data;
+};
+
+qint64 sizeOf(const Chip& chip)
+{
+    return std::max(chip.data.value(key::size).toLongLong(), chip.data.value(key::flash_size).toLongLong());
+}
+
+/// The chips of a class, by name, one for each file.
+QList<Chip> chipsOf(const QString& guiType)
+{
+    QMap<QString, QString> byFile;
+    const QHash<QString, QString> files = TDeviceList::deviceFiles();
+    for (auto it = files.begin(); it != files.end(); ++it) {
+        const QString known = byFile.value(it.value());
+        if (known.isEmpty() || it.key() < known)
+            byFile[it.value()] = it.key();
+    }
+    QList<Chip> chips;
+    for (auto it = byFile.begin(); it != byFile.end(); ++it) {
+        const TData data = TDeviceList::readDescription(deviceFolderFile(it.key()));
+        if (data.value(key::gui_type).toString() == guiType)
+            chips.append({it.value(), data});
+    }
+    return chips;
+}
+
+/// One of each group of so many neighbours.
+QList<Chip> sampled(const QList<Chip>& chips, int every, std::mt19937& random)
+{
+    QList<Chip> sample;
+    for (int first = 0; first < chips.size(); first += every)
+        sample.append(chips[first + int(random() % uint(std::min(every, chips.size() - first)))]);
+    return sample;
+}
+
+QByteArray contents(qint64 size, std::mt19937& random)
+{
+    QByteArray bytes(int(size), '\0');
+    for (char& byte : bytes)
+        byte = char(random());
+    return bytes;
+}
+
+} // namespace
+
+/// Chips of the catalogue in the simulated programmer, which models them from the same files: identified,
+/// and a sample of them programmed and verified from the first byte to the last.
+class TestChipSample : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { appData().PathDevices = QStringLiteral(VM_DATA_DIR "/devices"); }
+    void identifies();
+    void programs_data();
+    void programs();
+
+private:
+    using Commands = std::function<void(RunBench& bench, int cfg, const Chip& chip)>;
+    static void runAll(const QList<Chip>& chips, const Commands& commands);
+};
+
+/// Runs the commands on each chip, some chips side by side.
+void TestChipSample::runAll(const QList<Chip>& chips, const Commands& commands)
+{
+    for (int first = 0; first < chips.size(); first += sideBySide) {
+        const QList<Chip> batch = chips.mid(first, sideBySide);
+        std::vector<std::unique_ptr<SimProcess>> sims;
+        RunBench bench;
+        QList<int> ids;
+        for (const Chip& chip : batch) {
+            sims.push_back(std::make_unique<SimProcess>(QStringList{"--chip", chip.name}));
+            QVERIFY2(sims.back()->isReady(), sims.back()->output().constData());
+            bench.addProgrammer(chip.name, sims.back()->path());
+            ids.append(bench.addCfg(chip.name));
+            bench.addLink(ids.last(), chip.name);
+            bench.addCmd(ids.last(), cmd::set_device,
+                         {key::device, chip.name, key::file, TDeviceList::deviceFiles().value(chip.name),
+                          key::clk, commonClock, key::addr, 0});
+            commands(bench, ids.last(), chip);
+        }
+        bench.bind();
+        QVERIFY(bench.run(ids, timeoutMs));
+        for (int i = 0; i < batch.size(); ++i)
+            QVERIFY2(project().cfgStatus(ids[i]) == csDone, qPrintable(batch[i].name));
+    }
+}
+
+void TestChipSample::identifies()
+{
+    const QList<Chip> chips = chipsOf(dev_class::avr8_spi);
+    QVERIFY(chips.size() > 150);
+    runAll(chips, [](RunBench& bench, int cfg, const Chip&) { bench.addCmd(cfg, cmd::ident); });
+}
+
+void TestChipSample::programs_data()
+{
+    QTest::addColumn<QString>("guiType");
+    for (const QLatin1String& word : {dev_class::dev25, dev_class::avr8_spi, dev_class::dev24})
+        QTest::newRow(word.data()) << QString(word);
+}
+
+void TestChipSample::programs()
+{
+    QFETCH(QString, guiType);
+    constexpr qint64 quickSize = 0x40000;
+    const bool isQuick = !qEnvironmentVariableIsSet("VM_CHIP_SAMPLE");
+    std::mt19937 random(uint(fromEnvironment("VM_CHIP_SEED", 1)));
+    QList<Chip> chips = sampled(chipsOf(guiType), fromEnvironment("VM_CHIP_SAMPLE", 50), random);
+    const auto isLarge = [&](const Chip& chip) { return isQuick && sizeOf(chip) > quickSize; };
+    chips.erase(std::remove_if(chips.begin(), chips.end(), isLarge), chips.end());
+    QVERIFY(!chips.isEmpty());
+    runAll(chips, [&](RunBench& bench, int cfg, const Chip& chip) {
+        bench.addCmd(cfg, cmd::erase);
+        for (const Memory& memory : memories) {
+            const qint64 size = chip.data.value(memory.size).toLongLong();
+            if (size == 0)
+                continue;
+            const QString file = chip.name + '.' + memory.size;
+            bench.dir().write(file, contents(size, random));
+            for (const QLatin1String& word : {memory.write, memory.verify})
+                bench.addCmd(cfg, word,
+                             {key::format, "BIN", key::file, file, key::addr_file, 0, key::addr_device, 0,
+                              key::count, size});
+        }
+    });
+}
+
+QTEST_GUILESS_MAIN(TestChipSample)
+#include "test_chip_sample.moc"
