@@ -22,7 +22,8 @@ constexpr int timeoutMs = 600000;
 constexpr int commonClock = 1000000; ///< Hz, which every family has
 
 /// A number from the environment, so that a longer run needs no other program: VM_CHIP_SEED chooses other
-/// chips, VM_CHIP_SAMPLE=10 takes one of each ten, whatever their size.
+/// chips, VM_CHIP_SAMPLE=10 takes one of each ten, whatever their size. That is minutes for a family, so
+/// QTEST_FUNCTION_TIMEOUT has to allow them.
 int fromEnvironment(const char* name, int otherwise)
 {
     return qEnvironmentVariableIsSet(name) ? qEnvironmentVariableIntValue(name) : otherwise;
