@@ -33,6 +33,7 @@ QBoxLayout* TFormDevCfgComboBoxLabel::place(const TFormItem& item)
 {
     const bool isBeside = item.side == TFormItem::Left || item.side == TFormItem::Right;
     auto* layout = new QBoxLayout(isBeside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom, this);
+    m_label->setWordWrap(isBeside); // a long text would push the box off the page
     layout->addWidget(m_label, isBeside ? 1 : 0);
     layout->insertWidget(item.side == TFormItem::Right ? 0 : 1, m_box, 0);
     if (item.side == TFormItem::AboveCentre)

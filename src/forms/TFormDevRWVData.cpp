@@ -129,8 +129,6 @@ void TFormDevRWVData::showBytes()
 {
     const QSignalBlocker blocker(m_bytes);
     m_bytes->setValue(inPairs(withoutBlanks(text())));
-    if (!m_bytes->lineEdit()->hasFocus())
-        m_bytes->lineEdit()->setCursorPosition(0); // long data is read from its begin
     slotEditing();
 }
 

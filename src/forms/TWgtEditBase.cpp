@@ -9,8 +9,13 @@
 #include <QValidator>
 
 namespace {
-constexpr int leastWidth = 70;
+/// 70 pixels, or what an address of 32 bits needs.
+int leastWidth(const QWidget* edit)
+{
+    constexpr int frame = 10;
+    return qMax(70, edit->fontMetrics().horizontalAdvance(QStringLiteral("0x00000000")) + frame);
 }
+} // namespace
 
 TWgtEditBase::TWgtEditBase(QValidator* validator, QWidget* parent)
     : QWidget(parent)
@@ -18,7 +23,7 @@ TWgtEditBase::TWgtEditBase(QValidator* validator, QWidget* parent)
 {
     setValidator(validator);
     m_edit->setFixedHeight(fieldHeight(m_edit));
-    m_edit->setMinimumWidth(leastWidth);
+    m_edit->setMinimumWidth(leastWidth(m_edit));
     m_edit->installEventFilter(this);
     setFocusProxy(m_edit);
     auto* layout = new QHBoxLayout(this);
@@ -68,6 +73,8 @@ void TWgtEditBase::display(const QString& text)
         return;
     const QSignalBlocker blocker(m_edit);
     m_edit->setText(text);
+    if (!m_edit->hasFocus())
+        m_edit->setCursorPosition(0); // what is too long is read from its begin
 }
 
 void TWgtEditBase::editingFinished()
