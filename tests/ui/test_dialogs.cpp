@@ -251,6 +251,10 @@ void TestDialogs::placeIsKept()
 
 void TestDialogs::deviceFilter()
 {
+    m_dir.write(QStringLiteral("few/devices.lst"),
+                "W25Q128FW=a.dev\nATmega16=a.dev\nW25Q64FW=a.dev\nATmega328P=a.dev\nW25Q64=a.dev\n");
+    const QString shipped = appData().PathDevices;
+    appData().PathDevices = m_dir.file(QStringLiteral("few"));
     expect<TDialogSelectDevice>([](TDialogSelectDevice& dialog) {
         auto* filter = dialog.findChild<QLineEdit*>();
         QCOMPARE(dialog.selected(), QStringLiteral("ATmega16"));
@@ -272,7 +276,9 @@ void TestDialogs::deviceFilter()
         QCOMPARE(dialog.selected(), QStringLiteral("ATmega328P"));
         QTest::keyClick(filter, Qt::Key_Return);
     });
-    QCOMPARE(TDialogSelectDevice::selectChip(QStringLiteral("ATmega16")), QStringLiteral("ATmega328P"));
+    const QString chosen = TDialogSelectDevice::selectChip(QStringLiteral("ATmega16"));
+    appData().PathDevices = shipped;
+    QCOMPARE(chosen, QStringLiteral("ATmega328P"));
 }
 
 void TestDialogs::deviceFilterIsQuick()
