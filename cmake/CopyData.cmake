@@ -13,6 +13,8 @@ foreach(line IN LISTS shipped)
 endforeach()
 
 file(GLOB_RECURSE files RELATIVE "${SOURCE}" "${SOURCE}/*")
+# The tables that the chip descriptions are made from serve developers only.
+list(FILTER files EXCLUDE REGEX "^chips/")
 list(SORT files)
 set(now "")
 foreach(name IN LISTS files)
