@@ -97,7 +97,7 @@ void TSimulator::sleep(const sigset_t& waiting)
     const int woken = ppoll(&line, 1, limited ? &limit : nullptr, &waiting);
     readable = woken > 0 && (line.revents & POLLIN) != 0;
     // A host that sends again without taking the answer has given it up.
-    if (readable && (line.revents & POLLOUT) == 0)
+    if (!idle && readable && (line.revents & POLLOUT) == 0)
         sender.drop();
     if (woken == 0 && idle)
         receiver.reset();
