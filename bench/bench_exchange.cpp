@@ -1,6 +1,7 @@
 // Exchanges per second of TSerialPort against a bare loop of write, poll and read, with the same frames
 // on the same pseudo-terminal. The two take turns, so that what else the machine does meets both.
 
+#include "bare_line.h"
 #include "link/TSerialPort.h"
 
 #include <QCoreApplication>
@@ -23,15 +24,6 @@ constexpr quint8 opcode = 0x03;
 constexpr int rounds = 9;
 constexpr int roundMs = 120;
 
-bool makeRaw(int line)
-{
-    termios mode{};
-    if (tcgetattr(line, &mode) != 0)
-        return false;
-    cfmakeraw(&mode);
-    return tcsetattr(line, TCSANOW, &mode) == 0;
-}
-
 QByteArray frameOf(int payloadSize)
 {
     QByteArray frame = QByteArray::fromHex("C0030000");
@@ -42,31 +34,6 @@ QByteArray frameOf(int payloadSize)
     for (const char byte : qAsConst(frame))
         sum = static_cast<uchar>(sum + static_cast<uchar>(byte));
     return frame + static_cast<char>(-sum);
-}
-
-bool putAll(int line, const char* bytes, ssize_t size)
-{
-    for (ssize_t done = 0; done < size;) {
-        const ssize_t put = write(line, bytes + done, static_cast<size_t>(size - done));
-        if (put <= 0)
-            return false;
-        done += put;
-    }
-    return true;
-}
-
-bool getAll(int line, char* bytes, ssize_t size)
-{
-    for (ssize_t done = 0; done < size;) {
-        pollfd wait{line, POLLIN, 0};
-        if (poll(&wait, 1, 5000) <= 0)
-            return false;
-        const ssize_t got = read(line, bytes + done, static_cast<size_t>(size - done));
-        if (got <= 0)
-            return false;
-        done += got;
-    }
-    return true;
 }
 
 // The other end: gives every frame back. A process, as a programmer is one for itself.
