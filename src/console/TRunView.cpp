@@ -18,7 +18,7 @@ void TRunView::runBegins()
 
 void TRunView::runEnded() {}
 
-void TRunView::slotExecEventText(TCodeExec code, QString text1, QString text2)
+void TRunView::slotExecEventText(TCodeExec code, const QString& text1, const QString& text2)
 {
     m_output.line(m_name, code, text1, text2);
 }

@@ -22,7 +22,7 @@ public:
     void runEnded() override;
 
 public slots:
-    void slotExecEventText(TCodeExec code, QString text1, QString text2);
+    void slotExecEventText(TCodeExec code, const QString& text1, const QString& text2);
     void slotExecEventProc(int procent);
 
 private:

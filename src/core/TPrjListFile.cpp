@@ -93,7 +93,7 @@ QString TPrjListFile::errorText() const
 
 QString TPrjListFile::path(const QString& file)
 {
-    const QString inProjects = absFile(appData().PathProjects, file);
+    QString inProjects = absFile(appData().PathProjects, file);
     if (QFileInfo::exists(inProjects))
         return inProjects;
     const QString inAppDir = absFile(QCoreApplication::applicationDirPath(), file);

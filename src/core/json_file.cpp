@@ -12,9 +12,9 @@
 
 namespace {
 
-constexpr qint64 maxFileSize = 256 * 1024 * 1024;
+constexpr qint64 maxFileSize = 256LL * 1024 * 1024;
 // The parser takes 16 bytes and more for a value that may be one character long in the file.
-constexpr qint64 maxValues = 4 * 1000 * 1000;
+constexpr qint64 maxValues = 4LL * 1000 * 1000;
 
 QString parserText(QJsonParseError::ParseError code)
 {

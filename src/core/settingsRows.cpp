@@ -1,5 +1,6 @@
 #include "core/settingsRows.h"
 
+// NOLINTNEXTLINE(readability-function-size): a table, not a course of steps
 const std::vector<SettingsRow>& settingsRows()
 {
     // clang-format off

@@ -146,7 +146,7 @@ bool checkSetProg(const TData& data)
 
 QString textSetProg(const TData& data)
 {
-    const QString alias = param(data, key::prog).toString();
+    QString alias = param(data, key::prog).toString();
     bool known = false;
     TProgRecord record;
     // The lists may be changed by the settings while a run asks.

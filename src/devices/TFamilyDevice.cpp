@@ -222,7 +222,9 @@ TFormSpec TFamilyDevice::registerSpec(const TCommandRow& row, const TData& data)
 {
     TFormSpec spec;
     const TRegisterKeys* keys = registerKeys(row.area);
-    spec.items = keys ? deviceValue(keys->cfg).toStringList() : QStringList();
+    if (!keys)
+        return spec;
+    spec.items = deviceValue(keys->cfg).toStringList();
     if (spec.items.isEmpty())
         return spec;
     spec.kind = TFormSpec::Kind::Items;
