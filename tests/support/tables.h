@@ -13,3 +13,13 @@ template <class... Values> void tableRow(const char* name, const Values&... valu
 {
     (QTest::newRow(name) << ... << values);
 }
+
+/// Reports a row of a table that came out wrong, and lets the others go on.
+template <class Value> void compareRow(const QString& name, const Value& is, const Value& wanted)
+{
+    if (is == wanted)
+        return;
+    QString text;
+    QDebug(&text) << name << "gives" << is << "instead of" << wanted;
+    QTest::qFail(qPrintable(text), __FILE__, __LINE__);
+}
