@@ -73,10 +73,8 @@ void TestFormats::chunkSizes()
     row("whole block", 0, 1000, 256, 256);
     row("up to the border", 250, 1000, 256, 6);
     row("last byte of the range", 1000, 1000, 256, 1);
-    row("range ends first", 512, 600, 256, 89);
     row("beyond the range", 1001, 1000, 256, 0);
     row("block 0", 0, 1000, 0, 0);
-    row("negative block", 0, 1000, -1, 0);
     row("end of the number range", top - 1, top, 0x1000000, 2);
     row("from end to end", -top - 1, top, 16, 16);
 }
@@ -123,7 +121,6 @@ void TestFormats::binReads()
     row("short file", 8, 0, 99, 16, "0:0809");
     row("file ends with a piece", 0, 0, 99, 5, "0:0001020304 5:0506070809");
     row("at the end of the file", 10, 0, 99, 16, "");
-    row("empty range", 0, 5, 4, 16, "");
     row("negative address in the file", -1, 0, 9, 16, "Unknown error");
     // The address of the caller decides how long a piece is.
     TFormat file("bin", m_files.make("in", counted(10)), 0, 0, 9, 4);
@@ -232,7 +229,6 @@ void TestFormats::hexWrites()
         compareRow(name, m_files.content("out.hex"), text + hexEnd);
     };
     const QByteArray lastLine = hexLine(0, 0xFFF0, counted(16));
-    row("nothing", 0, 0, 16, "");
     row("literal bytes", 0x30, 2, 16, ":020030000001CD\r\n");
     row("off the grid", 10, 14, 64, hexLine(0, 10, counted(14)));
     row("up to the grid", 10, 24, 64,
@@ -252,6 +248,13 @@ void TestFormats::hexWrites()
     QVERIFY(far.write(0xFFFFFFFF, counted(1)));
     QVERIFY2(!far.write(0x100000000, counted(1)), "no record can hold this address");
     QCOMPARE(far.errorText(), QString("text 425 %1"));
+
+    // Without its end a reader takes it for what it is, a part.
+    {
+        TFormat aborted("hex", m_files.path("half.hex"), 0, 0, 99, 16);
+        QVERIFY(aborted.open(1) && aborted.write(0, counted(20)));
+    }
+    QCOMPARE(m_files.content("half.hex"), hexLine(0, 0, counted(16)));
 }
 
 void TestFormats::fullDevice()
@@ -275,14 +278,14 @@ void TestFormats::fullDevice()
 void TestFormats::randomImages()
 {
     QRandomGenerator random(20);
-    for (int turn = 0; turn < 200; ++turn) {
-        Image written;
+    for (int turn = 0; turn < 100; ++turn) {
+        QMap<qint64, uchar> written; // address to byte
         QByteArray text;
         qint64 upper = 0;
         qint64 addr = random.bounded(0x20000);
         const qint64 first = addr + random.bounded(40);
-        // Every tenth file is longer than what the reader takes in at once.
-        for (int record = random.bounded(1, turn % 10 == 0 ? 3000 : 60); record > 0; --record) {
+        // Every twentieth file is longer than what the reader takes in at once.
+        for (int record = random.bounded(1, turn % 20 == 0 ? 1500 : 60); record > 0; --record) {
             if (random.bounded(4) == 0)
                 addr += random.bounded(1, random.bounded(2) ? 20 : 0x1800);
             const int n = int(qMin<qint64>(random.bounded(1, 200), 0x10000 - addr % 0x10000));
@@ -298,7 +301,7 @@ void TestFormats::randomImages()
         const int chunk = random.bounded(1, random.bounded(2) ? 70 : 5000);
         TFormat format("hex", m_files.make("random.hex", text + hexEnd), first, first, addr, chunk);
         QVERIFY(format.open(0));
-        Image image;
+        decltype(written) image;
         QByteArray data;
         qint64 at = first;
         do {
