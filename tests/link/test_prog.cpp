@@ -9,49 +9,53 @@
 #include <QSettings>
 #include <QtTest>
 
+#include <thread>
+
 namespace {
 
-struct Clocks
+const QString spi = QStringLiteral("SPI_FLASH");
+
+template <class... Values> QString line(const Values&... values)
 {
-    bool isList = true;
-    int min = -1;
-    int max = -1;
-    QVector<int> values;
-
-    Clocks(const TProg& prog, const QString& section) { prog.clockParams(section, isList, min, max, values); }
-};
-
-struct Frequencies
-{
-    bool list = true, dutyShow = true, dutyList = true;
-    int min = -1, max = -1, dutyMin = -1, dutyMax = -1;
-    QVector<int> values, duties;
-
-    explicit Frequencies(const TProg& prog)
-    {
-        prog.freqParams(list, min, max, values, dutyShow, dutyList, dutyMin, dutyMax, duties);
-    }
-};
-
-struct Port
-{
-    int baudRate = -1, dataBits = -1, stopBits = -1, timeout = -1;
-    QString parity = QStringLiteral("?"), flowControl = QStringLiteral("?");
-
-    explicit Port(const TProg& prog)
-    {
-        prog.portParams(baudRate, dataBits, parity, stopBits, flowControl, timeout);
-    }
-};
-
-quint16 maxDataOf(const TProg& prog)
-{
-    quint16 bytes = 1;
-    prog.maxData(bytes);
-    return bytes;
+    QString text;
+    (QDebug(&text) << ... << values);
+    return text.remove(QLatin1String("QVector")).remove(QLatin1Char('"')).trimmed();
 }
 
-const QString spi = QStringLiteral("SPI_FLASH");
+/// All numbers that a description gives.
+QStringList told(const TProg& prog)
+{
+    bool isList = true;
+    bool isDuty = true;
+    bool isDutyList = true;
+    int numbers[4];
+    quint16 maxData = 1;
+    double limits[8];
+    QString parity;
+    QString flow;
+    QVector<int> values;
+    QVector<int> duties;
+    QStringList all;
+    prog.portParams(numbers[0], numbers[1], parity, numbers[2], flow, numbers[3]);
+    prog.maxData(maxData);
+    all += line(prog.interfaceId(), maxData, numbers[0], numbers[1], numbers[2], numbers[3], parity, flow);
+    prog.vccLimits(limits[0], limits[1]);
+    prog.vppLimits(limits[2], limits[3]);
+    all += line(limits[0], limits[1], prog.vccDefault(), limits[2], limits[3], prog.vppDefault());
+    prog.iccLimits(limits[4], limits[5]);
+    prog.ippLimits(limits[6], limits[7]);
+    all += line(limits[4], limits[5], prog.iccDefault(), limits[6], limits[7], prog.ippDefault());
+    prog.freqParams(isList, numbers[0], numbers[1], values, isDuty, isDutyList, numbers[2], numbers[3],
+                    duties);
+    all += line(isList, numbers[0], numbers[1], values);
+    all += line(isDuty, isDutyList, numbers[2], numbers[3], duties);
+    prog.freqDefaults(numbers[0], numbers[1]);
+    prog.resetLimits(numbers[2], numbers[3]);
+    all += line(numbers[0], numbers[1], numbers[2], numbers[3], prog.resetDefault());
+    prog.clockParams(spi, isList, numbers[0], numbers[1], values);
+    all += line(isList, numbers[0], numbers[1], values, prog.clockDefault(spi));
+    return all << line(prog.supportsCommand("reset"), prog.supportsCommand("set_io"));
+}
 
 } // namespace
 
@@ -60,25 +64,22 @@ class TestProg : public QObject
     Q_OBJECT
 
 private slots:
-    void missingKeysGiveDefaults();
-    void valuesOfAFile();
-    void interfaceId_data();
-    void interfaceId();
-    void garbageReadsAsZero();
-    void pinTypes();
-    void pinLists();
+    void numbers_data();
+    void numbers();
+    void badInterfaceIsLogged();
+    void pins();
     void clockCodes();
     void followsTheFile();
+    void manyThreads();
     void shippedFiles_data();
     void shippedFiles();
     void listsKeepOrderAndReplace();
 
 private:
-    TProg* progOf(const QByteArray& text)
+    TProg& progOf(const QByteArray& text)
     {
-        const QString name = QStringLiteral("%1.cfg").arg(++m_files);
-        m_prog.reset(new TProg(m_dir.write(name, text)));
-        return m_prog.data();
+        m_prog.reset(new TProg(m_dir.write(QStringLiteral("%1.cfg").arg(++m_files), text)));
+        return *m_prog;
     }
 
     TestDir m_dir{TestDir::Empty};
@@ -86,127 +87,64 @@ private:
     int m_files = 0;
 };
 
-void TestProg::missingKeysGiveDefaults()
+void TestProg::numbers_data()
 {
-    const TProg& prog = *progOf("[Other]\nx=1\n");
-    QCOMPARE(prog.interfaceId(), 0);
-    const Port port(prog);
-    QVERIFY(port.baudRate == 115200 && port.dataBits == 8 && port.stopBits == 1 && port.timeout == 1000);
-    QVERIFY(port.parity.isEmpty() && port.flowControl.isEmpty());
-    QCOMPARE(maxDataOf(prog), quint16(64));
-    QCOMPARE(prog.pinLetters(), QStringLiteral("-"));
-    QCOMPARE(prog.pinTexts(), QStringList{"- (not change)"});
-    int first = 0;
-    int second = 0;
-    prog.freqDefaults(first, second);
-    QCOMPARE(first, 100000);
-    QCOMPARE(second, 50);
-    prog.resetLimits(first, second);
-    QCOMPARE(first, 10);
-    QCOMPARE(second, 1000);
-    QCOMPARE(prog.resetDefault(), -400);
-    const Frequencies freq(prog);
-    QVERIFY(!freq.list && !freq.dutyShow && !freq.dutyList && freq.values.isEmpty() && freq.duties.isEmpty());
-    QCOMPARE(freq.min + freq.max + freq.dutyMin + freq.dutyMax, 0);
-    const Clocks clocks(prog, spi);
-    QVERIFY(!clocks.isList && clocks.min == 0 && clocks.max == 0 && clocks.values.isEmpty());
-    QCOMPARE(prog.vccDefault() + prog.vppDefault() + prog.iccDefault() + prog.ippDefault(), 0.0);
-    QVERIFY(!prog.supportsCommand(QStringLiteral("reset")));
-    QVERIFY(prog.pinList(spi, false).isEmpty());
+    tableColumns<QByteArray, QStringList>("text", "numbers");
+    tableRow("missing keys", QByteArray("[Other]\nx=1\n"),
+             QStringList{"0 64 115200 8 1 1000", "0 0 0 0 0 0", "0 0 0 0 0 0", "false 0 0 ()",
+                         "false false 0 0 ()", "100000 50 10 1000 -400", "false 0 0 () 0", "false false"});
+    tableRow("all keys",
+             QByteArray("[Main]\nInterface=770\n[Protocol]\nMAX_DATA=65535\n"
+                        "[Port]\nBaudRate=9600\nDataBits=2\nParity=Odd\nStopBits=2\nFlowControl=Hardware\n"
+                        "TimeOut=70\n"
+                        "[Vcc]\nMIN=1.1\nMAX=1.2\nDEF=1.3\n[Vpp]\nMIN=2.1\nMAX=2.2\nDEF=2.3\n"
+                        "[Icc]\nMIN=3.1\nMAX=3.2\nDEF=3.3\n[Ipp]\nMIN=4.1\nMAX=4.2\nDEF=4.3\n"
+                        "[Frequency]\nFQ_DEF=7\nDT_DEF=8\nFQ_MIN=9\nFQ_MAX=10\nFQ_LIST=true\n"
+                        "FQLV_100000=1\nFQLV_1000=\nFQLV_20000=x\nFQLV_01000=1\nFQLV_=1\nFQLV_ab=1\n"
+                        "DT_SHOW=1\nDT_MIN=11\nDT_MAX=12\nDT_LIST=true\nDTLV_9=0\nDTLV_50=0\n"
+                        "[Reset]\nMIN=5\nMAX=6\nDEF=7\n[Commands]\nreset=true\nset_io=false\n"
+                        "[SPI_FLASH]\nCLK_LIST=true\nCLK_MIN=10\nCLK_MAX=4000\nCLK_DEF=400\n"
+                        "CLKLV_4000=1\nCLKLV_400=2\nCLKLV_50=3\n"),
+             QStringList{"770 65535 9600 2 2 70 Odd Hardware", "1.1 1.2 1.3 2.1 2.2 2.3",
+                         "3.1 3.2 3.3 4.1 4.2 4.3", "true 9 10 (1000, 1000, 20000, 100000)",
+                         "true true 11 12 (9, 50)", "7 8 5 6 7", "true 10 4000 (50, 400, 4000) 400",
+                         "true false"});
+    tableRow("garbage",
+             QByteArray(100000, '\0') +
+                 "\n[Main]\nInterface=5\n[Port]\nBaudRate=fast\nDataBits=0x3\nTimeOut=\n"
+                 "[Protocol]\nMAX_DATA=70000\n[Vcc]\nMIN=nan\nMAX=3,3\nDEF=inf\n"
+                 "[SPI_FLASH]\nCLK_MIN=1e3\n",
+             QStringList{"5 0 0 0 1 0", "0 0 0 0 0 0", "0 0 0 0 0 0", "false 0 0 ()", "false false 0 0 ()",
+                         "100000 50 10 1000 -400", "false 0 0 () 0", "false false"});
 }
 
-void TestProg::valuesOfAFile()
+void TestProg::numbers()
 {
-    const TProg& prog =
-        *progOf("[Main]\nInterface=770\n"
-                "[Port]\nBaudRate=9600\nDataBits=2\nParity=Odd\nStopBits=2\nFlowControl=Hardware\n"
-                "TimeOut=70\n[Protocol]\nMAX_DATA=65535\n"
-                "[Vcc]\nMIN=1.1\nMAX=1.2\nDEF=1.3\n[Vpp]\nMIN=2.1\nMAX=2.2\nDEF=2.3\n"
-                "[Icc]\nMIN=3.1\nMAX=3.2\nDEF=3.3\n[Ipp]\nMIN=4.1\nMAX=4.2\nDEF=4.3\n"
-                "[Frequency]\nFQ_DEF=7\nDT_DEF=8\nFQ_MIN=9\nFQ_MAX=10\nFQ_LIST=true\n"
-                "FQLV_100000=1\nFQLV_1000=\nFQLV_20000=x\nFQLV_01000=1\nFQLV_=1\nFQLV_ab=1\n"
-                "DT_SHOW=1\nDT_MIN=11\nDT_MAX=12\nDT_LIST=true\nDTLV_9=0\nDTLV_50=0\n"
-                "[Reset]\nMIN=5\nMAX=6\nDEF=7\n[Commands]\nreset=true\nset_io=false\n");
-    QCOMPARE(prog.interfaceId(), 770);
-    const Port port(prog);
-    QVERIFY(port.baudRate == 9600 && port.dataBits == 2 && port.stopBits == 2 && port.timeout == 70);
-    QCOMPARE(port.parity + port.flowControl, QStringLiteral("OddHardware"));
-    QCOMPARE(maxDataOf(prog), quint16(65535));
-    double volts[12];
-    prog.vccLimits(volts[0], volts[1]);
-    prog.vppLimits(volts[3], volts[4]);
-    prog.iccLimits(volts[6], volts[7]);
-    prog.ippLimits(volts[9], volts[10]);
-    volts[2] = prog.vccDefault();
-    volts[5] = prog.vppDefault();
-    volts[8] = prog.iccDefault();
-    volts[11] = prog.ippDefault();
-    for (int i = 0; i < 12; ++i)
-        QCOMPARE(volts[i], i / 3 + 1 + (i % 3 + 1) / 10.0);
-    int first = 0;
-    int second = 0;
-    prog.freqDefaults(first, second);
-    QCOMPARE(first * 100 + second, 708);
-    prog.resetLimits(first, second);
-    QCOMPARE(first * 100 + second, 506);
-    QCOMPARE(prog.resetDefault(), 7);
-    const Frequencies freq(prog);
-    QVERIFY(freq.list && freq.dutyShow && freq.dutyList);
-    QCOMPARE((QVector<int>{freq.min, freq.max, freq.dutyMin, freq.dutyMax}), (QVector<int>{9, 10, 11, 12}));
-    QCOMPARE(freq.values, (QVector<int>{1000, 1000, 20000, 100000}));
-    QCOMPARE(freq.duties, (QVector<int>{9, 50}));
-    QVERIFY(prog.supportsCommand(QStringLiteral("reset")));
-    QVERIFY(!prog.supportsCommand(QStringLiteral("set_io")));
+    QFETCH(QByteArray, text);
+    QTEST(told(progOf(text)), "numbers");
 }
 
-void TestProg::interfaceId_data()
+void TestProg::badInterfaceIsLogged()
 {
-    tableColumns<QByteArray, int, bool>("line", "id", "logged");
-    tableRow("missing", QByteArray(), 0, false);
-    tableRow("hexadecimal", QByteArray("Interface=0x1234"), 0, true);
-    tableRow("empty", QByteArray("Interface="), 0, true);
-    tableRow("beyond 32 bits", QByteArray("Interface=4294967297"), 0, true);
+    const QHash<QByteArray, bool> rows{
+        {"", false}, {"Interface=0x1234", true}, {"Interface=", true}, {"Interface=4294967297", true}};
+    for (auto row = rows.begin(); row != rows.end(); ++row) {
+        QFile log(fileInAppDir(QStringLiteral("log")));
+        log.remove();
+        compareRow(row.key(), progOf("[Main]\n" + row.key() + "\n").interfaceId(), 0);
+        const bool logged = log.open(QIODevice::ReadOnly) && log.readAll().contains("/Main/Interface");
+        compareRow(row.key(), logged, row.value());
+    }
 }
 
-void TestProg::interfaceId()
+void TestProg::pins()
 {
-    QFETCH(QByteArray, line);
-    QFile log(fileInAppDir(QStringLiteral("log")));
-    log.remove();
-    QTEST(progOf("[Main]\n" + line + "\n")->interfaceId(), "id");
-    const bool logged = log.open(QIODevice::ReadOnly) && log.readAll().contains("/Main/Interface");
-    QTEST(logged, "logged");
-}
-
-void TestProg::garbageReadsAsZero()
-{
-    const TProg& prog =
-        *progOf("[Port]\nBaudRate=fast\nDataBits=0x3\nTimeOut=\n[Protocol]\nMAX_DATA=70000\n"
-                "[Vcc]\nMIN=nan\nMAX=3,3\nDEF=inf\n[SPI_FLASH]\nCLK_MIN=1e3\nCLK_LIST=true\nCLKLV_5=\n");
-    const Port port(prog);
-    QCOMPARE(port.baudRate + port.dataBits + port.timeout, 0);
-    QCOMPARE(maxDataOf(prog), quint16(0));
-    double min = -1;
-    double max = -1;
-    prog.vccLimits(min, max);
-    QVERIFY(min == 0.0 && max == 0.0 && prog.vccDefault() == 0.0);
-    QCOMPARE(Clocks(prog, spi).min, 0);
-    QCOMPARE(prog.clockCode(spi, 5), 0);
-    QCOMPARE(progOf(QByteArray(100000, '\0') + "\n[Main]\nInterface=5\n")->interfaceId(), 5);
-}
-
-void TestProg::pinTypes()
-{
-    const TProg& prog = *progOf("[PinType]\nZ=true\nl=true\nL=false\nI=1\nX=true\n");
+    const TProg& prog = progOf("[PinType]\nZ=true\nl=true\nL=false\nI=1\nX=true\n"
+                               "[Pins]\n02=1, B\n10=1, C\n01=1,A\n03=0, GND\n04=1\n05=1, X, Y\n06=yes, Ä\n"
+                               "[SPI_FLASH]\nPIN_A=CS\nPIN_B=\"SO, IO1\"\nPIN_C=SI, IO0\nPIN_GND=VSS\n");
     QCOMPARE(prog.pinLetters(), QStringLiteral("-IlZ"));
     QCOMPARE(prog.pinTexts(),
              (QStringList{"- (not change)", "I (input)", "l (input - pull-down)", "Z (tri-stated)"}));
-}
-
-void TestProg::pinLists()
-{
-    const TProg& prog = *progOf("[Pins]\n02=1, B\n10=1, C\n01=1,A\n03=0, GND\n04=1\n05=1, X, Y\n06=yes, Ä\n"
-                                "[SPI_FLASH]\nPIN_A=CS\nPIN_B=\"SO, IO1\"\nPIN_C=SI, IO0\nPIN_GND=VSS\n");
     QCOMPARE(prog.pinList(spi, true), (QStringList{"CS - A", "SO, IO1 - B", "C"}));
     QCOMPARE(prog.pinList(spi, false),
              (QStringList{"A - CS", "B - SO, IO1", "GND - VSS", QString::fromUtf8("Ä"), "C"}));
@@ -215,26 +153,39 @@ void TestProg::pinLists()
 
 void TestProg::clockCodes()
 {
-    const TProg& prog = *progOf("[SPI_FLASH]\nCLK_LIST=true\nCLK_MIN=10\nCLK_MAX=4000\nCLK_DEF=400\n"
-                                "CLKLV_4000=1\nCLKLV_400=2\nCLKLV_50=3\n"
-                                "[AVR_SPI]\nCLKLV_400=9\n");
-    const Clocks clocks(prog, spi);
-    QVERIFY(clocks.isList && clocks.min == 10 && clocks.max == 4000);
-    QCOMPARE(clocks.values, (QVector<int>{50, 400, 4000}));
-    QCOMPARE(prog.clockDefault(spi), 400);
+    const TProg& prog = progOf("[SPI_FLASH]\nCLK_LIST=true\nCLKLV_400=2\nCLKLV_5=\n[AVR_SPI]\nCLKLV_400=9\n");
     QCOMPARE(prog.clockCode(spi, 400), 2);
     QCOMPARE(prog.clockCode(spi, 401), 401);
+    QCOMPARE(prog.clockCode(spi, 5), 0);
     QCOMPARE(prog.clockCode(QStringLiteral("AVR_SPI"), 400), 400);
 }
 
 void TestProg::followsTheFile()
 {
-    TProg& prog = *progOf("[Main]\nInterface=1\n[Vcc]\nDEF=1.0\n");
+    const TProg& prog = progOf("[Main]\nInterface=1\n[Vcc]\nDEF=1.0\n");
     QCOMPARE(prog.vccDefault(), 1.0);
     // Of another size: a change within the same time stamp is not seen otherwise.
     m_dir.write(QFileInfo(prog.file()).fileName(), "[Main]\nInterface=2\n[Vcc]\nDEF=2.5000\n");
     QCOMPARE(prog.vccDefault(), 2.5);
     QCOMPARE(prog.interfaceId(), 1);
+}
+
+// One description serves all runs with that programmer.
+void TestProg::manyThreads()
+{
+    const TProg prog(QStringLiteral(VM_DATA_DIR "/progs/simulator.cfg"));
+    const QStringList expected = told(prog);
+    std::vector<std::thread> threads;
+    std::atomic<int> wrong{0};
+    for (int i = 0; i < 8; ++i) {
+        threads.emplace_back([&] {
+            for (int round = 0; round < 20; ++round)
+                wrong += told(prog) != expected;
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    QCOMPARE(wrong.load(), 0);
 }
 
 void TestProg::shippedFiles_data()
@@ -252,44 +203,34 @@ void TestProg::shippedFiles()
     QFETCH(QString, file);
     QSettings ini(file, QSettings::IniFormat);
     for (const QString& key : ini.allKeys()) {
-        QVERIFY2(!key.contains(QLatin1Char('#')), qPrintable(key));
+        const QStringList entry = ini.value(key).toStringList();
         const bool pin = key.startsWith(QLatin1String("Pins/"));
-        QVERIFY2(ini.value(key).toStringList().size() == (pin ? 2 : 1), qPrintable(key));
-        QVERIFY2(!ini.value(key).toStringList().last().isEmpty(), qPrintable(key));
+        QVERIFY2(entry.size() == (pin ? 2 : 1) && !entry.last().isEmpty(), qPrintable(key));
+        QVERIFY2(!key.contains(QLatin1Char('#')), qPrintable(key));
     }
     QCOMPARE(ini.status(), QSettings::NoError);
 
-    const TProg prog(file);
-    QVERIFY(prog.interfaceId() > 0);
-    const Port port(prog);
-    QVERIFY(port.dataBits == 3 && port.stopBits == 0 && port.timeout >= 5000 && port.baudRate > 0);
-    QVERIFY(port.parity == QLatin1String("None") && port.flowControl == QLatin1String("None"));
-    QVERIFY2(maxDataOf(prog) == 64 || maxDataOf(prog) == 256, "it has to divide the pages of all chips");
-    QVERIFY(prog.pinList(spi, true).size() < prog.pinList(spi, false).size());
-    for (const char* section : {"SPI_FLASH", "AVR_SPI", "I2C_EEPROM", "MICROWIRE"}) {
-        const QString name = QLatin1String(section);
-        const Clocks clocks(prog, name);
-        const int def = prog.clockDefault(name);
-        QVERIFY2(clocks.min > 0 && clocks.min <= def && def <= clocks.max, section);
-        QVERIFY2(clocks.isList == !clocks.values.isEmpty(), section);
-        if (clocks.isList) {
-            QVERIFY2(clocks.values.contains(def), section);
-            QVERIFY2(clocks.values.first() == clocks.min && clocks.values.last() == clocks.max, section);
-        }
-        QVERIFY2(!prog.pinList(name, true).filter(QStringLiteral(" - ")).isEmpty(), section);
+    const QStringList sections{"SPI_FLASH/CLK_", "AVR_SPI/CLK_", "I2C_EEPROM/CLK_", "MICROWIRE/CLK_"};
+    const QStringList supplies{"Vcc/", "Vpp/", "Icc/", "Ipp/"};
+    for (const QString& prefix : sections + supplies + QStringList{"Frequency/FQ_", "Frequency/DT_"}) {
+        const QString min = ini.value(prefix + "MIN").toString();
+        const QString def = ini.value(prefix + "DEF").toString();
+        const QString max = ini.value(prefix + "MAX").toString();
+        QVERIFY2(min.toDouble() <= def.toDouble() && def.toDouble() <= max.toDouble() && max.toDouble() > 0,
+                 qPrintable(prefix));
+        const QString listed = prefix.chopped(1) + "LV_";
+        const bool isList = ini.value(prefix + "LIST", false).toBool();
+        QCOMPARE(ini.allKeys().filter(listed).isEmpty(), !isList);
+        for (const QString& value : {min, def, max})
+            QVERIFY2(!isList || ini.contains(listed + value), qPrintable(prefix + value));
     }
-    double min = 0;
-    double max = 0;
-    prog.vccLimits(min, max);
-    QVERIFY(min <= prog.vccDefault() && prog.vccDefault() <= max && max <= 25.5);
-    prog.ippLimits(min, max);
-    QVERIFY(min <= prog.ippDefault() && prog.ippDefault() <= max && max <= 65.5);
-    const Frequencies freq(prog);
-    int def = 0;
-    int duty = 0;
-    prog.freqDefaults(def, duty);
-    QVERIFY(freq.min <= def && def <= freq.max && (!freq.list || freq.values.contains(def)));
-    QVERIFY(freq.dutyMin <= duty && duty <= freq.dutyMax && (!freq.dutyList || freq.duties.contains(duty)));
+    const TProg prog(file);
+    const QStringList numbers = told(prog).first().split(' ');
+    QVERIFY(numbers[0].toInt() > 0 && numbers[2].toInt() > 0 && numbers[5].toInt() >= 5000);
+    QVERIFY2(numbers[1] == "64" || numbers[1] == "256", "it has to divide the pages of all chips");
+    QCOMPARE(QStringList({numbers[3], numbers[4], numbers[6], numbers[7]}).join(' '), "3 0 None None");
+    for (const QString& section : sections)
+        QVERIFY(!prog.pinList(section.section('/', 0, 0), true).filter(" - ").isEmpty());
 }
 
 void TestProg::listsKeepOrderAndReplace()
@@ -310,12 +251,9 @@ void TestProg::listsKeepOrderAndReplace()
     types.append(QString(), QStringLiteral("1.cfg"));
     types.append(QStringLiteral("T2"), QStringLiteral("3.cfg"));
     QCOMPARE(types.count(), 2);
-    QCOMPARE(types.name(0) + types.name(2), QStringLiteral("T2"));
-    QCOMPARE(types.file(0) + types.file(QString()), QStringLiteral("3.cfg1.cfg"));
-    QVERIFY(types.file(-1).isEmpty() && types.file(2).isEmpty() &&
-            types.file(QStringLiteral("T3")).isEmpty());
-    types.clear();
-    QVERIFY(types.count() == 0 && !types.contains(QStringLiteral("T2")));
+    QCOMPARE(types.name(0) + types.file(0) + types.file(QString()), QStringLiteral("T23.cfg1.cfg"));
+    QVERIFY(types.file(-1).isEmpty() && types.file(2).isEmpty());
+    QVERIFY(types.file(QStringLiteral("T3")).isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestProg)
