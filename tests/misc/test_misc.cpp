@@ -1,15 +1,9 @@
-#include "core/IFormFactory.h"
-#include "core/TAppData.h"
-#include "core/TDataPrj.h"
 #include "core/globals.h"
-#include "core/helpers.h"
 #include "core/keys.h"
 #include "misc/TNormCmdParam.h"
 #include "misc/dev_misc.h"
 #include "support/BenchProject.h"
 #include "support/tables.h"
-
-#include <QtTest>
 
 #include <limits>
 
@@ -17,22 +11,6 @@ namespace {
 
 constexpr qint64 greatest = std::numeric_limits<qint64>::max();
 constexpr qint64 smallest = std::numeric_limits<qint64>::min();
-
-/// The form of command 7 shows "C0FFEE" as its result.
-class ResultForm : public IFormFactory
-{
-public:
-    QWidget* createForm(const IDevice&, const TData&) override { return nullptr; }
-    QWidget* createDeviceForm(const IDevice&, const TData&) override { return nullptr; }
-    bool resultText(QWidget*, int id_cmd, QString& text) override
-    {
-        text = QStringLiteral("C0FFEE");
-        return id_cmd == 7;
-    }
-    bool updateForm(QWidget*, const TData&) override { return false; }
-};
-
-const TData chipKeys{{key::prg_section, "CHIP"}, {key::reset_pol, 0}};
 
 } // namespace
 
@@ -42,257 +20,177 @@ class TestMisc : public QObject
     Q_OBJECT
 
 private slots:
-    void sizesAndFrequencies();
-    void rangesAndNumbers();
-    void blanksOfAPattern();
-    void regionOfTheCommand();
-    void charAndFileRanges_data();
-    void charAndFileRanges();
-    void hexTexts();
-    void fileFormats();
-    void resultOfTheOpenForm();
-    void readersOfExecutors();
-    void leaveFitsThePins();
-    void leaveAndItsPulse_data();
-    void leaveAndItsPulse();
-    void clocks();
-};
-
-void TestMisc::sizesAndFrequencies()
-{
-    const QHash<qint64, QString> sizes{{0, "0 byte"},
-                                       {1000, "1000 byte"},
-                                       {1024, "1 Kbyte"},
-                                       {1536, "1536 byte"},
-                                       {192 << 10, "192 Kbyte"},
-                                       {768 << 10, "768 Kbyte"},
-                                       {1 << 20, "1 Mbyte"},
-                                       {qint64(512) << 30, "512 Gbyte"},
-                                       {-1024, "-1024 byte"},
-                                       {qint64(1) << 49, "512 Tbyte"}};
-    for (auto size = sizes.begin(); size != sizes.end(); ++size)
-        QCOMPARE(textSize(size.key()), size.value());
-
-    const QHash<qint64, QString> freqs{{0, "0 Hz"},          {999, "999 Hz"},
-                                       {1000, "1 KHz"},      {999999, "999.999 KHz"},
-                                       {1500000, "1.5 MHz"}, {1000000000, "1000000000 "}};
-    for (auto freq = freqs.begin(); freq != freqs.end(); ++freq)
-        QCOMPARE(textFreq(freq.key()), freq.value());
-    QCOMPARE(textFreqDuty(1000, 25), QStringLiteral("1 KHz, 25 %"));
-}
-
-void TestMisc::rangesAndNumbers()
-{
-    QCOMPARE(textRange(0x100, 0x10000, 0xA), QStringLiteral("0x100..0x100FF :0x0A"));
-    QCOMPARE(textRange(5, 1, 0xFF), QStringLiteral("0x05..0x05 :0xFF"));
-    QCOMPARE(textRangeHex(0x10, "aabb  cc"), QStringLiteral("0x10..0x12 :AABB CC"));
-    QCOMPARE(textRangeHex(0, "ABC"), QStringLiteral("0x00..0x01 :ABC"));
-    QCOMPARE(textCompare(0x1234, 0xF0, 0x0F), QStringLiteral("Address: 0x1234, Data: 0xF0, Read: 0x0F"));
-    QCOMPARE(hexToBytes(" A b\tC\nd "), QByteArray("\xAB\xCD"));
-    QCOMPARE(bytesToHex(QByteArray("\x00\xAB\x7F", 3)), QStringLiteral("00AB7F"));
-    QCOMPARE(lastAddress(7, 0), qint64(6));
-    QCOMPARE(lastAddress(7, smallest), qint64(6));
-    QCOMPARE(lastAddress(2, greatest), greatest);
-    QCOMPARE(lastAddress(-5, greatest), greatest - 6);
-    QCOMPARE(lastAddress(smallest, 0), smallest);
-}
-
-void TestMisc::blanksOfAPattern()
-{
-    const QByteArray bytes("\x12\xAB\x34");
-    const QHash<QString, QString> rows{{"0000", "12AB34"},           {"00 00 00", "12 AB 34"},
-                                       {" 0  00", " 1  2AB34"},      {"00 ", "12 AB34"},
-                                       {"00 00 00 00 ", "12 AB 34"}, {"", "12AB34"}};
-    for (auto row = rows.begin(); row != rows.end(); ++row)
-        QCOMPARE(bytesToHexLike(row.key(), bytes), row.value());
-    // Minutes, if every blank moved the rest of the text.
-    const int n = 2000000;
-    QCOMPARE(bytesToHexLike(QString("00 ").repeated(n), QByteArray(n, 'Z')),
-             QString("5A ").repeated(n).trimmed());
-}
-
-void TestMisc::regionOfTheCommand()
-{
-    const BenchChip chip("chip", {{key::addr_begin, 1U},
-                                  {key::size, Q_UINT64_C(1) << 40},
-                                  {key::flash_addr_begin, 3},
-                                  {key::flash_size, 4},
-                                  {key::eeprom_addr_begin, 5},
-                                  {key::eeprom_size, 6}});
-    TData data;
-    defaultChar(data, chip, Region::Whole);
-    QCOMPARE(textChar(data), QStringLiteral("0x01..0x10000000000 :0xFF"));
-    defaultFile(data, chip, Region::Flash);
-    QCOMPARE(data.value(key::addr_device).toLongLong(), qint64(3));
-    QCOMPARE(data.value(key::count).toLongLong(), qint64(4));
-    QVERIFY(validChar(data, chip, Region::Flash) && !validChar(data, chip, Region::Eeprom));
-    defaultData(data, chip, Region::Eeprom);
-    data[key::data] = QStringLiteral("112233445566");
-    QVERIFY(validData(data, chip, Region::Eeprom) && !validData(data, chip, Region::Flash));
-}
-
-void TestMisc::charAndFileRanges_data()
-{
-    tableColumns<QString, QString, bool>("addr", "count", "valid");
-    tableRow("last byte", "511", "1", true);
-    tableRow("none behind it", "512", "0", false);
-    tableRow("one too many", "256", "257", false);
-    tableRow("negative count", "300", "-1", false);
-    tableRow("sum turns round", "511", "9223372036854775807", false);
-    tableRow("smallest address", "-9223372036854775808", "1", false);
-}
-
-void TestMisc::charAndFileRanges()
-{
-    QFETCH(QString, addr);
-    QFETCH(QString, count);
-    const TData data{{key::addr_device, addr}, {key::count, count},  {key::fill_char, "255"},
-                     {key::file, "a.bin"},     {key::format, "bin"}, {key::addr_file, "0"}};
-    QTEST(validChar(data, 256, 256), "valid");
-    QTEST(validFile(data, 256, 256), "valid");
-}
-
-void TestMisc::hexTexts()
-{
-    const auto valid = [](const char* addr, const char* text) {
-        return validData({{key::addr_device, addr}, {key::data, text}}, 256, 256);
-    };
-    QVERIFY(valid("511", "aF") && !valid("511", "aFaF"));
-    QVERIFY(valid("510", " a Fa F  "));
-    QVERIFY(!valid("256", "") && !valid("256", "AB C") && !valid("256", "AG") && !valid("256", "AB\t"));
-    QVERIFY(!valid("9223372036854775807", "ABCD") && !valid("-1", "AB"));
-}
-
-void TestMisc::fileFormats()
-{
-    const auto valid = [](const char* format, const char* addr, const char* file = "f") {
-        return validFile({{key::format, format},
-                          {key::file, file},
-                          {key::addr_file, addr},
-                          {key::addr_device, "0"},
-                          {key::count, "1"}},
-                         0, 1);
-    };
-    QVERIFY(valid("HEX", "4294967295") && !valid("hex", "4294967296"));
-    QVERIFY(valid("bin", "9223372036854775807") && valid("Bin+", "4294967296"));
-    QVERIFY(!valid("bin", "-1") && !valid("elf", "0") && !valid("", "0") && !valid("bin", "0", ""));
-    QCOMPARE(textFile({{key::format, "bin+"}, {key::file, "%1 %2"}}), QStringLiteral("BIN+: %1 %2"));
-}
-
-void TestMisc::resultOfTheOpenForm()
-{
-    ResultForm factory;
-    setFormFactory(&factory);
-    auto* form = reinterpret_cast<QWidget*>(&factory); // only handed on
-    TData data{{key::id_cmd, 7}, {key::addr_device, 0}, {key::data, "11"}};
-    QCOMPARE(textData(data, cmd::data_read, form), QStringLiteral("0x00..0x02 :C0FFEE"));
-    QCOMPARE(textData(data, cmd::data_write, form), QStringLiteral("0x00..0x00 :11"));
-    QCOMPARE(textData(data, cmd::data_read, nullptr), QStringLiteral("0x00..0x00 :11"));
-    data[key::id_cmd] = 8;
-    QCOMPARE(textData(data, cmd::data_read, form), QStringLiteral("0x00..0x00 :11"));
-    setFormFactory(nullptr);
-}
-
-void TestMisc::readersOfExecutors()
-{
-    const BenchProject bench;
-    project().fromData({{key::prj_file, "/prj/p.prj"}, {key::work_path, "/prj/path"}});
-    const TData data{{key::addr_device, "16"}, {key::count, "0"},        {key::fill_char, "511"},
-                     {key::data, "AB cd 01"},  {key::file, "sub/a.hex"}, {key::format, "HEX"},
-                     {key::addr_file, "5"}};
-    qint64 addr_file = 0;
-    qint64 first = 0;
-    qint64 last = 0;
-    quint8 fill = 0;
-    execChar(data, first, last, fill);
-    QVERIFY(first == 16 && last == 15 && fill == 255);
-    QByteArray bytes;
-    QString text;
-    execData(data, first, last, bytes, text);
-    QVERIFY(first == 16 && last == 18 && text == QLatin1String("AB cd 01"));
-    QCOMPARE(bytes, QByteArray("\xAB\xCD\x01"));
-    QString path;
-    execFile(data, addr_file, first, last, path, text);
-    QVERIFY(addr_file == 5 && first == 16 && last == 15 && text == QLatin1String("hex"));
-    QCOMPARE(path, QStringLiteral("/prj/path/sub/a.hex"));
-}
-
-void TestMisc::leaveFitsThePins()
-{
-    BenchProject bench;
-    bench.setChip(chipKeys);
-    const int lone = bench.add(cmd::leave, {{key::state, "HI"}});
-    QVERIFY(leaveState(lone) == QLatin1String("HI") && leaveStateAny(lone) == QLatin1String("HI"));
-    QVERIFY(!validLeave(bench.data(lone), false));
-    bench.addProg();
-    const int chipless = bench.add(cmd::leave, {{key::state, "HI"}});
-    QVERIFY(leaveState(chipless) == QLatin1String("HI") && leaveStateAny(chipless) == QLatin1String("HI-"));
-    bench.addChip();
-    QCOMPARE(leavePayload(bench.add(cmd::leave, {{key::state, "HZ"}}), false).toHex(),
-             QByteArray("0000050800"));
-    const int longer = bench.add(cmd::leave, {{key::state, "?LIHL"}});
-    QCOMPARE(leavePayload(longer, false).toHex(), QByteArray("0000000401"));
-    TData data = bench.data(longer);
-    defaultLeave(data, true);
-    QVERIFY(data.value(key::state).toString().isEmpty() && data.value(key::reset).toBool());
-    QCOMPARE(data.value(key::duration).toInt(), -400);
-}
-
-void TestMisc::leaveAndItsPulse_data()
-{
-    tableColumns<QString, int, QString, bool, bool, QByteArray>("state", "polarity", "duration", "plain",
-                                                                "withReset", "payload");
-    tableRow("negative", "-IH", 0, "-400", true, true, QByteArray("70fe000105"));
-    tableRow("foreign letter", "o", 0, "-400", false, false, QByteArray("70fe060000"));
-    tableRow("wrong sign", "", 0, "400", true, false, QByteArray("9001000000"));
-    tableRow("keeps its sign", "", 1, "40000", true, false, QByteArray("ff7f000000"));
-    tableRow("smallest", "", 0, "-2147483648", true, false, QByteArray("0080000000"));
-}
-
-void TestMisc::leaveAndItsPulse()
-{
-    QFETCH(QString, state);
-    QFETCH(int, polarity);
-    QFETCH(QString, duration);
-    BenchProject bench;
-    bench.setChip({{key::prg_section, "CHIP"}, {key::reset_pol, polarity}});
-    bench.addProg();
-    bench.addChip();
-    const int id =
-        bench.add(cmd::leave, {{key::state, state}, {key::reset, "true"}, {key::duration, duration}});
-    QTEST(validLeave(bench.data(id), false), "plain");
-    QTEST(validLeave(bench.data(id), true), "withReset");
-    QTEST(leavePayload(id, true).toHex(), "payload");
-    QCOMPARE(textLeave(bench.data(id), true), duration + " ms, " + padState(state, 3));
-    const int off =
-        bench.add(cmd::leave, {{key::state, state}, {key::reset, "false"}, {key::duration, duration}});
-    QCOMPARE(leavePayload(off, true).left(2), QByteArray(2, '\0'));
-    QCOMPARE(textLeave(bench.data(off), true), padState(state, 3));
-}
-
-void TestMisc::clocks()
-{
-    for (const bool isList : {false, true}) {
-        BenchProject bench;
-        bench.setChip(chipKeys);
-        bench.setProg(isList ? "CLK_LIST=true\nCLKLV_2000000=6\nCLKLV_40000000=7\n" : "");
-        const int lone = bench.add(cmd::set_clk, {{key::clk, 2000000}});
-        QVERIFY(execClk(bench.data(lone)) == 0 && !validClk(bench.data(lone)));
-        bench.addProg();
-        bench.addChip();
-        const int id = bench.add(cmd::set_clk, {{key::clk, "2000000"}});
-        QCOMPARE(execClk(bench.data(id)), isList ? 6 : 2000000);
-        TData data = bench.data(id);
-        const auto valid = [&data](int hz) {
-            data[key::clk] = hz;
-            return validClk(data);
-        };
-        QVERIFY(valid(2000000) && !valid(40000000) && !valid(999) && !valid(0));
-        QVERIFY(valid(1000) != isList && valid(20000000) != isList);
-        defaultClk(data, "CHIP");
-        QCOMPARE(data.value(key::clk).toInt(), 1000000);
+    void sizesAndFrequencies()
+    {
+        const QHash<qint64, QString> sizes{{0, "0 byte"},
+                                           {1000, "1000 byte"},
+                                           {1024, "1 Kbyte"},
+                                           {1536, "1536 byte"},
+                                           {192 << 10, "192 Kbyte"},
+                                           {384 << 10, "384 Kbyte"},
+                                           {768 << 10, "768 Kbyte"},
+                                           {1 << 20, "1 Mbyte"},
+                                           {qint64(512) << 30, "512 Gbyte"},
+                                           {-1024, "-1024 byte"},
+                                           {qint64(1) << 49, "512 Tbyte"}};
+        for (auto size = sizes.begin(); size != sizes.end(); ++size)
+            QCOMPARE(textSize(size.key()), size.value());
+        const QHash<qint64, QString> freqs{{0, "0 Hz"},          {999, "999 Hz"},
+                                           {1000, "1 KHz"},      {999999, "999.999 KHz"},
+                                           {1500000, "1.5 MHz"}, {1000000000, "1000000000 "}};
+        for (auto freq = freqs.begin(); freq != freqs.end(); ++freq)
+            QCOMPARE(textFreq(freq.key()), freq.value());
+        QCOMPARE(textFreqDuty(1000, 25), QStringLiteral("1 KHz, 25 %"));
     }
-}
+
+    void rangesAndNumbers()
+    {
+        QCOMPARE(textRange(0x100, 0x10000, 0xA), QStringLiteral("0x100..0x100FF :0x0A"));
+        QCOMPARE(textRange(5, 1, 0xFF), QStringLiteral("0x05..0x05 :0xFF"));
+        QCOMPARE(textRangeHex(0x10, "aabb  cc"), QStringLiteral("0x10..0x12 :AABB CC"));
+        QCOMPARE(textRangeHex(0, "ABC"), QStringLiteral("0x00..0x01 :ABC"));
+        QCOMPARE(textCompare(0x1234, 0xF0, 0x0F), QStringLiteral("Address: 0x1234, Data: 0xF0, Read: 0x0F"));
+        QCOMPARE(hexToBytes(" A b\tC\nd "), QByteArray("\xAB\xCD"));
+        QCOMPARE(bytesToHex(QByteArray("\x00\xAB\x7F", 3)), QStringLiteral("00AB7F"));
+        QCOMPARE(lastAddress(7, 0), qint64(6));
+        QCOMPARE(lastAddress(7, smallest), qint64(6));
+        QCOMPARE(lastAddress(2, greatest), greatest);
+        QCOMPARE(lastAddress(-5, greatest), greatest - 6);
+        QCOMPARE(lastAddress(smallest, 0), smallest);
+    }
+
+    void blanksOfAPattern()
+    {
+        const QByteArray bytes("\x12\xAB\x34");
+        const QHash<QString, QString> rows{{"0000", "12AB34"},           {"00 00 00", "12 AB 34"},
+                                           {" 0  00", " 1  2AB34"},      {"00 ", "12 AB34"},
+                                           {"00 00 00 00 ", "12 AB 34"}, {"", "12AB34"}};
+        for (auto row = rows.begin(); row != rows.end(); ++row)
+            QCOMPARE(bytesToHexLike(row.key(), bytes), row.value());
+        // Minutes, if every blank moved the rest of the text.
+        const int n = 2000000;
+        QCOMPARE(bytesToHexLike(QString("00 ").repeated(n), QByteArray(n, 'Z')),
+                 QString("5A ").repeated(n).trimmed());
+    }
+
+    void regionOfTheCommand()
+    {
+        const BenchChip chip("chip", {{key::addr_begin, 1U},
+                                      {key::size, Q_UINT64_C(1) << 40},
+                                      {key::flash_addr_begin, 3},
+                                      {key::flash_size, 4},
+                                      {key::eeprom_addr_begin, 5},
+                                      {key::eeprom_size, 6}});
+        TData data;
+        defaultChar(data, chip, Region::Whole);
+        QCOMPARE(textChar(data), QStringLiteral("0x01..0x10000000000 :0xFF"));
+        defaultFile(data, chip, Region::Flash);
+        QCOMPARE(data.value(key::addr_device).toLongLong(), qint64(3));
+        QCOMPARE(data.value(key::count).toLongLong(), qint64(4));
+        QVERIFY(validChar(data, chip, Region::Flash) && !validChar(data, chip, Region::Eeprom));
+        defaultData(data, chip, Region::Eeprom);
+        data[key::data] = QStringLiteral("112233445566");
+        QVERIFY(validData(data, chip, Region::Eeprom) && !validData(data, chip, Region::Flash));
+    }
+
+    void ranges()
+    {
+        const auto row = [](const char* name, const char* addr, const char* count, bool valid) {
+            const TData data{{key::addr_device, addr}, {key::count, count},  {key::fill_char, "255"},
+                             {key::file, "a.bin"},     {key::format, "bin"}, {key::addr_file, "0"}};
+            compareRow(name, validChar(data, 256, 256), valid);
+            compareRow(name, validFile(data, 256, 256), valid);
+        };
+        row("last byte", "511", "1", true);
+        row("below the first", "255", "1", false);
+        row("nothing, at the last byte", "511", "0", true);
+        row("nothing, behind it", "512", "0", false);
+        row("one too many", "256", "257", false);
+        row("negative count", "300", "-1", false);
+        row("sum turns round", "511", "9223372036854775807", false);
+        row("smallest address", "-9223372036854775808", "1", false);
+    }
+
+    void hexTexts()
+    {
+        const auto valid = [](const char* addr, const char* text) {
+            return validData({{key::addr_device, addr}, {key::data, text}}, 256, 256);
+        };
+        QVERIFY(valid("511", "aF") && !valid("511", "aFaF"));
+        QVERIFY(valid("510", " a Fa F  "));
+        QVERIFY(!valid("256", "") && !valid("256", "AB C") && !valid("256", "AG") && !valid("256", "AB\t"));
+        QVERIFY(!valid("9223372036854775807", "ABCD") && !valid("-1", "AB"));
+    }
+
+    void fileFormats()
+    {
+        const auto valid = [](const char* format, const char* addr, const char* file = "f") {
+            return validFile({{key::format, format},
+                              {key::file, file},
+                              {key::addr_file, addr},
+                              {key::addr_device, "0"},
+                              {key::count, "1"}},
+                             0, 1);
+        };
+        QVERIFY(valid("HEX", "4294967295") && !valid("hex", "4294967296"));
+        QVERIFY(valid("bin", "9223372036854775807") && valid("Bin+", "4294967296"));
+        QVERIFY(!valid("bin", "-1") && !valid("elf", "0") && !valid("", "0") && !valid("bin", "0", ""));
+        QCOMPARE(textFile({{key::format, "bin+"}, {key::file, "%1 %2"}}), QStringLiteral("BIN+: %1 %2"));
+    }
+
+    void leave()
+    {
+        const auto row = [](const QString& state, bool polarity, const QString& duration, bool plain,
+                            bool withReset, const QByteArray& payload) {
+            BenchProject bench;
+            bench.setChip({{key::prg_section, "CHIP"}, {key::reset_pol, polarity}});
+            TData params{{key::state, state}, {key::reset, "true"}, {key::duration, duration}};
+            const int lone = bench.add(cmd::leave, params);
+            QVERIFY(leaveState(lone) == state && leaveStateAny(lone) == state &&
+                    !validLeave(bench.data(lone), false));
+            bench.addProg();
+            const int chipless = bench.add(cmd::leave, params);
+            QVERIFY(leaveState(chipless) == state && leaveStateAny(chipless) == padState(state, 3));
+            bench.addChip();
+            const int id = bench.add(cmd::leave, params);
+            compareRow(state, validLeave(bench.data(id), false), plain);
+            compareRow(state, validLeave(bench.data(id), true), withReset);
+            compareRow(state, leavePayload(id, true).toHex(), payload);
+            compareRow(state, textLeave(bench.data(id), true), duration + " ms, " + padState(state, 3));
+            params[key::reset] = "false";
+            const int off = bench.add(cmd::leave, params);
+            compareRow(state, leavePayload(off, true).left(2), QByteArray(2, '\0'));
+            compareRow(state, textLeave(bench.data(off), true), padState(state, 3));
+        };
+        row("-IH", false, "-400", true, true, "70fe000105");
+        row("o?IHL", false, "-400", false, false, "70fe060001"); // letters that this programmer has not
+        row("", false, "400", true, false, "9001000000");
+        row("", false, "0", true, false, "0000000000");
+        row("", true, "40000", true, false, "ff7f000000"); // keeps its sign
+        row("", false, "-2147483648", true, false, "0080000000");
+    }
+
+    void clocks()
+    {
+        for (const bool isList : {false, true}) {
+            BenchProject bench;
+            bench.setChip({{key::prg_section, "CHIP"}});
+            bench.setProg(isList ? "CLK_LIST=true\nCLKLV_2000000=6\nCLKLV_40000000=7\n" : "");
+            const int lone = bench.add(cmd::set_clk, {{key::clk, 2000000}});
+            QVERIFY(execClk(bench.data(lone)) == 0 && !validClk(bench.data(lone)));
+            bench.addProg();
+            bench.addChip();
+            const int id = bench.add(cmd::set_clk, {{key::clk, "2000000"}});
+            QCOMPARE(execClk(bench.data(id)), isList ? 6 : 2000000);
+            auto valid = [data = bench.data(id)](int hz) mutable {
+                data[key::clk] = hz;
+                return validClk(data);
+            };
+            QVERIFY(valid(2000000) && !valid(40000000) && !valid(999) && !valid(0));
+            QVERIFY(valid(1000) != isList && valid(20000000) != isList);
+        }
+    }
+};
 
 QTEST_GUILESS_MAIN(TestMisc)
 #include "test_misc.moc"
