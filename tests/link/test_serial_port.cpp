@@ -1,10 +1,13 @@
 #include "link/TSerialPort.h"
 #include "support/ScriptedPeer.h"
+#include "support/SimProcess.h"
 #include "support/TestDir.h"
 #include "support/numberedTexts.h"
 #include "support/tables.h"
 
 #include <QElapsedTimer>
+#include <QFile>
+#include <QSerialPort>
 #include <QtTest>
 
 namespace {
@@ -49,6 +52,20 @@ struct Echo
     TSerialPort port;
 };
 
+/// The bytes of the lines of the protocol's description that begin with mark, in their order.
+QList<QByteArray> documented(const QByteArray& mark)
+{
+    QFile file(QStringLiteral(VM_SOURCE_DIR "/docs/protocol.md"));
+    QList<QByteArray> frames;
+    if (!file.open(QIODevice::ReadOnly))
+        return frames;
+    for (const QByteArray& line : file.readAll().split('\n')) {
+        if (line.startsWith(mark))
+            frames.append(QByteArray::fromHex(line.mid(mark.size())));
+    }
+    return frames;
+}
+
 } // namespace
 
 class TestSerialPort : public QObject
@@ -57,240 +74,246 @@ class TestSerialPort : public QObject
 
 private slots:
     void initTestCase() { loadNumberedTexts("text ", {423}); }
-    void frames_data();
-    void frames();
-    void silenceIsBoundedForEachByte();
-    void oldBytesAreDropped();
-    void bytesComeWhole();
-    void requestThatCannotBeSent();
-    void hangUp();
-    void textsOfThePort();
-    void settingsByIndexAndName();
-    void extendedAddressBelongsToTheLink();
-};
+    void frames_data()
+    {
+        tableColumns<QByteArray, QByteArray, QString>("reply", "payload", "error");
+        const QString none;
+        tableRow("literal frame", hex("C0 02 03 00 11 22 33 D5"), hex("112233"), none);
+        tableRow("empty payload of another command", hex("C0 00 00 00 40"), QByteArray(), none);
+        tableRow("noise before the sync", hex("00 FF 80 3F") + good, QByteArray("abc"), none);
+        tableRow("as long as allowed", peerFrame(anyOpcode, QByteArray(64, 'x')), QByteArray(64, 'x'), none);
+        tableRow("much noise", QByteArray(100000, '\x55') + good, QByteArray("abc"), none);
+        tableRow("sync byte as checksum", hex("C0 02 01 00 7D C0"), hex("7D"), none);
+        tableRow("bytes behind the frame", good + hex("C0C0FF"), QByteArray("abc"), none);
 
-void TestSerialPort::frames_data()
-{
-    tableColumns<QByteArray, QByteArray, QString>("reply", "payload", "error");
-    const QString none;
-    tableRow("literal frame", hex("C0 02 03 00 11 22 33 D5"), hex("112233"), none);
-    tableRow("empty payload of another command", hex("C0 00 00 00 40"), QByteArray(), none);
-    tableRow("noise before the sync", hex("00 FF 80 3F") + good, QByteArray("abc"), none);
-    tableRow("as long as allowed", peerFrame(anyOpcode, QByteArray(64, 'x')), QByteArray(64, 'x'), none);
-    tableRow("much noise", QByteArray(100000, '\x55') + good, QByteArray("abc"), none);
-    tableRow("sync byte as checksum", hex("C0 02 01 00 7D C0"), hex("7D"), none);
-    tableRow("bytes behind the frame", good + hex("C0C0FF"), QByteArray("abc"), none);
-
-    const auto failed = [](const QByteArray& name, const QByteArray& reply, const QString& text) {
-        tableRow(name.constData(), reply, hex("0102"), text);
-    };
-    failed("one byte longer than allowed", peerFrame(anyOpcode, QByteArray(65, 'x')), brokenText);
-    failed("longest length", hex("C0 02 FF FF"), brokenText);
-    failed("wrong checksum", damaged(good), brokenText);
-    failed("wrong checksum of an error reply", damaged(errorFrame(3)), brokenText);
-    failed("cut in the header", hex("C0 02 03"), brokenText);
-    failed("cut before the checksum", good.left(7), brokenText);
-    failed("noise holds a sync byte", hex("C0") + good, brokenText);
-    for (const int code : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 255, 256, 0x8001, 0xFFFF}) {
-        failed("error " + QByteArray::number(code), errorFrame(code),
-               code < 12 ? QStringLiteral("text %1").arg(405 + code)
-                         : QStringLiteral("text 423 %1").arg(code));
+        const auto failed = [](const QByteArray& name, const QByteArray& reply, const QString& text) {
+            tableRow(name.constData(), reply, hex("0102"), text);
+        };
+        failed("one byte longer than allowed", peerFrame(anyOpcode, QByteArray(65, 'x')), brokenText);
+        failed("longest length", hex("C0 02 FF FF"), brokenText);
+        failed("wrong checksum", damaged(good), brokenText);
+        failed("wrong checksum of an error reply", damaged(errorFrame(3)), brokenText);
+        failed("cut in the header", hex("C0 02 03"), brokenText);
+        failed("cut before the checksum", good.left(7), brokenText);
+        failed("noise holds a sync byte", hex("C0") + good, brokenText);
+        for (const int code : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 255, 256, 0x8001, 0xFFFF}) {
+            failed("error " + QByteArray::number(code), errorFrame(code),
+                   code < 12 ? QStringLiteral("text %1").arg(405 + code)
+                             : QStringLiteral("text 423 %1").arg(code));
+        }
+        failed("error without code", peerFrame(0xFF), QStringLiteral("text 423 -"));
+        failed("error with half a code", peerFrame(0xFF, hex("03")), QStringLiteral("text 423 -"));
+        failed("error with more than a code", peerFrame(0xFF, hex("0300AA")), QStringLiteral("text 408"));
     }
-    failed("error without code", peerFrame(0xFF), QStringLiteral("text 423 -"));
-    failed("error with half a code", peerFrame(0xFF, hex("03")), QStringLiteral("text 423 -"));
-    failed("error with more than a code", peerFrame(0xFF, hex("0300AA")), QStringLiteral("text 408"));
-}
 
-void TestSerialPort::frames()
-{
-    QFETCH(QByteArray, reply);
-    QFETCH(QString, error);
-    const int cuts = qMin(reply.size(), 7);
-    ScriptedPeer peer;
-    // At once, and in two pieces that are cut anywhere in the head.
-    for (int cut = 0; cut <= cuts; ++cut)
-        peer.expect(hex("C0 02 02 00 01 02 39"), reply.left(cut)).send(reply.mid(cut), cut > 0 ? 1 : 0);
-    peer.start();
-    TSerialPort port;
-    QVERIFY(openPort(port, peer, error == brokenText ? 20 : 5000));
-    for (int cut = 0; cut <= cuts; ++cut) {
-        QByteArray data = hex("0102");
-        QCOMPARE(port.exchange(anyOpcode, data), error.isEmpty());
-        QTEST(data, "payload");
-        QCOMPARE(port.isLinkFailed(), error == brokenText);
-        if (!error.isEmpty())
-            QCOMPARE(port.errorString(), error);
+    void frames()
+    {
+        QFETCH(QByteArray, reply);
+        QFETCH(QString, error);
+        const int cuts = qMin(reply.size(), 7);
+        ScriptedPeer peer;
+        // At once, and in two pieces that are cut anywhere in the head.
+        for (int cut = 0; cut <= cuts; ++cut)
+            peer.expect(hex("C0 02 02 00 01 02 39"), reply.left(cut)).send(reply.mid(cut), cut > 0 ? 1 : 0);
+        peer.start();
+        TSerialPort port;
+        QVERIFY(openPort(port, peer, error == brokenText ? 20 : 5000));
+        for (int cut = 0; cut <= cuts; ++cut) {
+            QByteArray data = hex("0102");
+            QCOMPARE(port.exchange(anyOpcode, data), error.isEmpty());
+            QTEST(data, "payload");
+            QCOMPARE(port.isLinkFailed(), error == brokenText);
+            if (!error.isEmpty())
+                QCOMPARE(port.errorString(), error);
+        }
+        QCOMPARE(peer.finish(), QString());
     }
-    QCOMPARE(peer.finish(), QString());
-}
 
-void TestSerialPort::silenceIsBoundedForEachByte()
-{
-    ScriptedPeer peer;
-    peer.expect(peerFrame(anyOpcode));
-    for (const char byte : good)
-        peer.send(QByteArray(1, byte), 50);
-    peer.expect(peerFrame(anyOpcode), good.left(3)).send(good.mid(3), 700);
-    peer.start();
-    TSerialPort port;
-    QVERIFY(openPort(port, peer, 250));
-    QElapsedTimer clock;
-    clock.start();
-    QByteArray data;
-    QVERIFY(port.exchange(anyOpcode, data));
-    QVERIFY(clock.elapsed() > 350);
-    QCOMPARE(data, QByteArray("abc"));
-
-    clock.restart();
-    data.clear();
-    QVERIFY(!port.exchange(anyOpcode, data));
-    QVERIFY(port.isLinkFailed());
-    QVERIFY2(clock.elapsed() >= 240 && clock.elapsed() < 650, qPrintable(QString::number(clock.elapsed())));
-}
-
-void TestSerialPort::oldBytesAreDropped()
-{
-    ScriptedPeer peer;
-    TSerialPort port;
-    QVERIFY(openPort(port, peer));
-    const QByteArray old = peerFrame(anyOpcode, "old");
-    peer.sendNow(old);
-    QTest::qWait(50); // the event loop takes one part into the port's own buffer
-    peer.sendNow(old);
-    QThread::msleep(50); // the other stays in the system's
-    peer.expect(peerFrame(anyOpcode, "1"), good);
-    // The rest of a frame that is given up by its length.
-    peer.expect(peerFrame(anyOpcode, "2"), hex("C0 02 FF 00") + old + old);
-    peer.expect(peerFrame(anyOpcode, "3"), good);
-    peer.start();
-    for (const char* request : {"1", "2", "3"}) {
-        QByteArray data = request;
-        const bool gone = data == "2";
-        QCOMPARE(port.exchange(anyOpcode, data), !gone);
-        QCOMPARE(data, QByteArray(gone ? "2" : "abc"));
-        QCOMPARE(port.isLinkFailed(), gone);
-        QTest::qWait(50);
-    }
-    QCOMPARE(peer.finish(), QString());
-}
-
-void TestSerialPort::bytesComeWhole()
-{
-    // More than a line takes at once, in both directions.
-    Echo echo(65535);
-    for (const int size : {4096, 60000, 65535}) {
-        QByteArray data(size, '\0');
-        for (int i = 0; i < size; ++i)
-            data[i] = static_cast<char>(i * 7 + i / 256);
-        const QByteArray sent = data;
-        QVERIFY2(echo.port.exchange(anyOpcode, data), qPrintable(echo.port.errorString()));
-        QVERIFY(data == sent);
-    }
-    // The system's driver doubles 0xFF once a port is told to mark parity errors.
-    echo.port.setParity(QString());
-    echo.port.setFlowControl(QString());
-    QByteArray data = hex("FF FF 11 13 FF 00 0A 0D 03 04 7F");
-    const QByteArray sent = data;
-    QVERIFY(echo.port.exchange(anyOpcode, data));
-    QCOMPARE(data, sent);
-}
-
-void TestSerialPort::requestThatCannotBeSent()
-{
-    ScriptedPeer peer;
-    peer.start();
-    TSerialPort port;
-    QByteArray data(65536, 'x');
-    for (const bool open : {false, true}) {
-        QCOMPARE(open && openPort(port, peer, 5000, 65535), open);
-        QVERIFY(!port.exchange(anyOpcode, data));
-        QVERIFY(port.isLinkFailed());
-        QCOMPARE(port.errorString(), brokenText);
-        QCOMPARE(data.size(), 65536);
-    }
-    QCOMPARE(peer.finish(), QString());
-}
-
-void TestSerialPort::hangUp()
-{
-    ScriptedPeer peer;
-    peer.expect(peerFrame(anyOpcode)).hangUp();
-    peer.start();
-    TSerialPort port;
-    QVERIFY(openPort(port, peer));
-    QElapsedTimer clock;
-    clock.start();
-    for (int i = 0; i < 2; ++i) {
+    void silenceIsBoundedForEachByte()
+    {
+        ScriptedPeer peer;
+        peer.expect(peerFrame(anyOpcode));
+        for (const char byte : good)
+            peer.send(QByteArray(1, byte), 50);
+        peer.expect(peerFrame(anyOpcode), good.left(3)).send(good.mid(3), 700);
+        peer.start();
+        TSerialPort port;
+        QVERIFY(openPort(port, peer, 250));
+        QElapsedTimer clock;
+        clock.start();
         QByteArray data;
+        QVERIFY(port.exchange(anyOpcode, data));
+        QVERIFY(clock.elapsed() > 350);
+        QCOMPARE(data, QByteArray("abc"));
+
+        clock.restart();
+        data.clear();
         QVERIFY(!port.exchange(anyOpcode, data));
         QVERIFY(port.isLinkFailed());
+        QVERIFY2(clock.elapsed() >= 240 && clock.elapsed() < 650,
+                 qPrintable(QString::number(clock.elapsed())));
     }
-    QVERIFY(clock.elapsed() < 2000);
-}
 
-void TestSerialPort::textsOfThePort()
-{
-    const TestDir dir(TestDir::Empty);
-    TSerialPort port;
-    QVERIFY(!port.open(dir.file(QStringLiteral("none")), QIODevice::ReadWrite));
-    QCOMPARE(port.errorString(), QStringLiteral("text 393"));
-    QVERIFY(!port.open(dir.path(), QIODevice::ReadWrite));
-    QVERIFY(!port.errorString().isEmpty() && port.errorString() != QStringLiteral("text 393"));
-    const QHash<QString, QString> names{
-        {"ttyUSB0 (Maker Chip (rev 2))", "ttyUSB0"}, {"./sim", "./sim"}, {"(odd)", "(odd)"}};
-    for (auto it = names.begin(); it != names.end(); ++it)
-        QCOMPARE(TSerialPort::portNameOf(it.key()), it.value());
-}
-
-void TestSerialPort::settingsByIndexAndName()
-{
-    TSerialPort port;
-    const auto* inner = port.findChild<QSerialPort*>();
-    const auto state = [inner] {
-        return QList<int>{inner->dataBits(), inner->stopBits(), inner->parity(), inner->flowControl()};
-    };
-    const QList<int> stops = {QSerialPort::OneStop, QSerialPort::OneAndHalfStop, QSerialPort::TwoStop};
-    const QList<int> parities = {QSerialPort::NoParity, QSerialPort::OddParity, QSerialPort::EvenParity,
-                                 QSerialPort::MarkParity, QSerialPort::SpaceParity};
-    const QList<int> flows = {QSerialPort::NoFlowControl, QSerialPort::HardwareControl,
-                              QSerialPort::SoftwareControl};
-    for (int i = 0; i < 5; ++i) {
-        const int bits = qMin(i, 3);
-        const int few = qMin(i, 2);
-        QVERIFY(port.setDataBits(bits) && port.setStopBits(few));
-        QVERIFY(port.setParity(TSerialPort::parities().at(i)));
-        QVERIFY(port.setFlowControl(TSerialPort::flowControls().at(few)));
-        QCOMPARE(state(), (QList<int>{5 + bits, stops.at(few), parities.at(i), flows.at(few)}));
+    void oldBytesAreDropped()
+    {
+        ScriptedPeer peer;
+        TSerialPort port;
+        QVERIFY(openPort(port, peer));
+        const QByteArray old = peerFrame(anyOpcode, "old");
+        peer.sendNow(old);
+        QTest::qWait(50); // the event loop takes one part into the port's own buffer
+        peer.sendNow(old);
+        QThread::msleep(50); // the other stays in the system's
+        peer.expect(peerFrame(anyOpcode, "1"), good);
+        // The rest of a frame that is given up by its length.
+        peer.expect(peerFrame(anyOpcode, "2"), hex("C0 02 FF 00") + old + old);
+        peer.expect(peerFrame(anyOpcode, "3"), good);
+        peer.start();
+        for (const char* request : {"1", "2", "3"}) {
+            QByteArray data = request;
+            const bool gone = data == "2";
+            QCOMPARE(port.exchange(anyOpcode, data), !gone);
+            QCOMPARE(data, QByteArray(gone ? "2" : "abc"));
+            QCOMPARE(port.isLinkFailed(), gone);
+            QTest::qWait(50);
+        }
+        QCOMPARE(peer.finish(), QString());
     }
-    const QList<int> before = state();
-    QVERIFY(!port.setDataBits(-1) && !port.setDataBits(4) && !port.setDataBits(8));
-    QVERIFY(!port.setStopBits(-1) && !port.setStopBits(3));
-    for (const char* text : {"", "none", "Odd ", "Custom"})
-        QVERIFY(!port.setParity(QLatin1String(text)) && !port.setFlowControl(QLatin1String(text)));
-    QCOMPARE(state(), before);
-}
 
-void TestSerialPort::extendedAddressBelongsToTheLink()
-{
-    Echo echo;
-    TSerialPort& port = echo.port;
-    QVERIFY(!port.hasExtendedAddress());
-    QByteArray data;
-    const std::function<void()> forgetting[] = {
-        [&] { QVERIFY(port.exchange(0x84, data)); },
-        [&] { port.close(); },
-        [&] { QVERIFY(openPort(port, echo.peer)); },
-    };
-    for (const auto& forget : forgetting) {
-        port.setExtendedAddress(3);
-        if (port.isOpen())
-            QVERIFY(port.exchange(0x83, data));
-        QVERIFY(port.hasExtendedAddress());
-        QCOMPARE(port.extendedAddress(), 3u);
-        forget();
+    void bytesComeWhole()
+    {
+        // More than a line takes at once, in both directions.
+        Echo echo(65535);
+        for (const int size : {4096, 60000, 65535}) {
+            QByteArray data(size, '\0');
+            for (int i = 0; i < size; ++i)
+                data[i] = static_cast<char>(i * 7 + i / 256);
+            const QByteArray sent = data;
+            QVERIFY2(echo.port.exchange(anyOpcode, data), qPrintable(echo.port.errorString()));
+            QVERIFY(data == sent);
+        }
+        // The system's driver doubles 0xFF once a port is told to mark parity errors.
+        echo.port.setParity(QString());
+        echo.port.setFlowControl(QString());
+        QByteArray data = hex("FF FF 11 13 FF 00 0A 0D 03 04 7F");
+        const QByteArray sent = data;
+        QVERIFY(echo.port.exchange(anyOpcode, data));
+        QCOMPARE(data, sent);
+    }
+
+    void requestThatCannotBeSent()
+    {
+        ScriptedPeer peer;
+        peer.start();
+        TSerialPort port;
+        QByteArray data(65536, 'x');
+        for (const bool open : {false, true}) {
+            QCOMPARE(open && openPort(port, peer, 5000, 65535), open);
+            QVERIFY(!port.exchange(anyOpcode, data));
+            QVERIFY(port.isLinkFailed());
+            QCOMPARE(port.errorString(), brokenText);
+            QCOMPARE(data.size(), 65536);
+        }
+        QCOMPARE(peer.finish(), QString());
+    }
+
+    void hangUp()
+    {
+        ScriptedPeer peer;
+        peer.expect(peerFrame(anyOpcode)).hangUp();
+        peer.start();
+        TSerialPort port;
+        QVERIFY(openPort(port, peer));
+        QElapsedTimer clock;
+        clock.start();
+        for (int i = 0; i < 2; ++i) {
+            QByteArray data;
+            QVERIFY(!port.exchange(anyOpcode, data));
+            QVERIFY(port.isLinkFailed());
+        }
+        QVERIFY(clock.elapsed() < 2000);
+    }
+
+    void textsOfThePort()
+    {
+        const TestDir dir(TestDir::Empty);
+        TSerialPort port;
+        QVERIFY(!port.open(dir.file(QStringLiteral("none")), QIODevice::ReadWrite));
+        QCOMPARE(port.errorString(), QStringLiteral("text 393"));
+        QVERIFY(!port.open(dir.path(), QIODevice::ReadWrite));
+        QVERIFY(!port.errorString().isEmpty() && port.errorString() != QStringLiteral("text 393"));
+        const QHash<QString, QString> names{
+            {"ttyUSB0 (Maker Chip (rev 2))", "ttyUSB0"}, {"./sim", "./sim"}, {"(odd)", "(odd)"}};
+        for (auto it = names.begin(); it != names.end(); ++it)
+            QCOMPARE(TSerialPort::portNameOf(it.key()), it.value());
+    }
+
+    void settingsByIndexAndName()
+    {
+        TSerialPort port;
+        const auto* inner = port.findChild<QSerialPort*>();
+        const auto state = [inner] {
+            return QList<int>{inner->dataBits(), inner->stopBits(), inner->parity(), inner->flowControl()};
+        };
+        const QList<int> stops = {QSerialPort::OneStop, QSerialPort::OneAndHalfStop, QSerialPort::TwoStop};
+        const QStringList parities{"None", "", "Even", "Odd", "Space", "Mark"}; // by their numbers
+        const QStringList flows{"None", "Hardware", "Software"};
+        for (const int i : {0, 2, 3, 4, 5}) {
+            const int few = i % 3;
+            QVERIFY(port.setDataBits(i % 4) && port.setStopBits(few));
+            QVERIFY(port.setParity(parities.at(i)) && port.setFlowControl(flows.at(few)));
+            QCOMPARE(state(), (QList<int>{5 + i % 4, stops.at(few), i, few}));
+        }
+        const QList<int> before = state();
+        QVERIFY(!port.setDataBits(-1) && !port.setDataBits(4) && !port.setDataBits(8));
+        QVERIFY(!port.setStopBits(-1) && !port.setStopBits(3));
+        for (const char* text : {"", "none", "Odd ", "Custom"})
+            QVERIFY(!port.setParity(QLatin1String(text)) && !port.setFlowControl(QLatin1String(text)));
+        QCOMPARE(state(), before);
+    }
+
+    void extendedAddressBelongsToTheLink()
+    {
+        Echo echo;
+        TSerialPort& port = echo.port;
         QVERIFY(!port.hasExtendedAddress());
+        QByteArray data;
+        const std::function<void()> forgetting[] = {
+            [&] { QVERIFY(port.exchange(0x84, data)); },
+            [&] { port.close(); },
+            [&] { QVERIFY(openPort(port, echo.peer)); },
+        };
+        for (const auto& forget : forgetting) {
+            port.setExtendedAddress(3);
+            if (port.isOpen())
+                QVERIFY(port.exchange(0x83, data));
+            QVERIFY(port.hasExtendedAddress());
+            QCOMPARE(port.extendedAddress(), 3u);
+            forget();
+            QVERIFY(!port.hasExtendedAddress());
+        }
     }
-}
+
+    // What the description shows as a session is what the simulated programmer does.
+    void documentedSession()
+    {
+        const QList<QByteArray> requests = documented("    > ");
+        const QList<QByteArray> replies = documented("    < ");
+        QVERIFY(requests.size() > 10);
+        QCOMPARE(replies.size(), requests.size());
+        SimProcess sim({"--chip", "W25Q64JV"});
+        QVERIFY2(sim.isReady(), sim.output().constData());
+        QSerialPort port(sim.path());
+        QVERIFY(port.open(QIODevice::ReadWrite));
+        for (int i = 0; i < requests.size(); ++i) {
+            port.write(requests.at(i));
+            QByteArray reply;
+            while (reply.size() < replies.at(i).size() && port.waitForReadyRead(5000))
+                reply += port.readAll();
+            QCOMPARE(reply.toHex(' '), replies.at(i).toHex(' '));
+        }
+    }
+};
 
 QTEST_GUILESS_MAIN(TestSerialPort)
 #include "test_serial_port.moc"
