@@ -2,8 +2,6 @@
 #include "formats/chunkSize.h"
 #include "hexkit.h"
 
-#include <QRandomGenerator>
-
 #include <limits>
 
 namespace {
@@ -42,16 +40,241 @@ class TestFormats : public QObject
     Q_OBJECT
 
 private slots:
-    void chunkSizes();
-    void names();
-    void failingOpen();
-    void binReads();
-    void binWrites();
-    void hexReads();
-    void malformedHex();
-    void hexWrites();
-    void fullDevice();
-    void randomImages();
+    void chunkSizes()
+    {
+        const qint64 top = std::numeric_limits<qint64>::max();
+        const auto row = [](const char* name, qint64 addr, qint64 last, qint64 block, qint64 size) {
+            compareRow(name, chunkSize(addr, last, block), size);
+        };
+        row("whole block", 0, 1000, 256, 256);
+        row("up to the border", 250, 1000, 256, 6);
+        row("last byte of the range", 1000, 1000, 256, 1);
+        row("beyond the range", 1001, 1000, 256, 0);
+        row("block 0", 0, 1000, 0, 0);
+        row("end of the number range", top - 1, top, 0x1000000, 2);
+        row("from end to end", -top - 1, top, 16, 16);
+    }
+
+    void names()
+    {
+        QCOMPARE(TFormat::formatList(), QStringList({"HEX", "BIN", "BIN+"}));
+        QCOMPARE(TFormat::fileFilter(), QString("*.bin *.hex"));
+        // Only the lower-case names are binary; the suffix of the file plays no part.
+        for (const char* name : {"bin", "bin+"})
+            compareRow(name, read(name, "x", 0, 0, 9, 16), QString("0:78"));
+        for (const char* name : {"hex", "BIN", "Bin+", ""})
+            compareRow(name, read(name, "x", 0, 0, 9, 16), QString("text 420 %1"));
+    }
+
+    void failingOpen()
+    {
+        m_files.make("ten", "0123456789");
+        const auto row = [this](const char* format, const char* file, qint64 addrFile, int mode,
+                                const QString& text) {
+            TFormat data(format, m_files.path(file), addrFile, 0, 100, 16);
+            QVERIFY(!data.open(mode));
+            compareRow(file, data.errorText(), text);
+        };
+        row("bin", "none %1 %2", 0, 0, "text 417 ");
+        row("hex", "none %1 %2", 0, 0, "text 417 ");
+        row("bin", "ten", 11, 0, "text 418 %1");
+        row("bin", ".", 0, 0, "text 419 file to open is a directory");
+        row("hex", ".", 0, 0, "text 417 file to open is a directory");
+        row("bin", "a/b", 0, 1, "text 419 No such file or directory");
+        row("bin+", "a/b", 0, 1, "text 419 No such file or directory");
+        row("hex", "a/b", 0, 1, "text 417 No such file or directory");
+    }
+
+    void binReads()
+    {
+        const auto row = [this](const char* name, qint64 file, qint64 first, qint64 last, qint64 chunk,
+                                const QString& pieces) {
+            compareRow(name, read("bin", counted(10), file, first, last, chunk), pieces);
+        };
+        row("aligned", 0, 0, 9, 4, "0:00010203 4:04050607 8:0809");
+        row("pieces go by the device address", 0, 6, 11, 4, "6:0001 8:02030405");
+        row("shifted in the file", 3, 0x100, 0x103, 64, "100:03040506");
+        row("short file", 8, 0, 99, 16, "0:0809");
+        row("file ends with a piece", 0, 0, 99, 5, "0:0001020304 5:0506070809");
+        row("at the end of the file", 10, 0, 99, 16, "");
+        row("negative address in the file", -1, 0, 9, 16, "Unknown error");
+        // The address of the caller decides how long a piece is.
+        TFormat file("bin", m_files.make("in", counted(10)), 0, 0, 9, 4);
+        QVERIFY(file.open(0));
+        QCOMPARE(readPieces(file, 7), QString("7:00 8:0102"));
+    }
+
+    void binWrites()
+    {
+        const auto row = [this](const char* format, qint64 addr, const QByteArray& after) {
+            TFormat file(format, m_files.make("out", "oldoldoldold"), addr, 0, 3, 16);
+            QVERIFY(file.open(1));
+            QVERIFY(file.write(addr, "abX"));
+            QVERIFY(file.write(addr + 2, "cd")); // goes back
+            QVERIFY(file.close());
+            compareRow(format, m_files.content("out"), after);
+        };
+        row("bin", 0, "abcd");
+        row("bin", 3, QByteArray("\0\0\0abcd", 7));
+        row("bin+", 3, "oldabcdldold");
+        row("bin+", 12, "oldoldoldoldabcd");
+    }
+
+    void hexReads()
+    {
+        const auto row = [this](const char* name, const QByteArray& text, qint64 first, qint64 last,
+                                const QByteArray& pieces) {
+            compareRow(name, read("hex", text, first, first, last, 16), QString(pieces));
+        };
+        const QByteArray ab = hexLine(0, 0, "\x0a\x0b");
+        const QByteArray cd = hexLine(0, 2, "\x0c\x0d");
+        const QByteArray gap = hexLine(0, 0x10, "\x0e\x0f");
+        const qint64 top = 0xFFFFFFFF;
+        row("empty file", "", 0, 99, "");
+        row("no end record", ab + cd, 0, 99, "0:0a0b0c0d");
+        row("white space", ":02 0000\t00 0A0 B E9 \n" + hexEnd, 0, 99, "0:0a0b");
+        row("gap", ab + cd + gap + hexEnd, 0, 99, "0:0a0b0c0d 10:0e0f");
+        row("pieces are aligned", hexLine(0, 14, counted(6)) + hexEnd, 14, 99, "e:0001 10:02030405");
+        row("blank line before the end", ab + "\r\n" + hexEnd, 0, 99, "text 420 %1");
+        row("lines behind the end", ab + hexEnd + "\r\nnonsense\r\n", 0, 99, "0:0a0b");
+        row("other types", ab + hexLine(3, 0, "1234") + hexLine(5, 0, "1234") + hexLine(9, 0, "") + cd, 0, 99,
+            "0:0a0b0c0d");
+        row("above the last address", ab + gap, 0, 0xF, "0:0a0b");
+        row("front is cut", hexLine(0, 0, counted(8)), 5, 99, "5:050607");
+        row("below the range, behind it", gap + hexLine(0, 0xE, "xy"), 0x10, 99, "10:0e0f");
+        row("not ascending", gap + ab, 0, 99, "10:0e0f text 420 %1");
+        row("overlap", ab + hexLine(0, 1, "\x0b\x0c"), 0, 99, "0:0a0b text 420 %1");
+        row("empty data record", ab + hexLine(0, 0x40, "") + cd, 0, 99, "0:0a0b0c0d");
+        row("type 02 as upper address", hexUpper(2, 0xF) + ab, 0, top, "f0000:0a0b");
+        row("type 02 as segment", hexUpper(2, 0x1000) + ab + hexUpper(2, 0xF000) + ab, 0, top,
+            "10000:0a0b f0000:0a0b");
+        row("type 02 that is no segment", hexUpper(2, 0x1234) + ab, 0, top, "12340000:0a0b");
+        row("type 04 is never a segment", hexUpper(4, 0x1000) + ab, 0, top, "10000000:0a0b");
+        row("address record ends the piece", ab + hexUpper(4, 0) + cd + hexUpper(4, 1) + ab, 0, top,
+            "0:0a0b 2:0c0d 10000:0a0b");
+        row("highest addresses", hexUpper(4, 0xFFFF) + hexLine(0, 0xFFFE, "\x0a\x0b"), 0, top,
+            "fffffffe:0a0b");
+        row("longest record", hexLine(0, 0, QByteArray(255, 'x')), 0xFD, 999, "fd:7878");
+        compareRow("no chunk", read("hex", ab, 0, 0, 99, 0), QString("text 424 %1"));
+    }
+
+    void malformedHex()
+    {
+        const QByteArray good = ":020000000A0BE9";
+        const QByteArray lines[] = {";" + good.mid(1),
+                                    " " + good,
+                                    ":",
+                                    ":00000000",
+                                    ":010000000A0BEA", // the length is one byte short
+                                    ":030000000A0BE8",
+                                    ":020000000A0BEA",
+                                    good + "0",
+                                    ":020000000G0BE3",
+                                    ":0200-00000A0BE9",
+                                    good + good,
+                                    good + "\r" + good,
+                                    QByteArray(good).insert(5, '\0'),
+                                    good + '\0',
+                                    QByteArray(good).replace(5, 1, "\xe9"),
+                                    "\xef\xbb\xbf" + good,
+                                    good + QByteArray(1024 - good.size(), ' '),
+                                    ":" + QByteArray(1000, '0'),
+                                    ":" + QByteArray(1 << 20, '0'),
+                                    hexLine(4, 0, "\x01").trimmed(),
+                                    hexLine(2, 0, "\x01\x02\x03").trimmed()};
+        // Behind a good record, so that the failure must come from this line.
+        for (const QByteArray& line : lines)
+            compareRow(QString::fromLatin1(line.left(80)),
+                       read("hex", hexLine(0, 0, "x") + line + "\n" + hexEnd, 0, 0, 99, 16),
+                       QString("text 420 %1"));
+        // A sparse file of 100 MB: it must fail at its first line, not be read into memory.
+        QFile large(m_files.make("large", ""));
+        QVERIFY(large.resize(100 * 1000 * 1000));
+        TFormat format("hex", large.fileName(), 0, 0, 0x7FFFFFFFFFFFFFFF, 0x1000000);
+        QVERIFY(format.open(0));
+        QCOMPARE(readPieces(format, 0), QString("text 420 %1"));
+    }
+
+    void hexWrites()
+    {
+        const auto row = [this](const char* name, qint64 first, int size, int piece, const QByteArray& text) {
+            TFormat format("hex", m_files.make("out.hex", "old content"), first, 0, size - 1, piece);
+            QVERIFY(format.open(1));
+            for (int at = 0; at < size; at += piece)
+                QVERIFY(format.write(first + at, counted(qMin(piece, size - at), at)));
+            QVERIFY(format.close());
+            compareRow(name, m_files.content("out.hex"), text + hexEnd);
+        };
+        const QByteArray lastLine = hexLine(0, 0xFFF0, counted(16));
+        row("literal bytes", 0x30, 2, 16, ":020030000001CD\r\n");
+        row("off the grid", 10, 14, 64, hexLine(0, 10, counted(14)));
+        row("up to the grid", 10, 24, 64,
+            hexLine(0, 10, counted(6)) + hexLine(0, 16, counted(16, 6)) + hexLine(0, 32, counted(2, 22)));
+        row("remainder is not merged", 0, 24, 20,
+            hexLine(0, 0, counted(16)) + hexLine(0, 16, counted(4, 16)) + hexLine(0, 20, counted(4, 20)));
+        row("type 02", 0xFFF0, 17, 32,
+            hexUpper(2, 0) + lastLine + hexUpper(2, 1) + hexLine(0, 0, counted(1, 16)));
+        row("type 02 up to 0xFFFFF", 0xFFFF0, 16, 16, hexUpper(2, 0xF) + lastLine);
+        row("type 04", 0xFFFF0, 18, 9,
+            hexUpper(4, 0xF) + hexLine(0, 0xFFF0, counted(9)) + hexLine(0, 0xFFF9, counted(7, 9)) +
+                hexUpper(4, 0x10) + hexLine(0, 0, counted(2, 16)));
+        row("literal address record", 0x10000, 1, 16, ":020000020001FB\r\n:0100000000FF\r\n");
+
+        TFormat far("hex", m_files.path("far.hex"), 0xFFFFFFFF, 0, 1, 16);
+        QVERIFY(far.open(1));
+        QVERIFY(far.write(0xFFFFFFFF, counted(1)));
+        QVERIFY2(!far.write(0x100000000, counted(1)), "no record can hold this address");
+        QCOMPARE(far.errorText(), QString("text 425 %1"));
+
+        // Without its end a reader takes it for what it is, a part.
+        {
+            TFormat aborted("hex", m_files.path("half.hex"), 0, 0, 99, 16);
+            QVERIFY(aborted.open(1) && aborted.write(0, counted(20)));
+        }
+        QCOMPARE(m_files.content("half.hex"), hexLine(0, 0, counted(16)));
+    }
+
+    void fullDevice()
+    {
+        const QString full("No space left on device");
+        for (const char* name : {"bin", "hex"}) {
+            TFormat file(name, "/dev/full", 0, 0, 99, 16);
+            QVERIFY(file.open(1));
+            QVERIFY(file.write(0, counted(15))); // is still in memory
+            QVERIFY(!file.close());
+            compareRow(name, file.errorText(), full);
+            TFormat large(name, "/dev/full", 0, 0, 99, 16);
+            QVERIFY(large.open(1));
+            QVERIFY(!large.write(0, QByteArray(0x8000, 'x')));
+            compareRow(name, large.errorText(), full);
+        }
+    }
+
+    // Longer than what the reader takes in at once, over banks, with a gap.
+    void roundTrip()
+    {
+        constexpr qint64 first = 0xFFF3;
+        constexpr int size = 0x21000;
+        const QByteArray part = counted(size);
+        TFormat writer("hex", m_files.path("long.hex"), first, 0, 0x3FFFF, 60);
+        QVERIFY(writer.open(1));
+        for (int at = 0; at < size; at += 60)
+            QVERIFY(writer.write(first + at, part.mid(at, 60)));
+        QVERIFY(writer.write(0x40005, "behind the gap"));
+        QVERIFY(writer.close());
+        const QByteArray whole = part + QByteArray(0x40005 - first - size, '-') + "behind the gap";
+        for (const int chunk : {1, 7, 64, 5000, 0x1000000}) {
+            TFormat reader("hex", m_files.path("long.hex"), first, first, 0x4FFFF, chunk);
+            QVERIFY(reader.open(0));
+            QByteArray image;
+            QByteArray data;
+            for (qint64 at = first; reader.read(at, data) && !data.isEmpty(); at += data.size()) {
+                QVERIFY(at / chunk == (at + data.size() - 1) / chunk);
+                image = image.leftJustified(int(at - first), '-') + data;
+            }
+            QVERIFY2(image == whole, qPrintable(QString::number(chunk)));
+        }
+    }
 
 private:
     QString read(const char* format, const QByteArray& content, qint64 addrFile, qint64 first, qint64 last,
@@ -63,256 +286,6 @@ private:
 
     const Files m_files;
 };
-
-void TestFormats::chunkSizes()
-{
-    const qint64 top = std::numeric_limits<qint64>::max();
-    const auto row = [](const char* name, qint64 addr, qint64 last, qint64 block, qint64 size) {
-        compareRow(name, chunkSize(addr, last, block), size);
-    };
-    row("whole block", 0, 1000, 256, 256);
-    row("up to the border", 250, 1000, 256, 6);
-    row("last byte of the range", 1000, 1000, 256, 1);
-    row("beyond the range", 1001, 1000, 256, 0);
-    row("block 0", 0, 1000, 0, 0);
-    row("end of the number range", top - 1, top, 0x1000000, 2);
-    row("from end to end", -top - 1, top, 16, 16);
-}
-
-void TestFormats::names()
-{
-    QCOMPARE(TFormat::formatList(), QStringList({"HEX", "BIN", "BIN+"}));
-    QCOMPARE(TFormat::fileFilter(), QString("*.bin *.hex"));
-    // Only the lower-case names are binary; the suffix of the file plays no part.
-    for (const char* name : {"bin", "bin+"})
-        compareRow(name, read(name, "x", 0, 0, 9, 16), QString("0:78"));
-    for (const char* name : {"hex", "BIN", "Bin+", ""})
-        compareRow(name, read(name, "x", 0, 0, 9, 16), QString("text 420 %1"));
-}
-
-void TestFormats::failingOpen()
-{
-    m_files.make("ten", "0123456789");
-    const auto row = [this](const char* format, const char* file, qint64 addrFile, int mode,
-                            const QString& text) {
-        TFormat data(format, m_files.path(file), addrFile, 0, 100, 16);
-        QVERIFY(!data.open(mode));
-        compareRow(file, data.errorText(), text);
-    };
-    row("bin", "none %1 %2", 0, 0, "text 417 ");
-    row("hex", "none %1 %2", 0, 0, "text 417 ");
-    row("bin", "ten", 11, 0, "text 418 %1");
-    row("bin", ".", 0, 0, "text 419 file to open is a directory");
-    row("hex", ".", 0, 0, "text 417 file to open is a directory");
-    row("bin", "a/b", 0, 1, "text 419 No such file or directory");
-    row("bin+", "a/b", 0, 1, "text 419 No such file or directory");
-    row("hex", "a/b", 0, 1, "text 417 No such file or directory");
-}
-
-void TestFormats::binReads()
-{
-    const auto row = [this](const char* name, qint64 file, qint64 first, qint64 last, qint64 chunk,
-                            const QString& pieces) {
-        compareRow(name, read("bin", counted(10), file, first, last, chunk), pieces);
-    };
-    row("aligned", 0, 0, 9, 4, "0:00010203 4:04050607 8:0809");
-    row("pieces go by the device address", 0, 6, 11, 4, "6:0001 8:02030405");
-    row("shifted in the file", 3, 0x100, 0x103, 64, "100:03040506");
-    row("short file", 8, 0, 99, 16, "0:0809");
-    row("file ends with a piece", 0, 0, 99, 5, "0:0001020304 5:0506070809");
-    row("at the end of the file", 10, 0, 99, 16, "");
-    row("negative address in the file", -1, 0, 9, 16, "Unknown error");
-    // The address of the caller decides how long a piece is.
-    TFormat file("bin", m_files.make("in", counted(10)), 0, 0, 9, 4);
-    QVERIFY(file.open(0));
-    QCOMPARE(readPieces(file, 7), QString("7:00 8:0102"));
-}
-
-void TestFormats::binWrites()
-{
-    const auto row = [this](const char* format, qint64 addr, const QByteArray& after) {
-        TFormat file(format, m_files.make("out", "oldoldoldold"), addr, 0, 3, 16);
-        QVERIFY(file.open(1));
-        QVERIFY(file.write(addr, "abX"));
-        QVERIFY(file.write(addr + 2, "cd")); // goes back
-        QVERIFY(file.close());
-        compareRow(format, m_files.content("out"), after);
-    };
-    row("bin", 0, "abcd");
-    row("bin", 3, QByteArray("\0\0\0abcd", 7));
-    row("bin+", 3, "oldabcdldold");
-    row("bin+", 12, "oldoldoldoldabcd");
-}
-
-void TestFormats::hexReads()
-{
-    const auto row = [this](const char* name, const QByteArray& text, qint64 first, qint64 last,
-                            const QByteArray& pieces) {
-        compareRow(name, read("hex", text, first, first, last, 16), QString(pieces));
-    };
-    const QByteArray ab = hexLine(0, 0, "\x0a\x0b");
-    const QByteArray cd = hexLine(0, 2, "\x0c\x0d");
-    const QByteArray gap = hexLine(0, 0x10, "\x0e\x0f");
-    const qint64 top = 0xFFFFFFFF;
-    row("empty file", "", 0, 99, "");
-    row("no end record", ab + cd, 0, 99, "0:0a0b0c0d");
-    row("white space", ":02 0000\t00 0A0 B E9 \n" + hexEnd, 0, 99, "0:0a0b");
-    row("gap", ab + cd + gap + hexEnd, 0, 99, "0:0a0b0c0d 10:0e0f");
-    row("pieces are aligned", hexLine(0, 14, counted(6)) + hexEnd, 14, 99, "e:0001 10:02030405");
-    row("blank line before the end", ab + "\r\n" + hexEnd, 0, 99, "text 420 %1");
-    row("lines behind the end", ab + hexEnd + "\r\nnonsense\r\n", 0, 99, "0:0a0b");
-    row("other types", ab + hexLine(3, 0, "1234") + hexLine(5, 0, "1234") + hexLine(9, 0, "") + cd, 0, 99,
-        "0:0a0b0c0d");
-    row("above the last address", ab + gap, 0, 0xF, "0:0a0b");
-    row("front is cut", hexLine(0, 0, counted(8)), 5, 99, "5:050607");
-    row("below the range, behind it", gap + hexLine(0, 0xE, "xy"), 0x10, 99, "10:0e0f");
-    row("not ascending", gap + ab, 0, 99, "10:0e0f text 420 %1");
-    row("overlap", ab + hexLine(0, 1, "\x0b\x0c"), 0, 99, "0:0a0b text 420 %1");
-    row("empty data record", ab + hexLine(0, 0x40, "") + cd, 0, 99, "0:0a0b0c0d");
-    row("type 02 as upper address", hexUpper(2, 0xF) + ab, 0, top, "f0000:0a0b");
-    row("type 02 as segment", hexUpper(2, 0x1000) + ab + hexUpper(2, 0xF000) + ab, 0, top,
-        "10000:0a0b f0000:0a0b");
-    row("type 02 that is no segment", hexUpper(2, 0x1234) + ab, 0, top, "12340000:0a0b");
-    row("type 04 is never a segment", hexUpper(4, 0x1000) + ab, 0, top, "10000000:0a0b");
-    row("address record ends the piece", ab + hexUpper(4, 0) + cd + hexUpper(4, 1) + ab, 0, top,
-        "0:0a0b 2:0c0d 10000:0a0b");
-    row("highest addresses", hexUpper(4, 0xFFFF) + hexLine(0, 0xFFFE, "\x0a\x0b"), 0, top, "fffffffe:0a0b");
-    row("longest record", hexLine(0, 0, QByteArray(255, 'x')), 0xFD, 999, "fd:7878");
-    compareRow("no chunk", read("hex", ab, 0, 0, 99, 0), QString("text 424 %1"));
-}
-
-void TestFormats::malformedHex()
-{
-    const QByteArray good = ":020000000A0BE9";
-    const QByteArray lines[] = {";" + good.mid(1),
-                                " " + good,
-                                ":",
-                                ":00000000",
-                                ":010000000A0BEA", // the length is one byte short
-                                ":030000000A0BE8",
-                                ":020000000A0BEA",
-                                good + "0",
-                                ":020000000G0BE3",
-                                ":0200-00000A0BE9",
-                                good + good,
-                                good + "\r" + good,
-                                QByteArray(good).insert(5, '\0'),
-                                good + '\0',
-                                QByteArray(good).replace(5, 1, "\xe9"),
-                                "\xef\xbb\xbf" + good,
-                                good + QByteArray(1024 - good.size(), ' '),
-                                ":" + QByteArray(1000, '0'),
-                                ":" + QByteArray(1 << 20, '0'),
-                                hexLine(4, 0, "\x01").trimmed(),
-                                hexLine(2, 0, "\x01\x02\x03").trimmed()};
-    // Behind a good record, so that the failure must come from this line.
-    for (const QByteArray& line : lines)
-        compareRow(QString::fromLatin1(line.left(80)),
-                   read("hex", hexLine(0, 0, "x") + line + "\n" + hexEnd, 0, 0, 99, 16),
-                   QString("text 420 %1"));
-    // A sparse file of 100 MB: it must fail at its first line, not be read into memory.
-    QFile large(m_files.make("large", ""));
-    QVERIFY(large.resize(100 * 1000 * 1000));
-    TFormat format("hex", large.fileName(), 0, 0, 0x7FFFFFFFFFFFFFFF, 0x1000000);
-    QVERIFY(format.open(0));
-    QCOMPARE(readPieces(format, 0), QString("text 420 %1"));
-}
-
-void TestFormats::hexWrites()
-{
-    const auto row = [this](const char* name, qint64 first, int size, int piece, const QByteArray& text) {
-        TFormat format("hex", m_files.make("out.hex", "old content"), first, 0, size - 1, piece);
-        QVERIFY(format.open(1));
-        for (int at = 0; at < size; at += piece)
-            QVERIFY(format.write(first + at, counted(qMin(piece, size - at), at)));
-        QVERIFY(format.close());
-        compareRow(name, m_files.content("out.hex"), text + hexEnd);
-    };
-    const QByteArray lastLine = hexLine(0, 0xFFF0, counted(16));
-    row("literal bytes", 0x30, 2, 16, ":020030000001CD\r\n");
-    row("off the grid", 10, 14, 64, hexLine(0, 10, counted(14)));
-    row("up to the grid", 10, 24, 64,
-        hexLine(0, 10, counted(6)) + hexLine(0, 16, counted(16, 6)) + hexLine(0, 32, counted(2, 22)));
-    row("remainder is not merged", 0, 24, 20,
-        hexLine(0, 0, counted(16)) + hexLine(0, 16, counted(4, 16)) + hexLine(0, 20, counted(4, 20)));
-    row("type 02", 0xFFF0, 17, 32,
-        hexUpper(2, 0) + lastLine + hexUpper(2, 1) + hexLine(0, 0, counted(1, 16)));
-    row("type 02 up to 0xFFFFF", 0xFFFF0, 16, 16, hexUpper(2, 0xF) + lastLine);
-    row("type 04", 0xFFFF0, 18, 9,
-        hexUpper(4, 0xF) + hexLine(0, 0xFFF0, counted(9)) + hexLine(0, 0xFFF9, counted(7, 9)) +
-            hexUpper(4, 0x10) + hexLine(0, 0, counted(2, 16)));
-    row("literal address record", 0x10000, 1, 16, ":020000020001FB\r\n:0100000000FF\r\n");
-
-    TFormat far("hex", m_files.path("far.hex"), 0xFFFFFFFF, 0, 1, 16);
-    QVERIFY(far.open(1));
-    QVERIFY(far.write(0xFFFFFFFF, counted(1)));
-    QVERIFY2(!far.write(0x100000000, counted(1)), "no record can hold this address");
-    QCOMPARE(far.errorText(), QString("text 425 %1"));
-
-    // Without its end a reader takes it for what it is, a part.
-    {
-        TFormat aborted("hex", m_files.path("half.hex"), 0, 0, 99, 16);
-        QVERIFY(aborted.open(1) && aborted.write(0, counted(20)));
-    }
-    QCOMPARE(m_files.content("half.hex"), hexLine(0, 0, counted(16)));
-}
-
-void TestFormats::fullDevice()
-{
-    if (!QFile::exists("/dev/full"))
-        QSKIP("needs a device that takes no bytes");
-    const QString full("No space left on device");
-    for (const char* name : {"bin", "hex"}) {
-        TFormat file(name, "/dev/full", 0, 0, 99, 16);
-        QVERIFY(file.open(1));
-        QVERIFY(file.write(0, counted(15))); // is still in memory
-        QVERIFY(!file.close());
-        compareRow(name, file.errorText(), full);
-        TFormat large(name, "/dev/full", 0, 0, 99, 16);
-        QVERIFY(large.open(1));
-        QVERIFY(!large.write(0, QByteArray(0x8000, 'x')));
-        compareRow(name, large.errorText(), full);
-    }
-}
-
-void TestFormats::randomImages()
-{
-    QRandomGenerator random(20);
-    for (int turn = 0; turn < 100; ++turn) {
-        QMap<qint64, uchar> written; // address to byte
-        QByteArray text;
-        qint64 upper = 0;
-        qint64 addr = random.bounded(0x20000);
-        const qint64 first = addr + random.bounded(40);
-        // Every twentieth file is longer than what the reader takes in at once.
-        for (int record = random.bounded(1, turn % 20 == 0 ? 1500 : 60); record > 0; --record) {
-            if (random.bounded(4) == 0)
-                addr += random.bounded(1, random.bounded(2) ? 20 : 0x1800);
-            const int n = int(qMin<qint64>(random.bounded(1, 200), 0x10000 - addr % 0x10000));
-            if (addr / 0x10000 != upper || random.bounded(10) == 0)
-                text += hexUpper(random.bounded(2) && addr < 0x100000 ? 2 : 4, int(upper = addr / 0x10000));
-            const QByteArray data = counted(n, random.bounded(256));
-            text += hexLine(0, int(addr % 0x10000), data);
-            for (int i = 0; i < n; ++i, ++addr) {
-                if (addr >= first)
-                    written[addr] = uchar(data[i]);
-            }
-        }
-        const int chunk = random.bounded(1, random.bounded(2) ? 70 : 5000);
-        TFormat format("hex", m_files.make("random.hex", text + hexEnd), first, first, addr, chunk);
-        QVERIFY(format.open(0));
-        decltype(written) image;
-        QByteArray data;
-        qint64 at = first;
-        do {
-            QVERIFY2(format.read(at, data), text.constData());
-            QVERIFY(data.isEmpty() || at / chunk == (at + data.size() - 1) / chunk);
-            for (const char c : qAsConst(data))
-                image[at++] = uchar(c);
-        } while (!data.isEmpty());
-        QVERIFY2(image == written, text.constData());
-    }
-}
 
 QTEST_GUILESS_MAIN(TestFormats)
 #include "test_formats.moc"
