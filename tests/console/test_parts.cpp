@@ -23,140 +23,130 @@ class TestParts : public QObject
 
 private slots:
     void initTestCase() { lang().load(QStringLiteral(VM_DATA_DIR "/language/eng.lng")); }
-    void wrongArguments();
-    void arguments();
-    void logLines();
-    void printedText();
-    void progressText();
-    void pauseInput();
-    void pauseInputOnlyWhenWanted();
-};
-
-void TestParts::wrongArguments()
-{
-    const QMap<QString, QString> hints{{"runn a.prj", "runn"},
-                                       {"run --save", "PROJECT"},
-                                       {"run a.prj b.prj", "b.prj"},
-                                       {"run --json a.prj", "json"},
-                                       {"run a.prj -c", "c"},
-                                       {"run --port =/dev/a a.prj", "ALIAS=PORT"},
-                                       {"run --port A= a.prj", "ALIAS=PORT"},
-                                       {"check --events a.prj", "events"},
-                                       {"list", "chips"},
-                                       {"--version x", "x"}};
-    for (auto row = hints.begin(); row != hints.end(); ++row) {
-        const TArguments arguments = TArguments::parse(row.key().split(QLatin1Char(' ')));
-        compareRow(row.key(), int(arguments.word), int(TArguments::Word::Wrong));
-        QVERIFY2(arguments.error.contains(row.value()), qPrintable(arguments.error));
+    void wrongArguments()
+    {
+        const QMap<QString, QString> hints{{"runn a.prj", "runn"},
+                                           {"run --save", "PROJECT"},
+                                           {"run a.prj b.prj", "b.prj"},
+                                           {"run --json a.prj", "json"},
+                                           {"run a.prj -c", "c"},
+                                           {"run --port =/dev/a a.prj", "ALIAS=PORT"},
+                                           {"run --port A= a.prj", "ALIAS=PORT"},
+                                           {"check --events a.prj", "events"},
+                                           {"list", "chips"},
+                                           {"--version x", "x"}};
+        for (auto row = hints.begin(); row != hints.end(); ++row) {
+            const TArguments arguments = TArguments::parse(row.key().split(QLatin1Char(' ')));
+            compareRow(row.key(), int(arguments.word), int(TArguments::Word::Wrong));
+            QVERIFY2(arguments.error.contains(row.value()), qPrintable(arguments.error));
+        }
     }
-}
 
-// Relative paths are those of the user, who is not in the folder of the program.
-void TestParts::arguments()
-{
-    const QDir here = QDir::current();
-    const TArguments run =
-        TArguments::parse({"run", "-c", "B b", "--events", "sub/a.prj", "--config=A", "-c", "B b", "--port",
-                           "Sim=ttyS0", "--port", "X=/dev/a=b", "--port", "S=./sim"});
-    QCOMPARE(run.word, TArguments::Word::Run);
-    QCOMPARE(run.project, here.filePath("sub/a.prj"));
-    QCOMPARE(run.configs, (QStringList{"B b", "A"}));
-    QVERIFY(run.events && !run.save && !run.resume);
-    const QList<QPair<QString, QString>> ports{
-        {"Sim", "ttyS0"}, {"X", "/dev/a=b"}, {"S", QFileInfo("./sim").absoluteFilePath()}};
-    QCOMPARE(run.ports, ports);
-    const TArguments check = TArguments::parse({"check", "--json", "--", "-a.prj"});
-    QCOMPARE(check.project, here.filePath("-a.prj"));
-    QVERIFY(check.json);
-}
+    // Relative paths are those of the user, who is not in the folder of the program.
+    void arguments()
+    {
+        const QDir here = QDir::current();
+        const TArguments run =
+            TArguments::parse({"run", "-c", "B b", "--events", "sub/a.prj", "--config=A", "-c", "B b",
+                               "--port", "Sim=ttyS0", "--port", "X=/dev/a=b", "--port", "S=./sim"});
+        QCOMPARE(run.word, TArguments::Word::Run);
+        QCOMPARE(run.project, here.filePath("sub/a.prj"));
+        QCOMPARE(run.configs, (QStringList{"B b", "A"}));
+        QVERIFY(run.events && !run.save && !run.resume);
+        const QList<QPair<QString, QString>> ports{
+            {"Sim", "ttyS0"}, {"X", "/dev/a=b"}, {"S", QFileInfo("./sim").absoluteFilePath()}};
+        QCOMPARE(run.ports, ports);
+        const TArguments check = TArguments::parse({"check", "--json", "--", "-a.prj"});
+        QCOMPARE(check.project, here.filePath("-a.prj"));
+        QVERIFY(check.json);
+    }
 
-void TestParts::logLines()
-{
-    const auto row = [](int code, bool time, bool ms, const QString& text1, const QString& text2,
-                        const QString& line) {
-        appData().ExecLogShowTime = time;
-        appData().ExecLogShowTime_ms = ms;
-        QCOMPARE(TLogText::plain(static_cast<TCodeExec>(code), text1, text2, QTime(1, 2, 3, 4)), line);
-    };
-    const QString rule(60, '=');
-    row(0, true, true, "Ident", "100%2%1", "01:02:03.004 Ident (100%2%1)");
-    row(0, true, false, "Ident", "x", "01:02:03 Ident (x)");
-    row(0, false, true, "Ident", "x", "Ident (x)");
-    row(1, true, false, "t", "", "01:02:03 t");
-    row(2, true, false, "t", "", "         t");
-    row(4, true, true, "r", "", "             r");
-    row(5, true, true, "Done", "", "01:02:03.004 Done");
-    row(6, true, true, "why: %2", "", "01:02:03.004 FAILED\n" + rule + "\nwhy: %2\n" + rule + "\n");
-}
+    void logLines()
+    {
+        const auto row = [](int code, bool time, bool ms, const QString& text1, const QString& text2,
+                            const QString& line) {
+            appData().ExecLogShowTime = time;
+            appData().ExecLogShowTime_ms = ms;
+            QCOMPARE(TLogText::plain(static_cast<TCodeExec>(code), text1, text2, QTime(1, 2, 3, 4)), line);
+        };
+        const QString rule(60, '=');
+        row(0, true, true, "Ident", "100%2%1", "01:02:03.004 Ident (100%2%1)");
+        row(0, true, false, "Ident", "x", "01:02:03 Ident (x)");
+        row(0, false, true, "Ident", "x", "Ident (x)");
+        row(1, true, false, "t", "", "01:02:03 t");
+        row(2, true, false, "t", "", "         t");
+        row(4, true, true, "r", "", "             r");
+        row(5, true, true, "Done", "", "01:02:03.004 Done");
+        row(6, true, true, "why: %2", "", "01:02:03.004 FAILED\n" + rule + "\nwhy: %2\n" + rule + "\n");
+    }
 
-void TestParts::printedText()
-{
-    const QString text =
-        QStringLiteral("a\tb\nc\x1B[2Jd\u2028e\u009Bf") + QChar(0) + QChar('\r') + QStringLiteral("\u00e4");
-    QCOMPARE(printable(text), QStringLiteral("a b c [2Jd e f  \u00e4"));
-    QCOMPARE(printable(text, "\n\t"), QStringLiteral("a\tb\nc [2Jd e f  \u00e4"));
+    void printedText()
+    {
+        const QString text = QStringLiteral("a\tb\nc\x1B[2Jd\u2028e\u009Bf") + QChar(0) + QChar('\r') +
+                             QStringLiteral("\u00e4");
+        QCOMPARE(printable(text), QStringLiteral("a b c [2Jd e f  \u00e4"));
+        QCOMPARE(printable(text, "\n\t"), QStringLiteral("a\tb\nc [2Jd e f  \u00e4"));
 
-    const QByteArray line = jsonLine({{"event", "line"}, {"text1", text}, {"percent", 7}, {"ok", true}});
-    QVERIFY(line.startsWith("{\"event\":\"line\",\"text1\":\"") &&
-            line.endsWith(",\"percent\":7,\"ok\":true}\n"));
-    QCOMPARE(line.count('\n'), 1);
-    QCOMPARE(QJsonDocument::fromJson(line).object().value("text1").toString(), text);
-}
+        const QByteArray line = jsonLine({{"event", "line"}, {"text1", text}, {"percent", 7}, {"ok", true}});
+        QVERIFY(line.startsWith("{\"event\":\"line\",\"text1\":\"") &&
+                line.endsWith(",\"percent\":7,\"ok\":true}\n"));
+        QCOMPARE(line.count('\n'), 1);
+        QCOMPARE(QJsonDocument::fromJson(line).object().value("text1").toString(), text);
+    }
 
-void TestParts::progressText()
-{
-    QCOMPARE(TProgressLine::text({{"A", 100}, {"B\n", 42}}, 80),
-             QStringLiteral("A [####################] 100 %  B  [########............] 42 %"));
-    QCOMPARE(TProgressLine::text({{"A", 42}}, 9), QStringLiteral("A [######"));
-}
+    void progressText()
+    {
+        QCOMPARE(TProgressLine::text({{"A", 100}, {"B\n", 42}}, 80),
+                 QStringLiteral("A [####################] 100 %  B  [########............] 42 %"));
+        QCOMPARE(TProgressLine::text({{"A", 42}}, 9), QStringLiteral("A [######"));
+    }
 
-void TestParts::pauseInput()
-{
-    const QMap<QByteArray, int> rows{// lines before the end
-                                     {"", 0},
-                                     {"a\nb\n", 2},
-                                     {"a\nb", 2},
-                                     {QByteArray(20000, 'x') + "\n", 1}};
-    for (auto row = rows.begin(); row != rows.end(); ++row) {
+    void pauseInput()
+    {
+        const QMap<QByteArray, int> rows{// lines before the end
+                                         {"", 0},
+                                         {"a\nb\n", 2},
+                                         {"a\nb", 2},
+                                         {QByteArray(20000, 'x') + "\n", 1}};
+        for (auto row = rows.begin(); row != rows.end(); ++row) {
+            int ends[2];
+            QCOMPARE(pipe(ends), 0);
+            QCOMPARE(write(ends[1], row.key().constData(), size_t(row.key().size())),
+                     ssize_t(row.key().size()));
+            close(ends[1]);
+            TPauseInput input(ends[0]);
+            QSignalSpy line(&input, &TPauseInput::signalLine);
+            QSignalSpy ended(&input, &TPauseInput::signalEnded);
+            for (int i = 1; i <= row.value(); ++i) {
+                input.want();
+                input.want();
+                QCOMPARE(line.count(), i - 1); // never from inside the call
+                QTRY_COMPARE(line.count(), i);
+                QCOMPARE(ended.count(), 0);
+            }
+            input.want();
+            QTRY_COMPARE(ended.count(), 1);
+            QCOMPARE(line.count(), row.value());
+            QVERIFY(input.hasEnded());
+            close(ends[0]);
+        }
+    }
+
+    void pauseInputOnlyWhenWanted()
+    {
         int ends[2];
         QCOMPARE(pipe(ends), 0);
-        QCOMPARE(write(ends[1], row.key().constData(), size_t(row.key().size())), ssize_t(row.key().size()));
-        close(ends[1]);
         TPauseInput input(ends[0]);
         QSignalSpy line(&input, &TPauseInput::signalLine);
-        QSignalSpy ended(&input, &TPauseInput::signalEnded);
-        for (int i = 1; i <= row.value(); ++i) {
-            input.want();
-            input.want();
-            QCOMPARE(line.count(), i - 1); // never from inside the call
-            QTRY_COMPARE(line.count(), i);
-            QCOMPARE(ended.count(), 0);
-        }
         input.want();
-        QTRY_COMPARE(ended.count(), 1);
-        QCOMPARE(line.count(), row.value());
-        QVERIFY(input.hasEnded());
-        close(ends[0]);
+        input.dropWish();
+        QCOMPARE(write(ends[1], "\n", 1), ssize_t(1));
+        QVERIFY(!line.wait(50));
+        // What was typed early waits for the next pause.
+        input.want();
+        QTRY_COMPARE(line.count(), 1);
     }
-}
-
-void TestParts::pauseInputOnlyWhenWanted()
-{
-    int ends[2];
-    QCOMPARE(pipe(ends), 0);
-    TPauseInput input(ends[0]);
-    QSignalSpy line(&input, &TPauseInput::signalLine);
-    input.want();
-    input.dropWish();
-    QCOMPARE(write(ends[1], "\n", 1), ssize_t(1));
-    QTest::qWait(50);
-    QCOMPARE(line.count(), 0);
-    // What was typed early waits for the next pause.
-    input.want();
-    QTRY_COMPARE(line.count(), 1);
-    close(ends[0]);
-    close(ends[1]);
-}
+};
 
 QTEST_GUILESS_MAIN(TestParts)
 #include "test_parts.moc"
