@@ -4,6 +4,8 @@
 #include "DeviceBench.h"
 #include "core/keys.h"
 #include "devices/IDeviceExec.h"
+#include "formats/hexkit.h"
+#include "support/tables.h"
 
 #include <QtTest>
 
@@ -90,23 +92,36 @@ QByteArray pattern(int n)
 }
 
 /// Records of at most 16 bytes from addr.
-QByteArray hexFile(int addr, const QByteArray& bytes)
+QByteArray hexRecords(int addr, const QByteArray& bytes)
 {
     QByteArray text;
-    for (int i = 0; i < bytes.size(); i += 16) {
-        const QByteArray part = bytes.mid(i, 16);
-        QByteArray record =
-            QByteArray(1, char(part.size())) + char((addr + i) >> 8) + char(addr + i) + '\0' + part;
-        int sum = 0;
-        for (const char c : qAsConst(record))
-            sum += uchar(c);
-        text += ":" + record.append(char(-sum)).toHex().toUpper() + "\r\n";
-    }
+    for (int i = 0; i < bytes.size(); i += 16)
+        text += hexLine(0, addr + i, bytes.mid(i, 16));
     return text;
 }
 
-const QByteArray hexEnd = ":00000001FF\r\n";
 const QString smallFlash = QStringLiteral("dev25 size=0x1000 erase=D8|1024 erase_blocks=20|512 ");
+
+// Changes of the chip | command | programs and reads that came to the chip | percents | error. Pages are of
+// 256 bytes; a frame that is no part of a page is cut there too, where the rest would wrap. A chip of 0x1008
+// bytes has no piece that ends with it by chance.
+const char pieces[] = R"(
+MAX_DATA=64 | char_write addr_device=4095 count=1 | W 4095+1 | 100 |
+MAX_DATA=128 | char_write addr_device=0 count=512 | W 0+128 W 128+128 W 256+128 W 384+128 | 25 50 75 100 |
+MAX_DATA=1024 | char_write addr_device=200 count=400 | W 200+56 W 256+256 W 512+88 | 42 85 100 |
+MAX_DATA=60 | char_write addr_device=170 count=90 | W 170+10 W 180+60 W 240+16 W 256+4 | 69 92 98 100 |
+MAX_DATA=100 | char_write addr_device=200 count=110 | W 200+56 W 256+44 W 300+10 | 82 97 100 |
+MAX_DATA=100 | char_verify addr_device=150 count=200 | R 150+50 R 200+100 R 300+50 | 57 85 100 |
+MAX_DATA=64 | char_write addr_device=100 count=0 | | |
+MAX_DATA=64 | char_verify addr_device=0 count=2 | R 0+2 | 100 |
+MAX_DATA=64 | char_verify addr_device=0 count=1 | R 0+1 | 100 |
+MAX_DATA=64 | erase | | 0 25 50 75 |
+MAX_DATA=64 | erase_blocks size=512 begin=3 count=1 | | 0 |
+size=0x1008 | file_write file=gap count=4104 | W 16+8 W 2053+5 | 0 50 |
+size=0x1008 | file_write file=overTheEnd count=4104 | W 4096+8 | 100 |
+size=0x1008 | file_write file=behindTheEnd count=4105 | | | @425
+size=0x1008 | file_write file=overTheCount count=36 | W 32+4 | 100 |
+)";
 
 } // namespace
 
@@ -115,44 +130,35 @@ class TestOperation : public QObject
     Q_OBJECT
 
 private slots:
-    void pieces_data();
-    void pieces();
+    void cuts_data() { textRows(pieces, {"chip", "command", "pieces", "percents", "error"}); }
+    void cuts();
     void fileRoundTrip_data();
     void fileRoundTrip();
     void dataKeepsItsBlanks();
-    void progress_data();
-    void progress();
-    void hexAddresses_data();
-    void hexAddresses();
     void fileWithoutData_data();
     void fileWithoutData();
     void stopEndsTheRange();
     void refusalKeepsOldFile();
 };
 
-void TestOperation::pieces_data()
+void TestOperation::cuts()
 {
-    QTest::addColumn<QString>("pieces");
-    // The name is MAX_DATA, command, address and count. Pages are of 256 bytes; a frame that is no part of
-    // a page is cut there too, where the rest would wrap.
-    QTest::newRow("64 char_write 4095 1") << "W 4095+1";
-    QTest::newRow("128 char_write 0 512") << "W 0+128 W 128+128 W 256+128 W 384+128";
-    QTest::newRow("1024 char_write 200 400") << "W 200+56 W 256+256 W 512+88";
-    QTest::newRow("60 char_write 170 140") << "W 170+10 W 180+60 W 240+16 W 256+44 W 300+10";
-    QTest::newRow("100 char_write 200 110") << "W 200+56 W 256+44 W 300+10";
-    QTest::newRow("100 char_verify 150 200") << "R 150+50 R 200+100 R 300+50";
-    QTest::newRow("64 char_write 100 0") << "";
-}
-
-void TestOperation::pieces()
-{
-    const QStringList words = QString(QTest::currentDataTag()).split(' ');
-    DeviceBench bench(smallFlash + "MAX_DATA=" + words[0]);
-    Model flash(0x1000);
-    const auto result =
-        bench.runWith(words[1] + " addr_device=" + words[2] + " count=" + words[3], chipOf(flash));
-    QVERIFY2(result.ok, qPrintable(result.error));
+    QFETCH(QString, chip);
+    QFETCH(QString, command);
+    DeviceBench bench(smallFlash + chip);
+    bench.dir().write("gap", hexRecords(0x10, pattern(8)) + hexRecords(0x805, pattern(5)) + hexEnd);
+    bench.dir().write("overTheEnd", hexRecords(0x1000, QByteArray(16, 0)) + hexEnd);
+    bench.dir().write("behindTheEnd", hexRecords(0x1008, QByteArray(16, 0)) + hexEnd);
+    bench.dir().write("overTheCount", hexRecords(0x20, QByteArray(16, 0)) + hexEnd);
+    Model flash(0x2000);
+    const auto result = bench.runWith(command, chipOf(flash));
+    QTEST(result.errorText, "error");
     QTEST(flash.pieces.join(' '), "pieces");
+    QStringList percents;
+    for (const int percent : result.percents)
+        percents.append(QString::number(percent));
+    QTEST(percents.join(' '), "percents");
+    QVERIFY(result.events.isEmpty());
 }
 
 void TestOperation::fileRoundTrip_data()
@@ -162,7 +168,7 @@ void TestOperation::fileRoundTrip_data()
     QTest::addColumn<int>("count");
     const QString avr =
         "avr flash_size=0x2000 flash_page_size=64 alg_flash_read=0 alg_flash_write=1 MAX_DATA=";
-    for (const QString maxData : {"1", "59", "60", "64", "300"}) {
+    for (const QString maxData : {"1", "59", "64", "300"}) {
         QTest::newRow(qPrintable("flash " + maxData)) << smallFlash + "MAX_DATA=" + maxData << 0x123 << 1001;
         QTest::newRow(qPrintable("AVR odd start " + maxData)) << avr + maxData << 0x123 << 200;
         QTest::newRow(qPrintable("AVR odd end " + maxData)) << avr + maxData << 0x120 << 201;
@@ -189,7 +195,7 @@ void TestOperation::fileRoundTrip()
                                   .arg(count)
                                   .arg(format == "HEX" ? addr : 0);
         const auto result = bench.runWith(word + action + param, chipOf(model, isAvr));
-        return result.ok ? "ok" + result.works.join(' ') : result.error;
+        return result.ok ? "ok" + result.events.join(' ') : result.errorText;
     };
     QCOMPARE(run("write", "in", "BIN"), QString("ok"));
     QVERIFY(model.memory == QByteArray(0x40000, char(0xFF)).replace(addr, count, content));
@@ -212,66 +218,14 @@ void TestOperation::dataKeepsItsBlanks()
     Model flash(0x1000);
     QVERIFY(bench.runWith("data_write addr_device=0xFE data=01~02~0304~05~aB", chipOf(flash)).ok);
     QCOMPARE(flash.memory.mid(0xFE, 6), QByteArray::fromHex("0102030405AB"));
-    QCOMPARE(bench.runWith("data_read addr_device=0xFE data=00~00~0000~00~00", chipOf(flash)).data,
-             QString("01 02 0304 05 AB"));
-}
-
-void TestOperation::progress_data()
-{
-    QTest::addColumn<QList<int>>("percents");
-    QTest::newRow("char_verify addr_device=0 count=100") << QList<int>{100};
-    // The address behind the last byte is twice the last address.
-    QTest::newRow("char_verify addr_device=0 count=2") << QList<int>{100};
-    QTest::newRow("char_verify addr_device=0 count=1") << QList<int>{100};
-    QTest::newRow("char_verify addr_device=2048 count=2048") << QList<int>{56, 62, 68, 75, 81, 87, 93, 100};
-    QTest::newRow("erase") << QList<int>{0, 25, 50, 75};
-    QTest::newRow("erase_blocks size=512 begin=3 count=1") << QList<int>{0};
-}
-
-void TestOperation::progress()
-{
-    DeviceBench bench(smallFlash + "MAX_DATA=256");
-    Model flash(0x1000);
-    const auto result = bench.runWith(QTest::currentDataTag(), chipOf(flash));
-    QVERIFY2(result.ok, qPrintable(result.error));
-    QTEST(result.percents, "percents");
-}
-
-void TestOperation::hexAddresses_data()
-{
-    QTest::addColumn<QByteArray>("records");
-    QTest::addColumn<QString>("count");
-    QTest::addColumn<QString>("outcome"); // pieces, error, percents
-    // The chip has 0x1008 bytes, so that no piece ends with it by chance.
-    QTest::newRow("gap") << hexFile(0x10, pattern(8)) + hexFile(0x805, pattern(5)) << "4104"
-                         << "W 16+8 W 2053+5  0 50";
-    QTest::newRow("over the end") << hexFile(0x1000, QByteArray(16, 0)) << "4104"
-                                  << "W 4096+8  100";
-    QTest::newRow("behind the end") << hexFile(0x1008, QByteArray(16, 0)) << "4105"
-                                    << " @425 ";
-    QTest::newRow("over the count") << hexFile(0x20, QByteArray(16, 0)) << "36"
-                                    << "W 32+4  100";
-}
-
-void TestOperation::hexAddresses()
-{
-    QFETCH(QByteArray, records);
-    QFETCH(QString, count);
-    DeviceBench bench("dev25 size=0x1008");
-    bench.dir().write("in", records + hexEnd);
-    Model flash(0x2000);
-    const auto result = bench.runWith("file_write file=in count=" + count, chipOf(flash));
-    QStringList percents;
-    for (const int percent : result.percents)
-        percents.append(QString::number(percent));
-    QTEST(flash.pieces.join(' ') + ' ' + result.error + ' ' + percents.join(' '), "outcome");
-    QVERIFY(result.works.isEmpty());
+    QVERIFY(bench.runWith("data_read addr_device=0xFE data=00~00~0000~00~00", chipOf(flash)).ok);
+    QCOMPARE(bench.result(), QString("01 02 0304 05 AB"));
 }
 
 void TestOperation::fileWithoutData_data()
 {
     QTest::addColumn<QByteArray>("content");
-    QTest::newRow("HEX") << hexFile(0x900, pattern(16)) + hexEnd;
+    QTest::newRow("HEX") << hexRecords(0x900, pattern(16)) + hexEnd;
     QTest::newRow("BIN") << QByteArray();
 }
 
@@ -283,9 +237,9 @@ void TestOperation::fileWithoutData()
     const QString param = QStringLiteral(" count=2048 format=%1 file=").arg(QTest::currentDataTag());
     for (const QString& word : {QString("file_write"), QString("file_verify")}) {
         const auto result = bench.play({word + param + "100%2"}, {});
-        QVERIFY2(result.ok, qPrintable(result.error));
-        QCOMPARE(result.works, QStringList{"@427 100%2"});
-        QVERIFY(bench.play({word + param + "none"}, {}).error.startsWith("@417"));
+        QVERIFY2(result.ok, qPrintable(result.errorText));
+        QCOMPARE(result.events, QStringList{"3:@427 100%2"});
+        QVERIFY(bench.play({word + param + "none"}, {}).errorText.startsWith("@417"));
     }
 }
 
@@ -300,13 +254,13 @@ void TestOperation::stopEndsTheRange()
     };
     const QByteArray half = flash.memory.left(0x800);
     QVERIFY(bench.runWith("file_read file=out", chipOf(flash)).ok);
-    QCOMPARE(bench.dir().read("out"), hexFile(0, half) + hexEnd);
+    QCOMPARE(bench.dir().read("out"), hexRecords(0, half) + hexEnd);
     QVERIFY(bench.runWith("file_read format=BIN file=out", chipOf(flash)).ok);
     QCOMPARE(bench.dir().read("out"), half);
     QCOMPARE(bench.runWith("erase", chipOf(flash)).percents, (QList<int>{0, 25, 50}));
     const auto read = bench.runWith("data_read addr_device=0xFE data=00~00~00~00", chipOf(flash));
     QVERIFY(read.ok);
-    QCOMPARE(read.data, QString::fromLatin1(flash.memory.mid(0xFE, 2).toHex(' ').toUpper()));
+    QCOMPARE(bench.result(), QString::fromLatin1(flash.memory.mid(0xFE, 2).toHex(' ').toUpper()));
 }
 
 void TestOperation::refusalKeepsOldFile()
@@ -315,7 +269,7 @@ void TestOperation::refusalKeepsOldFile()
     bench.dir().write("dump", "an older dump");
     const auto result = bench.runWith("file_read format=BIN file=dump",
                                       [](quint8, const QByteArray&, QByteArray&) { return false; });
-    QCOMPARE(result.error, QString("@408"));
+    QCOMPARE(result.errorText, QString("@408"));
     QCOMPARE(bench.dir().read("dump"), QByteArray("an older dump"));
 }
 

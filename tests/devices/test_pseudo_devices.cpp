@@ -11,15 +11,64 @@
 
 namespace {
 
-TData only(const QString& key, const QString& value)
-{
-    return {{key, value}};
-}
+// Command with a value for "*" | values that are good | values that are not. What rounds to the limit in
+// tenths is inside.
+const char limits[] = R"(
+counter limit=0 delta=0 value=* | 0 2147483647 | -1 2147483648 9223372036854775807
+counter value=0 delta=0 limit=* | 0 2147483647 | -1 2147483648
+counter value=0 limit=0 delta=* | -2147483648 2147483647 | -2147483649 2147483648
+delay value=* | 0 2147483647 | -1 2147483648
+set_vcc vcc=* | 1.8 1.75 5 5.04 | 1.74 5.06 x nan inf 1e300
+set_vpp vpp=* | 9 12.5 | 3.3
+set_vicc vcc=3.3 icc=* | 1 200.04 | 200.06 0
+set_vicc icc=10 vcc=* | 5 | 5.1
+set_vipp vpp=12 ipp=* | 60 | 0.9 61
+set_vipp ipp=12 vpp=* | 13 | 14
+reset duration=* | -400 1000 | 0 5 -1001 -2147483648
+set_io state=* | -IHL ------- | -o
+set_freq duty_cycle=50 freq=* | 1000 8000000 | 999 8000001 4295967296
+set_freq freq=1000 duty_cycle=* | 10 90 | 9 91
+)";
 
-TData two(const QString& key, const QString& value, const QString& key2, const QString& value2)
-{
-    return {{key, value}, {key2, value2}};
-}
+// Command | its text in the table | valid or not. The command 0 is a set_prog in the configuration 0.
+const char shown[] = R"(
+counter value=5 limit=7 delta=-2 | Value: 5, Limit: 7, Delta: -2 | valid
+delay value=1500 | 1500 ms | valid
+process file=x | x | valid
+process file= | | wrong
+calc_crc crc_name=%2 file=%1.bin | %2: %1.bin | valid
+jamp to_cmd=0 | "First"."Set Prog" | valid
+jamp to_cmd=99 | | wrong
+execute cfg=0 | First | valid
+execute cfg=-1 | | wrong
+set_prog prog=bench | bench: /dev/tty%2, Model | valid
+set_prog prog=bench alt_enabled=true alt_port=other | bench: other, Model | valid
+set_prog prog=unknown | unknown | wrong
+auto_detect name=%2 execute=0 stop=1 | %2: Jamp, Stop | wrong
+auto_detect name=A execute=2 stop=0 | A: Execute, Skip | wrong
+reset duration=-400 | -400 ms | valid
+set_io state=HILIL | HIL | valid
+set_freq freq=1500000 duty_cycle=50 | 1.5 MHz | valid
+set_vcc vcc=3.26 | 3.3 V | valid
+set_vicc vcc=3.3 icc=0.0624 ocp=true | 3.3 V, 0.062 mA, OCP | wrong
+set_vipp vpp=12.5 ipp=1000 ocp=false | 12.5 V, 1000.000 mA | wrong
+)";
+
+// Command | parameters of a new one | the same where no programmer and no command are in force.
+const char defaults[] = R"(
+set_prog | prog=bench alt_enabled=false alt_port= | prog= alt_enabled=false alt_port=
+jamp | to_cmd=0 | to_cmd=-1
+execute | cfg=-1 | cfg=-1
+counter | value=0 limit=0 delta=1 | value=0 limit=0 delta=1
+delay | value=100 | value=100
+auto_detect | name= route= execute=0 stop=1 | name= route= execute=0 stop=1
+reset | duration=-400 |
+set_io | state= |
+set_freq | freq=1000000 duty_cycle=50 |
+set_vcc | vcc=3.3 |
+set_vicc | vcc=3.3 icc=50 ocp=true |
+set_vipp | vpp=12 ipp=20.5 ocp=true |
+)";
 
 } // namespace
 
@@ -30,33 +79,28 @@ class TestPseudoDevices : public QObject
 
 private slots:
     void commandLists();
-    void checks_data();
+    void checks_data() { textRows(limits, {"command", "good", "bad"}); }
     void checks();
     void familyDecides();
-    void texts_data();
-    void texts();
-    void targetsAndProgrammers();
-    void defaults();
+    void show_data() { textRows(shown, {"command", "text", "valid"}); }
+    void show();
+    void showsTheDutyCycle();
+    void byDefault_data() { textRows(defaults, {"word", "params", "alone"}); }
+    void byDefault();
 
 private:
-    const IDevice& deviceOf(const QString& cmd) const;
-    TData made(const QString& cmd, int id_cmd, int id_cfg) const;
+    const IDevice& deviceOf(const QString& word) const
+    {
+        return m_tools.hasCommand(word) ? static_cast<const IDevice&>(m_tools) : m_prog;
+    }
+    bool isValid(const BenchProject& bench, int id) const
+    {
+        return deviceOf(project().cmdById(id)->cmd()).checkParams(bench.data(id));
+    }
 
     TDevTools m_tools{dev_class::tools, {}};
     TDevProg m_prog{dev_class::prog, {}};
 };
-
-const IDevice& TestPseudoDevices::deviceOf(const QString& cmd) const
-{
-    return m_tools.hasCommand(cmd) ? static_cast<const IDevice&>(m_tools) : m_prog;
-}
-
-TData TestPseudoDevices::made(const QString& cmd, int id_cmd, int id_cfg) const
-{
-    TData data{{key::cmd, cmd}, {key::id_cfg, id_cfg}, {key::id_cmd, id_cmd}};
-    deviceOf(cmd).setDefaultParams(data);
-    return data;
-}
 
 void TestPseudoDevices::commandLists()
 {
@@ -65,58 +109,26 @@ void TestPseudoDevices::commandLists()
     QCOMPARE(
         m_prog.commandKeys().join(' '),
         QStringLiteral("set_device auto_detect reset set_io set_freq set_vcc set_vpp set_vicc set_vipp"));
-    for (const QString& key : m_tools.commandKeys() + m_prog.commandKeys()) {
-        QVERIFY(m_tools.hasCommand(key) != m_prog.hasCommand(key));
-        QCOMPARE(deviceOf(key).commandTitle(only(key::cmd, key)).isEmpty(), key == cmd::separator);
+    for (const QString& word : m_tools.commandKeys() + m_prog.commandKeys()) {
+        QVERIFY(m_tools.hasCommand(word) != m_prog.hasCommand(word));
+        QCOMPARE(deviceOf(word).commandTitle({{key::cmd, word}}).isEmpty(), word == cmd::separator);
     }
-    for (const IDevice* device :
-         {static_cast<const IDevice*>(&m_tools), static_cast<const IDevice*>(&m_prog)})
-        QVERIFY(!device->checkParams(only(key::cmd, "erase")) &&
-                !device->createForm(only(key::cmd, "reset")));
-}
-
-void TestPseudoDevices::checks_data()
-{
-    tableColumns<QString, TData, bool>("cmd", "params", "valid");
-    const auto rows = [](const QString& cmd, const QString& key, const TData& others, const QStringList& good,
-                         const QStringList& bad) {
-        for (const QString& value : good + bad) {
-            TData params = others;
-            params[key] = value;
-            tableRow(qPrintable(cmd + QLatin1Char(' ') + key + QLatin1Char(' ') + value), cmd, params,
-                     good.contains(value));
-        }
-    };
-    const TData counter{{key::value, 0}, {key::limit, 0}, {key::delta, 0}};
-    rows(cmd::counter, key::value, counter, {"0", "2147483647"}, {"-1", "2147483648", "9223372036854775807"});
-    rows(cmd::counter, key::limit, counter, {"0", "2147483647"}, {"-1", "2147483648"});
-    rows(cmd::counter, key::delta, counter, {"-2147483648", "2147483647"}, {"-2147483649", "2147483648"});
-    rows(cmd::delay, key::value, {}, {"0", "2147483647"}, {"-1", "2147483648"});
-    rows(cmd::process, key::file, {}, {"x"}, {""});
-    // Tenths: what rounds to the limit is inside.
-    rows(cmd::set_vcc, key::vcc, {}, {"1.8", "1.75", "5", "5.04"},
-         {"1.74", "5.06", "x", "nan", "inf", "1e300"});
-    rows(cmd::set_vpp, key::vpp, {}, {"9", "12.5"}, {"3.3"});
-    rows(cmd::set_vicc, key::icc, {{key::vcc, 3.3}}, {"1", "200.04"}, {"200.06", "0"});
-    rows(cmd::set_vicc, key::vcc, {{key::icc, 10}}, {"5"}, {"5.1"});
-    rows(cmd::set_vipp, key::ipp, {{key::vpp, 12}}, {"60"}, {"0.9", "61"});
-    rows(cmd::set_vipp, key::vpp, {{key::ipp, 12}}, {"13"}, {"14"});
-    rows(cmd::reset, key::duration, {}, {"-400", "1000"}, {"0", "5", "-1001", "-2147483648"});
-    rows(cmd::set_io, key::state, {}, {"-IHL", "-------"}, {"-o"});
-    rows(cmd::set_freq, key::freq, {{key::duty_cycle, 50}}, {"1000", "8000000"},
-         {"999", "8000001", "4295967296"});
-    rows(cmd::set_freq, key::duty_cycle, {{key::freq, 1000}}, {"10", "90"}, {"9", "91"});
+    QVERIFY(!m_tools.checkParams({{key::cmd, "erase"}}) && !m_prog.checkParams({{key::cmd, "erase"}}));
 }
 
 void TestPseudoDevices::checks()
 {
-    QFETCH(QString, cmd);
-    QFETCH(TData, params);
+    QFETCH(QString, command);
+    QFETCH(QString, good);
+    QFETCH(QString, bad);
     BenchProject bench;
-    const bool needsProg = m_prog.hasCommand(cmd);
-    QVERIFY(!needsProg || !m_prog.checkParams(bench.data(bench.add(cmd, params))));
+    const auto add = [&](const QString& value) { return bench.add(QString(command).replace('*', value)); };
+    QCOMPARE(isValid(bench, add(good.section(' ', 0, 0))), m_tools.hasCommand(command.section(' ', 0, 0)));
     bench.addProg();
-    QTEST(deviceOf(cmd).checkParams(bench.data(bench.add(cmd, params))), "valid");
+    for (const QString& value : good.split(' '))
+        QVERIFY2(isValid(bench, add(value)), qPrintable(value));
+    for (const QString& value : bad.split(' '))
+        QVERIFY2(!isValid(bench, add(value)), qPrintable(value));
 }
 
 void TestPseudoDevices::familyDecides()
@@ -126,89 +138,52 @@ void TestPseudoDevices::familyDecides()
         bench.dir().write("auto.lst", "chip=chip.dev|chip.sig\n");
         bench.setChip({{"good", good}});
         bench.addProg();
-        for (const int id : {bench.addChip(), bench.add(cmd::auto_detect, only(key::name, "chip"))})
-            QCOMPARE(m_prog.checkParams(bench.data(id)), good);
+        for (const int id : {bench.addChip(), bench.add("auto_detect name=chip")})
+            QCOMPARE(isValid(bench, id), good);
         // An unreadable chip is a wrong parameter, not a command that does not fit the programmer.
         const int none = bench.add(cmd::set_device);
         QVERIFY(project().cmdById(none)->validDev() && !project().cmdById(none)->validParam());
     }
 }
 
-void TestPseudoDevices::texts_data()
+void TestPseudoDevices::show()
 {
-    tableColumns<QString, TData, QString>("cmd", "params", "text");
-    const auto row = [](const QString& cmd, const TData& params, const QString& text) {
-        tableRow(qPrintable(cmd + QLatin1Char(' ') + text), cmd, params, text);
-    };
-    row(cmd::counter, {{key::value, "5"}, {key::limit, 7}, {key::delta, "-2"}},
-        "Value: 5, Limit: 7, Delta: -2");
-    row(cmd::delay, only(key::value, "1500"), "1500 ms");
-    row(cmd::calc_crc, two(key::crc_name, "%2", key::file, "%1.bin"), "%2: %1.bin");
-    row(cmd::auto_detect, {{key::name, "%2"}, {key::execute, "0"}, {key::stop, "1"}}, "%2: Jamp, Stop");
-    row(cmd::auto_detect, {{key::name, "A"}, {key::execute, "2"}, {key::stop, "0"}}, "A: Execute, Skip");
-    row(cmd::reset, only(key::duration, "-400"), "-400 ms");
-    row(cmd::set_io, only(key::state, "HILIL"), "HIL");
-    row(cmd::set_freq, two(key::freq, "1500000", key::duty_cycle, "50"), "1.5 MHz");
-    row(cmd::set_vcc, only(key::vcc, "3.26"), "3.3 V");
-    row(cmd::set_vicc, {{key::vcc, "3.3"}, {key::icc, "0.0624"}, {key::ocp, "true"}}, "3.3 V, 0.062 mA, OCP");
-    row(cmd::set_vipp, {{key::vpp, "12.5"}, {key::ipp, "1000"}, {key::ocp, "false"}}, "12.5 V, 1000.000 mA");
-}
-
-void TestPseudoDevices::texts()
-{
-    QFETCH(QString, cmd);
-    QFETCH(TData, params);
-    BenchProject bench;
-    bench.addProg();
-    QTEST(deviceOf(cmd).paramsText(bench.data(bench.add(cmd, params)), nullptr), "text");
-    bench.setProg("[Frequency]\nDT_SHOW=true\n");
-    project().clearCaches();
-    const int freq = bench.add(cmd::set_freq, two(key::freq, "1000", key::duty_cycle, "25"));
-    QCOMPARE(m_prog.paramsText(bench.data(freq), nullptr), QStringLiteral("1 KHz, 25 %"));
-}
-
-void TestPseudoDevices::targetsAndProgrammers()
-{
+    QFETCH(QString, command);
     BenchProject bench;
     bench.setPort("/dev/tty%2");
-    const auto is = [&](const QString& cmd, const TData& params, const QString& text, bool valid) {
-        const TData data = bench.data(bench.add(cmd, params));
-        return m_tools.paramsText(data, nullptr) == text && m_tools.checkParams(data) == valid;
-    };
-    const int target = bench.add(cmd::auto_detect);
-    QVERIFY(is(cmd::jamp, only(key::to_cmd, QString::number(target)), "\"First\".\"Auto Detect\"", true));
-    QVERIFY(is(cmd::jamp, only(key::to_cmd, "99"), "", false));
-    QVERIFY(is(cmd::execute, only(key::cfg, "0"), "First", true));
-    QVERIFY(is(cmd::execute, only(key::cfg, "-1"), "", false));
-    QVERIFY(is(cmd::set_prog, only(key::prog, "bench"), "bench: /dev/tty%2, Model", true));
-    QVERIFY(is(cmd::set_prog, {{key::prog, "bench"}, {key::alt_enabled, "true"}, {key::alt_port, "other"}},
-               "bench: other, Model", true));
-    QVERIFY(is(cmd::set_prog, only(key::prog, "unknown"), "unknown", false));
+    bench.addProg();
+    const int id = bench.add(command);
+    QTEST(deviceOf(project().cmdById(id)->cmd()).paramsText(bench.data(id), nullptr), "text");
+    const QString valid = isValid(bench, id) ? "valid" : "wrong";
+    QTEST(valid, "valid");
 }
 
-void TestPseudoDevices::defaults()
+void TestPseudoDevices::showsTheDutyCycle()
 {
     BenchProject bench;
-    const int prog = bench.addProg();
-    QVERIFY(made(cmd::set_prog, -1, 0).value(key::prog) == "bench");
-    appData().ProgDefault = -1;
-    QVERIFY(made(cmd::set_prog, -1, 0).value(key::prog) == "");
-    const int second = bench.addCfg("Second");
-    QVERIFY(made(cmd::jamp, -1, second).value(key::to_cmd) == -1);
-    const int first = bench.add(cmd::stop);
-    bench.add(cmd::stop);
-    QVERIFY(made(cmd::jamp, -1, second).value(key::to_cmd) == first);
-    const TData detect = made(cmd::auto_detect, -1, 0);
-    QVERIFY(detect.value(key::execute) == 0 && detect.value(key::stop) == 1 && detect.contains(key::route));
-    const TData vipp = made(cmd::set_vipp, prog, 0);
-    QVERIFY(vipp.value(key::vpp) == 12.0 && vipp.value(key::ipp) == 20.5 && vipp.value(key::ocp) == true);
-    QVERIFY(made(cmd::reset, prog, 0).value(key::duration) == -400);
-    QVERIFY(made(cmd::set_freq, prog, 0).value(key::freq) == 1000000U);
-    for (const QString& key : m_prog.commandKeys()) {
-        if (key == cmd::set_device || key == cmd::auto_detect)
-            continue;
-        QVERIFY2(m_prog.checkParams(made(key, prog, 0)), qPrintable(key));
-        QCOMPARE(made(key, -1, 0).size(), 3); // nothing to take them from
+    bench.setProg("[Frequency]\nDT_SHOW=true\n");
+    bench.addProg();
+    const int id = bench.add("set_freq freq=1000 duty_cycle=25");
+    QCOMPARE(m_prog.paramsText(bench.data(id), nullptr), QStringLiteral("1 KHz, 25 %"));
+}
+
+void TestPseudoDevices::byDefault()
+{
+    QFETCH(QString, word);
+    for (const char* column : {"params", "alone"}) {
+        BenchProject bench;
+        int id = -1;
+        if (qstrcmp(column, "params") == 0)
+            id = bench.addProg();
+        else
+            appData().ProgDefault = -1;
+        TData data{{key::cmd, word}, {key::id_cfg, 0}, {key::id_cmd, id}};
+        deviceOf(word).setDefaultParams(data);
+        const TData expected =
+            textParams(*static_cast<QString*>(QTest::qData(column, qMetaTypeId<QString>())));
+        for (auto it = expected.begin(); it != expected.end(); ++it)
+            QCOMPARE(it.key() + data.value(it.key()).toString(), it.key() + it.value().toString());
+        QCOMPARE(data.size(), expected.size() + 3);
     }
 }
 

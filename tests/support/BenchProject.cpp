@@ -9,6 +9,7 @@
 #include "devices/TDevToolsExec.h"
 #include "devices/TDeviceList.h"
 #include "link/TSerialPort.h"
+#include "support/ScriptedPeer.h"
 #include "support/numberedTexts.h"
 
 #include <memory>
@@ -47,6 +48,22 @@ constexpr char model[] =
 
 } // namespace
 
+TData textParams(const QString& text)
+{
+    TData data;
+    for (const QString& word : text.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        const QString key = word.section(QLatin1Char('='), 0, 0);
+        QString value = word.section(QLatin1Char('='), 1).replace(QLatin1Char('~'), QLatin1Char(' '));
+        if (value.startsWith(QLatin1String("0x")))
+            value = QString::number(value.toLongLong(nullptr, 16));
+        if (key == key::erase_blocks || key.endsWith(QLatin1String("_cfg")))
+            data.insert(key, value.split(QLatin1Char(','), Qt::SkipEmptyParts));
+        else
+            data.insert(key, value);
+    }
+    return data;
+}
+
 QByteArray BenchChip::deviceParamBlock(const TData&) const
 {
     return QByteArray::fromHex(deviceValue(QStringLiteral("block")).toByteArray());
@@ -57,10 +74,10 @@ IDeviceExec* BenchChip::createExec(const TData& data) const
     return new ChipExec(data);
 }
 
-BenchProject::BenchProject()
+BenchProject::BenchProject(const QByteArray& textPrefix, const QList<int>& withPlace)
 {
     registerMetaTypes();
-    loadNumberedTexts("T", {401, 402, 403});
+    loadNumberedTexts(textPrefix, withPlace);
     appData().PathDevices = m_dir.path();
     appData().PathProgs = m_dir.path();
     appData().ProgDefault = 0;
@@ -100,12 +117,14 @@ int BenchProject::addCfg(const QString& name)
     return m_cfg;
 }
 
-int BenchProject::add(const QString& word, const TData& params)
+int BenchProject::add(const QString& text, const TData& params)
 {
-    TData data = params;
+    TData data = textParams(text.section(QLatin1Char(' '), 1));
+    for (auto it = params.begin(); it != params.end(); ++it)
+        data[it.key()] = it.value();
     data[key::id_cfg] = m_cfg;
     data[key::status] = true;
-    data[key::cmd] = word;
+    data[key::cmd] = text.section(QLatin1Char(' '), 0, 0);
     const int id = project().addCmd(data, -1);
     project().bindAll();
     return id;
@@ -132,7 +151,7 @@ IDevice* BenchProject::create(const QString& name, const QString& file)
     return file.isEmpty() ? deviceList().create(name, file) : new BenchChip(name, m_chip);
 }
 
-BenchRun runCommand(const IDevice& device, int id_cmd, TSerialPort& port)
+BenchRun runCommand(const IDevice& device, int id_cmd, TSerialPort& port, const PercentHook& hook)
 {
     BenchRun run;
     const TDataCmd* command = project().cmdById(id_cmd);
@@ -142,12 +161,39 @@ BenchRun runCommand(const IDevice& device, int id_cmd, TSerialPort& port)
     QObject::connect(exec.get(), &IDeviceExec::signalEventText, [&run](TCodeExec code, const QString& text) {
         run.events.append(QStringLiteral("%1:%2").arg(QString::number(code), text));
     });
+    QObject::connect(exec.get(), &IDeviceExec::signalEventProc, [&](int percent) {
+        run.percents.append(percent);
+        if (hook)
+            hook(*exec, percent);
+    });
     const auto noteStart = [&run](int id) { run.events.append(QStringLiteral("start:%1").arg(id)); };
     if (const auto* tools = qobject_cast<TDevToolsExec*>(exec.get()))
         QObject::connect(tools, &TDevToolsExec::signalExecuteFromCmd, noteStart);
     if (const auto* prog = qobject_cast<TDevProgExec*>(exec.get()))
         QObject::connect(prog, &TDevProgExec::signalExecuteFromCmd, noteStart);
-    run.ok = exec->execute(&port, run.exit, run.cur_cfg, run.cur_cmd);
+    if (command->cmd() == QLatin1String("readChipId")) {
+        QString id;
+        run.ok = exec->readChipId(&port, id);
+        project().cmdById(id_cmd)->setParam({{key::data, id}});
+    } else {
+        run.ok = exec->execute(&port, run.exit, run.cur_cfg, run.cur_cmd);
+    }
     run.errorText = exec->errorText();
+    run.isOpen = port.isOpen();
+    return run;
+}
+
+BenchRun runCommands(const IDevice& device, const QList<int>& ids, ScriptedPeer& peer,
+                     const PercentHook& hook)
+{
+    peer.start();
+    TSerialPort port;
+    BenchRun run;
+    run.ok = port.open(peer.path(), QIODevice::ReadWrite);
+    port.setTimeout(300);
+    port.setMaxData(65535);
+    for (int i = 0; i < ids.size() && run.ok; ++i)
+        run = runCommand(device, ids.at(i), port, hook);
+    run.errorText.prepend(peer.finish());
     return run;
 }

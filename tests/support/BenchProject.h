@@ -4,7 +4,15 @@
 #include "devices/TDevTools.h"
 #include "support/TestDir.h"
 
+#include <functional>
+
+class IDeviceExec;
+class ScriptedPeer;
 class TSerialPort;
+
+/// Parameters from a text "key=value key=value", all of them strings as out of a project file: "~" is a
+/// blank, a number in hexadecimal begins with 0x, and a key of a description that is a list takes commas.
+TData textParams(const QString& text);
 
 /// A chip that is nothing but its description. Its identification is the text that opcode 3 answers;
 /// "?" is a chip that cannot be read. The key "good" is the answer of checkDeviceParams, "block" the
@@ -25,10 +33,11 @@ public:
 
 /// The open project in a folder of its own, with one programmer model, the alias "bench" of it, and any
 /// chip that the description given to setChip makes. Everything is gone with the object; one at a time.
-class BenchProject : private IDeviceCatalogue
+/// Each text of the language table is its number behind the prefix.
+class BenchProject : protected IDeviceCatalogue
 {
 public:
-    BenchProject();
+    explicit BenchProject(const QByteArray& textPrefix = "T", const QList<int>& withPlace = {401, 402, 403});
     ~BenchProject() override;
     BenchProject(const BenchProject&) = delete;
     BenchProject& operator=(const BenchProject&) = delete;
@@ -42,15 +51,16 @@ public:
     const TestDir& dir() const { return m_dir; }
 
     int addCfg(const QString& name);
-    /// Appends a checked command to the last configuration, binds all, gives its id.
-    int add(const QString& word, const TData& params = {});
+    /// Appends a checked command "word key=value ..." to the last configuration, binds all, gives its id.
+    int add(const QString& text, const TData& params = {});
     int addProg();
     int addChip();
     TData data(int id_cmd) const;
 
-private:
+protected:
     IDevice* create(const QString& name, const QString& file) override;
 
+private:
     TestDir m_dir{TestDir::Empty};
     TData m_chip;
     int m_cfg = -1;
@@ -65,6 +75,15 @@ struct BenchRun
     int cur_cmd = -1;
     QString errorText;
     QStringList events; ///< "code:text"; "start:id" for a configuration that is to be started
+    QList<int> percents;
+    bool isOpen = false; ///< the port behind the command
 };
-/// Runs the command to its end on this thread with an executor of that device.
-BenchRun runCommand(const IDevice& device, int id_cmd, TSerialPort& port);
+/// Called on every percent; for a stop in the middle.
+using PercentHook = std::function<void(IDeviceExec& exec, int percent)>;
+/// Runs the command to its end on this thread with an executor of that device. The word readChipId stands for
+/// the chip's identification, which then is its data.
+BenchRun runCommand(const IDevice& device, int id_cmd, TSerialPort& port, const PercentHook& hook = {});
+/// The same for commands one behind the other until one fails, on a port that is open to the peer, which is
+/// started and finished. What the peer has to complain of stands in front of the error text.
+BenchRun runCommands(const IDevice& device, const QList<int>& ids, ScriptedPeer& peer,
+                     const PercentHook& hook = {});

@@ -1,6 +1,8 @@
 #include "support/ScriptedPeer.h"
 
 #include <QMutexLocker>
+#include <QRegularExpression>
+#include <QStringList>
 
 #include <chrono>
 #include <fcntl.h>
@@ -13,6 +15,15 @@ namespace {
 
 // How often the thread looks whether it has to end, in ms.
 constexpr int lookAround = 10;
+
+QByteArray bytesOf(QString text)
+{
+    static const QRegularExpression repeated(QStringLiteral("([0-9A-F]{2})\\*(\\d+)"));
+    for (auto match = repeated.match(text); match.hasMatch(); match = repeated.match(text))
+        text.replace(match.capturedStart(), match.capturedLength(),
+                     match.captured(1).repeated(match.captured(2).toInt()));
+    return QByteArray::fromHex(text.toLatin1());
+}
 
 } // namespace
 
@@ -28,6 +39,16 @@ QByteArray peerFrame(quint8 command, const QByteArray& payload)
         sum += static_cast<uchar>(byte);
     frame += static_cast<char>((256 - sum % 256) % 256);
     return frame;
+}
+
+PeerLine::PeerLine(const QString& text)
+    : request(bytesOf(text.section(QLatin1Char('>'), 0, 0)))
+{
+    const QString reply = text.section(QLatin1Char('>'), 1).trimmed();
+    if (reply.startsWith(QLatin1Char('!')))
+        answer = peerFrame(0xFF, QByteArray(1, static_cast<char>(reply.midRef(1).toInt())) + '\0');
+    else if (text.contains(QLatin1Char('>')))
+        answer = peerFrame(static_cast<quint8>(request.at(0)), bytesOf(reply));
 }
 
 ScriptedPeer::ScriptedPeer()
@@ -57,6 +78,15 @@ ScriptedPeer& ScriptedPeer::expect(const QByteArray& request, const QByteArray& 
 {
     m_steps.append({request, {}, false});
     return reply.isEmpty() ? *this : send(reply);
+}
+
+ScriptedPeer& ScriptedPeer::expectText(const QString& lines)
+{
+    for (const QString& text : lines.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
+        const PeerLine line(text);
+        expect(peerFrame(static_cast<quint8>(line.request.at(0)), line.request.mid(1)), line.answer);
+    }
+    return *this;
 }
 
 ScriptedPeer& ScriptedPeer::send(const QByteArray& bytes, int silenceMs)
@@ -100,6 +130,17 @@ QList<QByteArray> ScriptedPeer::requests() const
 {
     const QMutexLocker lock(&m_mutex);
     return m_requests;
+}
+
+QString ScriptedPeer::requestText() const
+{
+    QStringList list;
+    for (const QByteArray& request : requests()) {
+        const QByteArray payload = request.mid(4, request.size() - 5).toHex();
+        list.append(
+            QString::fromLatin1(request.mid(1, 1).toHex() + (payload.isEmpty() ? "" : ":" + payload)));
+    }
+    return list.join(QLatin1Char(' '));
 }
 
 void ScriptedPeer::run()

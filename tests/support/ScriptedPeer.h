@@ -13,6 +13,16 @@
 /// so that a mistake in the program's own framing cannot hide.
 QByteArray peerFrame(quint8 command, const QByteArray& payload = {});
 
+/// A request and its answer, out of "OP PAYLOAD > REPLY" in hexadecimal; FF*8 is eight of them, and !7 as the
+/// reply is the error reply with that code. Without ">" there is no answer.
+struct PeerLine
+{
+    explicit PeerLine(const QString& text);
+
+    QByteArray request; ///< opcode and payload
+    QByteArray answer;  ///< a whole frame, or empty
+};
+
 /// The programmer's end of a serial line, played from a script on a pseudo-terminal: it takes the
 /// frames that were announced, byte by byte the same, and gives the answers that were laid down for
 /// them. A frame is cut from the line by its length field, so only whole frames are compared.
@@ -43,6 +53,8 @@ public:
 
     /// The next request must be exactly this one; reply is sent back as it is, be it a frame or not.
     ScriptedPeer& expect(const QByteArray& request, const QByteArray& reply = {});
+    /// The next requests and their answers, lines of PeerLine between commas.
+    ScriptedPeer& expectText(const QString& lines);
     /// More bytes of the last expected request's answer, after a silence in ms.
     ScriptedPeer& send(const QByteArray& bytes, int silenceMs = 0);
     /// Behind the last answer the line goes away, as when a plug is pulled.
@@ -60,6 +72,8 @@ public:
     QString finish();
     /// All whole requests so far, in their order. Any thread.
     QList<QByteArray> requests() const;
+    /// The same as text, opcodes and payloads: "80 81 83:01".
+    QString requestText() const;
 
 private:
     struct Part

@@ -23,3 +23,17 @@ template <class Value> void compareRow(const QString& name, const Value& is, con
     QDebug(&text) << name << "gives" << is << "instead of" << wanted;
     QTest::qFail(qPrintable(text), __FILE__, __LINE__);
 }
+
+/// Rows out of a text: a line is a row and its name, the cells stand between " | ", and all columns are
+/// QString.
+inline void textRows(const char* table, std::initializer_list<const char*> columns)
+{
+    for (const char* column : columns)
+        QTest::addColumn<QString>(column);
+    for (const QString& line : QString::fromUtf8(table).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+        const QStringList cells = line.split(QStringLiteral(" |"));
+        QTestData& row = QTest::newRow(qPrintable(line));
+        for (int i = 0; i < int(columns.size()); ++i)
+            row << cells.value(i).trimmed();
+    }
+}
