@@ -6,6 +6,7 @@
 #include "core/globals.h"
 #include "core/keys.h"
 #include "devices/TDeviceList.h"
+#include "support/BenchProject.h"
 
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -69,9 +70,12 @@ int RunBench::addCfg(const QString& name)
     return project().addCfg(name, QString(), -1);
 }
 
-int RunBench::addCmd(int id_cfg, const QString& word, const QVariantList& keyValues)
+int RunBench::addCmd(int id_cfg, const QString& text, const QVariantList& keyValues)
 {
-    TData data{{key::id_cfg, id_cfg}, {key::status, 1}, {key::cmd, word}};
+    TData data = textParams(text.section(QLatin1Char(' '), 1));
+    data[key::id_cfg] = id_cfg;
+    data[key::status] = 1;
+    data[key::cmd] = text.section(QLatin1Char(' '), 0, 0);
     for (int i = 0; i + 1 < keyValues.size(); i += 2)
         data.insert(keyValues.at(i).toString(), keyValues.at(i + 1));
     return project().addCmd(data, -1);

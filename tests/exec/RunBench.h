@@ -61,8 +61,9 @@ public:
     /// A programmer at a port, described by the simulator's file.
     void addProgrammer(const QString& alias, const QString& port);
     int addCfg(const QString& name);
-    /// A checked command at the end of a configuration, with parameters as key, value, key, value...
-    int addCmd(int id_cfg, const QString& word, const QVariantList& keyValues = {});
+    /// A checked command "word key=value ..." at the end of a configuration, with further parameters as key,
+    /// value, key, value...
+    int addCmd(int id_cfg, const QString& text, const QVariantList& keyValues = {});
     /// set_prog, and set_device if a chip is named.
     void addLink(int id_cfg, const QString& alias, const QString& chip = QString());
     /// Binds and checks all commands as opening a project does.
