@@ -1,27 +1,14 @@
 #include "sim/SimClient.h"
 
+#include "support/ScriptedPeer.h"
+
 #include <QFile>
+#include <QStringList>
 
 #include <fcntl.h>
-#include <numeric>
 #include <poll.h>
 #include <termios.h>
 #include <unistd.h>
-
-namespace {
-
-uchar sumOf(const QByteArray& bytes)
-{
-    return std::accumulate(bytes.begin(), bytes.end(), uchar(0),
-                           [](uchar sum, char byte) { return uchar(sum + uchar(byte)); });
-}
-
-int lengthOf(const QByteArray& frame)
-{
-    return frame.size() < 4 ? 4 : 5 + uchar(frame[2]) + 256 * uchar(frame[3]);
-}
-
-} // namespace
 
 SimClient::SimClient(const QString& path)
     : m_fd(open(QFile::encodeName(path).constData(), O_RDWR | O_NOCTTY))
@@ -33,12 +20,19 @@ SimClient::~SimClient()
     close(m_fd);
 }
 
-QByteArray SimClient::frame(int opcode, const QByteArray& payload)
+QString SimClient::play(QString lines)
 {
-    QByteArray bytes;
-    bytes.append('\xC0').append(char(opcode)).append(char(payload.size())).append(char(payload.size() >> 8));
-    bytes.append(payload);
-    return bytes.append(char(-sumOf(bytes)));
+    lines.replace("SPI", "84 0100 00 40420F00 >");
+    lines.replace("AVR", "84 0200 00 40420F00 00 05 >");
+    lines.replace("I2C", "84 0300 00 00 A0860100 0A >");
+    for (const QString& text : lines.split(',')) {
+        const PeerLine line(text);
+        send(peerFrame(uchar(line.request.at(0)), line.request.mid(1)));
+        const QByteArray answer = receive(line.answer.isEmpty() ? 100 : 3000);
+        if (answer != line.answer)
+            return text.trimmed() + " gave " + answer.toHex().toUpper();
+    }
+    return {};
 }
 
 void SimClient::send(const QByteArray& bytes)
@@ -52,26 +46,18 @@ void SimClient::send(const QByteArray& bytes)
     }
 }
 
-SimReply SimClient::receive(int limit)
+QByteArray SimClient::receive(int silence)
 {
-    SimReply reply;
-    while (reply.raw.size() < lengthOf(reply.raw)) {
-        pollfd line{m_fd, POLLIN, 0};
-        char byte = 0;
-        if (poll(&line, 1, limit) <= 0 || read(m_fd, &byte, 1) != 1)
-            return reply;
-        reply.raw.append(byte);
+    QByteArray bytes;
+    pollfd line{m_fd, POLLIN, 0};
+    char byte = 0;
+    int size = 4;
+    while (bytes.size() < size && poll(&line, 1, silence) > 0 && read(m_fd, &byte, 1) == 1) {
+        bytes.append(byte);
+        if (bytes.size() == 4)
+            size = 5 + uchar(bytes[2]) + 256 * uchar(bytes[3]);
     }
-    reply.command = uchar(reply.raw[1]);
-    reply.payload = reply.raw.mid(4, reply.raw.size() - 5);
-    reply.sound = reply.raw[0] == '\xC0' && sumOf(reply.raw) == 0;
-    return reply;
-}
-
-SimReply SimClient::ask(int opcode, const QByteArray& payload, int limit)
-{
-    send(frame(opcode, payload));
-    return receive(limit);
+    return bytes;
 }
 
 void SimClient::clear()

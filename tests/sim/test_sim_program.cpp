@@ -5,10 +5,54 @@
 
 #include <QFileInfo>
 #include <QProcess>
-#include <QRegularExpression>
-#include <QTest>
 
-#include <csignal>
+namespace {
+
+// Options | exit code: 2 for words that make no sense, 1 for what cannot be done.
+const char refused[] = R"(
+--bogus | 2
+word | 2
+--chip | 2
+--baud 0 | 2
+--interface 65536 | 2
+--max-data 65536 | 2
+--address 8 | 2
+--fault silent@0 | 2
+--fault loud@1 | 2
+--fault error=x@1 | 2
+--fault=cut@-1 | 2
+--image file | 2
+--port= | 2
+--chip W25Q9999 | 1
+--chip W25Q64JV --devices /nowhere | 1
+--trace /nowhere/trace | 1
+--chip W25Q64JV --image / | 1
+)";
+
+const QString program = QStringLiteral(VM_BUILD_DIR "/velmarkion-sim");
+
+/// What a program that ends at once leaves behind; a program that goes on is killed and has the code -1.
+struct Ended
+{
+    explicit Ended(const QStringList& arguments)
+    {
+        QProcess process;
+        process.start(program, arguments);
+        if (!process.waitForFinished(5000))
+            process.kill();
+        else if (process.exitStatus() == QProcess::NormalExit)
+            code = process.exitCode();
+        process.waitForFinished();
+        out = process.readAllStandardOutput();
+        err = process.readAllStandardError();
+    }
+
+    int code = -1;
+    QByteArray out;
+    QByteArray err;
+};
+
+} // namespace
 
 /// The simulator as a program: options, link, image, trace, and its end.
 class TestSimProgram : public QObject
@@ -16,123 +60,31 @@ class TestSimProgram : public QObject
     Q_OBJECT
 
 private slots:
-    void wrongUsage_data();
-    void wrongUsage();
-    void failsBeforeReady_data();
-    void failsBeforeReady();
-    void endsOnSignal_data();
-    void endsOnSignal();
-    void replacesStaleLink();
+    void refuses_data() { textRows(refused, {"options", "code"}); }
+    void refuses();
+    void replacesStaleLinkAndEndsOnSignal();
     void leavesForeignFiles();
-    void leavesLinkOfAnother();
     void imageIsLoadedAndSaved();
     void refusesImageTooLarge();
     void traceHasEveryFrame();
     void survivesItsHosts();
 };
 
-namespace {
-
-const QString program = QStringLiteral(VM_BUILD_DIR "/velmarkion-sim");
-const char* const chipBlock = "0100 00 40420F00";
-
-/// Runs the program to its end; a program that goes on is killed and gives -1.
-int exitCodeOf(const QStringList& arguments, QByteArray* out = nullptr, QByteArray* err = nullptr)
+void TestSimProgram::refuses()
 {
-    QProcess process;
-    process.start(program, arguments);
-    if (!process.waitForFinished(5000)) {
-        process.kill();
-        process.waitForFinished();
-        return -1;
-    }
-    if (out != nullptr)
-        *out = process.readAllStandardOutput();
-    if (err != nullptr)
-        *err = process.readAllStandardError();
-    return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-}
-
-} // namespace
-
-void TestSimProgram::wrongUsage_data()
-{
-    tableColumns<QStringList>("arguments");
-    const QList<QStringList> wrong = {{"--bogus"},
-                                      {"word"},
-                                      {"--chip"},
-                                      {"--baud", "0"},
-                                      {"--interface", "65536"},
-                                      {"--max-data", "65536"},
-                                      {"--address", "8"},
-                                      {"--fault", "silent@0"},
-                                      {"--fault", "loud@1"},
-                                      {"--fault", "error=x@1"},
-                                      {"--image", "file"},
-                                      {"--port", ""},
-                                      {"--fault=cut@-1"}};
-    for (const QStringList& arguments : wrong)
-        tableRow(qPrintable(arguments.join(' ')), arguments);
-}
-
-void TestSimProgram::wrongUsage()
-{
-    QFETCH(QStringList, arguments);
-    QByteArray out;
-    QByteArray err;
-    QCOMPARE(exitCodeOf(arguments, &out, &err), 2);
-    QVERIFY(out.isEmpty());
-    QVERIFY(err.contains("--help"));
-}
-
-void TestSimProgram::failsBeforeReady_data()
-{
-    tableColumns<QStringList>("arguments");
-    tableRow("unknown chip", QStringList{"--chip", "W25Q9999"});
-    tableRow("no folder of chips", QStringList{"--chip", "W25Q64JV", "--devices", "/nowhere"});
-    tableRow("trace in no folder", QStringList{"--trace", "/nowhere/trace"});
-    tableRow("image is a folder", QStringList{"--chip", "W25Q64JV", "--image", "/"});
-}
-
-void TestSimProgram::failsBeforeReady()
-{
-    QFETCH(QStringList, arguments);
+    QFETCH(QString, options);
     const TestDir dir(TestDir::Empty);
-    if (!arguments.contains("--port"))
-        arguments << "--port" << dir.file("sim");
-    QByteArray out;
-    QByteArray err;
-    QCOMPARE(exitCodeOf(arguments, &out, &err), 1);
-    QVERIFY(out.isEmpty());
-    QVERIFY(!err.isEmpty());
+    QStringList arguments = options.split(' ');
+    if (!options.contains("--port"))
+        arguments = QStringList{"--port", dir.file("sim")} + arguments;
+    const Ended ended(arguments);
+    QTEST(QString::number(ended.code), "code");
+    QVERIFY(ended.out.isEmpty() && !ended.err.isEmpty());
+    QCOMPARE(ended.err.contains("--help"), ended.code == 2);
     QVERIFY(!QFileInfo(dir.file("sim")).isSymLink());
 }
 
-void TestSimProgram::endsOnSignal_data()
-{
-    tableColumns<int>("number");
-    tableRow("SIGTERM", SIGTERM);
-}
-
-void TestSimProgram::endsOnSignal()
-{
-    QFETCH(int, number);
-    const TestDir dir(TestDir::Empty);
-    const QString link = dir.file("sim");
-    QProcess process;
-    process.start(program, {"--port", link});
-    QVERIFY(process.waitForReadyRead(5000));
-    QCOMPARE(process.readAllStandardOutput(), "ready " + link.toUtf8() + "\n");
-    QVERIFY(QFileInfo(link).isSymLink());
-    ::kill(pid_t(process.processId()), number);
-    QVERIFY(process.waitForFinished(5000));
-    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(process.exitCode(), 0);
-    QVERIFY(!QFileInfo(link).isSymLink());
-    QVERIFY(process.readAllStandardOutput().isEmpty());
-}
-
-void TestSimProgram::replacesStaleLink()
+void TestSimProgram::replacesStaleLinkAndEndsOnSignal()
 {
     const TestDir dir(TestDir::Empty);
     const QString link = dir.file("sim");
@@ -145,29 +97,27 @@ void TestSimProgram::replacesStaleLink()
     QProcess second;
     second.start(program, {"--port", link});
     QVERIFY(second.waitForReadyRead(5000));
-    QCOMPARE(SimClient(link).ask(0x80).payload.size(), 2);
+    QCOMPARE(second.readAllStandardOutput(), "ready " + link.toUtf8() + "\n");
+    QCOMPARE(SimClient(link).play("80 > D204"), QString());
     second.terminate();
     QVERIFY(second.waitForFinished(5000));
+    QVERIFY(second.exitStatus() == QProcess::NormalExit && second.exitCode() == 0);
+    QVERIFY(!QFileInfo(link).isSymLink());
+    QVERIFY(second.readAllStandardOutput().isEmpty());
 }
 
 void TestSimProgram::leavesForeignFiles()
 {
     const TestDir dir(TestDir::Empty);
-    const QString path = dir.write("notes", "keep me");
-    const QString link = dir.file("link");
-    QVERIFY(QFile::link(path, link));
+    QVERIFY(QFile::link(dir.write("notes", "keep me"), dir.file("link")));
     for (const char* name : {"notes", "link"}) {
-        QCOMPARE(exitCodeOf({"--port", dir.file(name)}), 1);
+        QCOMPARE(Ended({"--port", dir.file(name)}).code, 1);
         QCOMPARE(dir.read(name), QByteArray("keep me"));
     }
-}
-
-void TestSimProgram::leavesLinkOfAnother()
-{
     SimProcess running({"--name", "first"});
     QVERIFY2(running.isReady(), running.output().constData());
-    QCOMPARE(exitCodeOf({"--port", running.path()}), 1);
-    QCOMPARE(SimClient(running.path()).ask(0x81).payload, QByteArray("first"));
+    QCOMPARE(Ended({"--port", running.path()}).code, 1);
+    QCOMPARE(SimClient(running.path()).play("81 > 6669727374"), QString());
 }
 
 void TestSimProgram::imageIsLoadedAndSaved()
@@ -176,12 +126,8 @@ void TestSimProgram::imageIsLoadedAndSaved()
     const QString image = dir.write("chip.bin", QByteArray::fromHex("F00F55"));
     SimProcess sim({"--chip", "W25Q64JV", "--image", image});
     QVERIFY2(sim.isReady(), sim.output().constData());
-    {
-        SimClient client(sim.path());
-        client.askHex(0x84, chipBlock);
-        QCOMPARE(client.askHex(3, "0400 0B 000000 00").payload.toHex(), QByteArray("f00f55ff"));
-        client.askHex(4, "02 7FFFFF 12");
-    }
+    QCOMPARE(SimClient(sim.path()).play("SPI, 03 0400 0B 000000 00 > F00F55FF, 04 02 7FFFFF 12 >"),
+             QString());
     QVERIFY(sim.stop());
     const QByteArray saved = dir.read("chip.bin");
     QCOMPARE(saved.size(), 8 * 1024 * 1024);
@@ -193,24 +139,23 @@ void TestSimProgram::refusesImageTooLarge()
 {
     const TestDir dir(TestDir::Empty);
     const QString image = dir.write("chip.bin", QByteArray(2049, 'x'));
-    QCOMPARE(exitCodeOf({"--chip", "24C16", "--image", image, "--port", dir.file("sim")}), 1);
+    QCOMPARE(Ended({"--chip", "24C16", "--image", image, "--port", dir.file("sim")}).code, 1);
     QCOMPARE(dir.read("chip.bin"), QByteArray(2049, 'x'));
 }
 
 void TestSimProgram::traceHasEveryFrame()
 {
     const TestDir dir(TestDir::Empty);
-    const QString trace = dir.file("trace");
-    SimProcess sim({"--trace", trace, "--fault", "cut@2", "--fault", "silent@3"});
+    SimProcess sim({"--trace", dir.file("trace"), "--fault", "cut@2", "--fault", "silent@3"});
     QVERIFY2(sim.isReady(), sim.output().constData());
     SimClient client(sim.path());
-    client.ask(0x80);
-    client.ask(0x80, {}, 100);
-    client.ask(0x83, QByteArray(1, '\x01'), 100);
-    const QByteArray log = dir.read("trace");
+    for (const char* frame : {"C0800000C0", "C0800000C0", "C083010001BB"}) {
+        client.send(QByteArray::fromHex(frame));
+        client.receive(150);
+    }
     const QRegularExpression line("^\\d\\d:\\d\\d:\\d\\d\\.\\d{6} ([<>])((?: [0-9A-F]{2})*)$");
     QStringList frames;
-    for (const QByteArray& row : log.trimmed().split('\n')) {
+    for (const QByteArray& row : dir.read("trace").trimmed().split('\n')) {
         const QRegularExpressionMatch match = line.match(QString::fromLatin1(row));
         QVERIFY2(match.hasMatch(), row.constData());
         frames << match.captured(1) + match.captured(2);
@@ -227,9 +172,9 @@ void TestSimProgram::survivesItsHosts()
     {
         // A host that dies in the middle of a frame, with an answer that it never took.
         SimClient client(sim.path());
-        client.askHex(0x84, chipBlock);
-        client.send(SimClient::frame(3, QByteArray::fromHex("FFFF0B00000000")));
-        client.send(QByteArray::fromHex("C0040010"));
+        QCOMPARE(client.play("SPI"), QString());
+        client.send(QByteArray::fromHex("C0030700FFFF0B00000000") + char(0x2D) +
+                    QByteArray::fromHex("C0040010"));
     }
     QTest::qWait(700);
     SimClient next(sim.path());
@@ -237,7 +182,7 @@ void TestSimProgram::survivesItsHosts()
     next.send(QByteArray(5, '\0'));
     QTest::qWait(50);
     next.clear();
-    QCOMPARE(next.ask(0x80).payload.toHex(), QByteArray("d204"));
+    QCOMPARE(next.play("80 > D204"), QString());
 }
 
 QTEST_GUILESS_MAIN(TestSimProgram)

@@ -30,7 +30,8 @@ inline void textRows(const char* table, std::initializer_list<const char*> colum
 {
     for (const char* column : columns)
         QTest::addColumn<QString>(column);
-    for (const QString& line : QString::fromUtf8(table).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+    const QString text = QString::fromUtf8(table).replace(QRegularExpression("\n +"), " ");
+    for (const QString& line : text.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
         const QStringList cells = line.split(QStringLiteral(" |"));
         QTestData& row = QTest::newRow(qPrintable(line));
         for (int i = 0; i < int(columns.size()); ++i)
