@@ -17,13 +17,11 @@ namespace {
 const char runs[] = R"(
 dev25 | set_clk clk=8000000 | 02 03020100 > | ok
 dev25 | ident | 03 03009F > EF4017 | ok
-dev25 | ident | 03 03009F > EF40 | fails Read signature: EF40 (@400)
 dev25 | ident | 03 03009F > EF401700 | fails Read signature: EF401700 (@400)
 dev25 | readChipId | 03 03009F > 0ABCDE | ok 0ABCDE
 dev25 | leave state=HIL | 01 0000 050104 > | ok
 dev25 | data_read addr_device=0x123456 data=00~00 | 03 0200 0B123456 00 > A10F | ok A1 0F
 dev25 | data_read data=0000 | 03 0200 0B000000 00 > 11 | fails
-dev25 | data_read data=0000 | 03 0200 0B000000 00 > 112233 | fails
 dev25 | data_read data=0000 | 03 0200 0B000000 00 | fails @389
 dev25 MAX_DATA=4 | data_verify addr_device=0x10 data=8182838485 | 03 0400 0B000010 00 > 81828384, 03 0100 0B000014 00 > F5 | fails Address: 0x14, Data: 0x85, Read: 0xF5
 dev25 | data_write addr_device=0x7FFFFE data=A1B2 | 04 027FFFFE A1B2 > | ok A1B2
@@ -38,7 +36,6 @@ dev25 | erase_blocks size=8192 begin=0 count=1 | | fails
 dev25 erase_blocks=xy|8192,1D8|8192 | erase_blocks size=8192 begin=0 count=1 | | fails
 dev25 MAX_DATA=4 | test_empty_blocks size=4 begin=3 count=2 | 03 0400 0B00000C 00 > FF*4, 03 0400 0B000010 00 > FFFFFF7F | fails Address: 0x13, Data: 0xFF, Read: 0x7F
 dev25 | status_reg_read | 03 010005 > 1C, 03 010035 > 02, 03 010015 > 60 | ok 1C0260
-dev25 | status_reg_read | 03 010005 > 1C1C | fails
 dev25 | status_reg_read | 03 010005 > 1C, 03 010035 | fails @389
 dev25 status_reg_def=00000000 | status_reg_read | | fails
 dev25 | status_reg_write data=1c~02~61 | 04 011C >, 04 3102 >, 04 1161 > | ok 1c 02 61
@@ -71,13 +68,11 @@ dev25 | erase_blocks size=0 begin=0 count=1 | | fails @424
 dev25 | data_write addr_device=0x7FFFFF data=1122; data_write addr_device=-2 data=1122; data_read addr_device=-2 data=1122 | | fails @425
 dev25 addr_begin=256 | data_write addr_device=255 data=1122 | | fails @425
 dev25 size=0x2000000 | data_write addr_device=0xFFFFFF data=1122; erase | | fails @425
-dev25 | erase_blocks size=65536 begin=127 count=2; erase_blocks size=65536 begin=-1 count=1 | | fails @425
-dev25 | erase_blocks size=65536 begin=0x7FFFFFFFFFFF count=0x7FFFFFFFFFFF | | fails @425
-dev25 | test_empty_blocks size=65536 begin=128 count=1 | | fails @425
+dev25 | erase_blocks size=65536 begin=127 count=2; erase_blocks size=65536 begin=-1 count=1;
+    erase_blocks size=65536 begin=0x7FFFFFFFFFFF count=0x7FFFFFFFFFFF; test_empty_blocks size=65536 begin=128 count=1 | | fails @425
 
 avr | ident | 07 0030000000 > 0030001E, 07 0030000100 > 00300098, 07 0030000200 > 00300001 | ok
 avr | ident | 07 0030000000 > 0030001E, 07 0030000100 > 00300095, 07 0030000200 > 0030000F | fails Read signature: 1E950F (@400)
-avr | ident | 07 0030000000 > FFFFFFFF | fails @404
 avr | ident | 07 0030000000 > 0030FF1E | fails @404
 avr | readChipId | 07 0030000000 > 0030001E, 07 0030000100 > 00300095, 07 0030000200 > 0030000F | ok 1E950F
 avr | erase | 07 0AAC800000 > 00AC8000 | ok
@@ -114,7 +109,6 @@ avr | lock_read | 07 0058000000 > 005800DF | ok DF
 avr | lock_read | 07 0058000000 > 005800 | fails
 avr | lock_verify data=FF | 07 0058000000 > 005800FC | fails Fuse Bits: Data: FF, Read: FC
 avr alg_lock_write=0 | lock_write data=F9 | 07 0BACF90000 > 00ACF900 | ok F9
-avr alg_lock_write=0 | lock_write data=F9 | 07 0BACF90000 > 00ACFF00 | fails @404
 avr | lock_write data=FC | 07 0BACE000FC > 00ACE000 | ok FC
 avr | lock_write data= | | fails
 avr | osccal_read | 07 0038000000 > 003800A1, 07 0038000100 > 003800B2 | ok A1B2
@@ -127,11 +121,9 @@ dev24 size=0x20000 addr_size=2 | data_read addr_device=0x1234 data=00~00 | 05 02
 dev24 size=0x20000 addr_size=2 | data_verify addr_device=0x1FFFF data=A1 | 05 0100 A2 FFFF > A1 | ok A1
 dev24 | data_write addr_device=0x10F data=A1B2 | 04 A2 0F A1 >, 04 A2 10 B2 > | ok A1B2
 dev24 | set_addr addr=7 | 03 0A > | ok
-dev24 addr_mask=0 | set_addr addr=7 | 03 00 > | ok
 dev24 | readChipId | | ok
 dev24 | leave | 01 0000 000000 > | ok
 dev24 MAX_DATA=8 addr_begin=4 size=14 | erase | 04 A0 04 FF*4 >, 04 A0 08 FF*8 >, 04 A0 10 FF*2 > | ok
-dev24 size=3 | test_empty | 05 0300 A0 00 > FF*3 | ok
 dev24 alg_read=1 alg_write=1 | test_empty; erase | | fails
 dev24 addr_size=0 | data_write data=00 | | fails
 dev24 addr_size=3 | data_read data=00 | | fails

@@ -134,8 +134,6 @@ private slots:
     void cuts();
     void fileRoundTrip_data();
     void fileRoundTrip();
-    void dataKeepsItsBlanks();
-    void fileWithoutData_data();
     void fileWithoutData();
     void stopEndsTheRange();
     void refusalKeepsOldFile();
@@ -212,34 +210,19 @@ void TestOperation::fileRoundTrip()
     QCOMPARE(run("verify", "out.hex", "HEX").left(place.size()), place);
 }
 
-void TestOperation::dataKeepsItsBlanks()
-{
-    DeviceBench bench(smallFlash + "MAX_DATA=4");
-    Model flash(0x1000);
-    QVERIFY(bench.runWith("data_write addr_device=0xFE data=01~02~0304~05~aB", chipOf(flash)).ok);
-    QCOMPARE(flash.memory.mid(0xFE, 6), QByteArray::fromHex("0102030405AB"));
-    QVERIFY(bench.runWith("data_read addr_device=0xFE data=00~00~0000~00~00", chipOf(flash)).ok);
-    QCOMPARE(bench.result(), QString("01 02 0304 05 AB"));
-}
-
-void TestOperation::fileWithoutData_data()
-{
-    QTest::addColumn<QByteArray>("content");
-    QTest::newRow("HEX") << hexRecords(0x900, pattern(16)) + hexEnd;
-    QTest::newRow("BIN") << QByteArray();
-}
-
 void TestOperation::fileWithoutData()
 {
-    QFETCH(QByteArray, content);
     DeviceBench bench(smallFlash);
-    bench.dir().write("100%2", content);
-    const QString param = QStringLiteral(" count=2048 format=%1 file=").arg(QTest::currentDataTag());
+    bench.dir().write("HEX%2", hexRecords(0x900, pattern(16)) + hexEnd);
+    bench.dir().write("BIN%2", {});
     for (const QString& word : {QString("file_write"), QString("file_verify")}) {
-        const auto result = bench.play({word + param + "100%2"}, {});
-        QVERIFY2(result.ok, qPrintable(result.errorText));
-        QCOMPARE(result.events, QStringList{"3:@427 100%2"});
-        QVERIFY(bench.play({word + param + "none"}, {}).errorText.startsWith("@417"));
+        for (const QString& format : {QString("HEX"), QString("BIN")}) {
+            const QString param = " count=2048 format=" + format + " file=";
+            const auto result = bench.play({word + param + format + "%2"}, {});
+            QVERIFY2(result.ok, qPrintable(result.errorText));
+            QCOMPARE(result.events, QStringList{"3:@427 " + format + "%2"});
+            QVERIFY(bench.play({word + param + "none"}, {}).errorText.startsWith("@417"));
+        }
     }
 }
 

@@ -39,13 +39,11 @@ bool SimProcess::waitForReady()
 
 bool SimProcess::stop()
 {
-    if (m_process.state() == QProcess::NotRunning)
-        return m_process.exitStatus() == QProcess::NormalExit && m_process.exitCode() == 0;
-    m_process.terminate();
-    if (!m_process.waitForFinished(patience)) {
-        m_process.kill();
+    if (m_process.state() != QProcess::NotRunning) {
+        m_process.terminate();
+        if (!m_process.waitForFinished(patience))
+            m_process.kill();
         m_process.waitForFinished(patience);
-        return false;
     }
     return m_process.exitStatus() == QProcess::NormalExit && m_process.exitCode() == 0;
 }

@@ -25,7 +25,7 @@ template <class Value> void compareRow(const QString& name, const Value& is, con
 }
 
 /// Rows out of a text: a line is a row and its name, the cells stand between " | ", and all columns are
-/// QString.
+/// QString. A line that begins with blanks goes on with the row before it.
 inline void textRows(const char* table, std::initializer_list<const char*> columns)
 {
     for (const char* column : columns)
