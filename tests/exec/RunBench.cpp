@@ -13,23 +13,11 @@
 #include <QFile>
 #include <QTimer>
 
-RecordingView::RecordingView(int id_cfg, QList<LogEvent>* log, const Hook* hook)
-    : m_idCfg(id_cfg)
-    , m_log(log)
-    , m_hook(hook)
-{
-}
-
 void RecordingView::slotExecEventText(TCodeExec code, QString text1, QString text2)
 {
     m_log->append({m_idCfg, code, text1, text2});
     if (*m_hook)
         (*m_hook)(m_log->last());
-}
-
-void RecordingView::slotExecEventProc(int procent)
-{
-    percents.append(procent);
 }
 
 RunBench::RunBench()
@@ -46,7 +34,6 @@ RunBench::RunBench()
                     shipped.readAll().replace("TimeOut=5000", "TimeOut=400"));
     appData().progTypes.append(QStringLiteral("Simulator"), QStringLiteral("simulator.cfg"));
     project().reset();
-    project().setFile(m_dir.file(QStringLiteral("bench.prj")));
     project().fromData(
         {{key::prj_file, m_dir.file(QStringLiteral("bench.prj"))}, {key::work_path, m_dir.path()}});
     m_control = std::make_unique<TRunControl>([this](int id) { return &view(id); });

@@ -30,7 +30,12 @@ class RecordingView : public QObject, public IRunView
 public:
     using Hook = std::function<void(const LogEvent&)>;
 
-    RecordingView(int id_cfg, QList<LogEvent>* log, const Hook* hook);
+    RecordingView(int id_cfg, QList<LogEvent>* log, const Hook* hook)
+        : m_idCfg(id_cfg)
+        , m_log(log)
+        , m_hook(hook)
+    {
+    }
 
     QObject* receiver() override { return this; }
     void runBegins() override { ++begun; }
@@ -42,7 +47,7 @@ public:
 
 public slots:
     void slotExecEventText(TCodeExec code, QString text1, QString text2);
-    void slotExecEventProc(int procent);
+    void slotExecEventProc(int procent) { percents.append(procent); }
 
 private:
     const int m_idCfg;

@@ -6,9 +6,13 @@
 #include "exec/RunBench.h"
 #include "exec/TProgTask.h"
 #include "support/ScriptedPeer.h"
+#include "support/SimProcess.h"
 #include "support/tables.h"
 
-#include <QtTest>
+#include <QRandomGenerator>
+
+#include <memory>
+#include <vector>
 
 namespace {
 
@@ -30,31 +34,40 @@ struct AgreeingPeer : ScriptedPeer
     }
 };
 
-// Commands behind the set_prog | a request that has another answer, FF for none | all frames | status, kind
-// and text of the last line.
+// Commands behind the set_prog | a request that has another answer, FF for none | all frames | status of the
+// run, and the lines behind the one of the set_prog: kind, text and parameters.
 const char frames[] = R"(
-set_vcc vcc=3.3 | FF | 80 81 83:01 89:21 85 83:00 | 3 5 Done
-set_vcc vcc=3.3; stop; set_vcc vcc=5 | FF | 80 81 83:01 89:21 85 83:00 | 3 5 Done
-set_vcc vcc=3.3; set_vcc vcc=5 | 89 > !3 | 80 81 83:01 89:21 85 83:02 | 4 6 Programmer: wrong parameter
-set_vcc vcc=3.3; set_vcc vcc=5 | 89 | 80 81 83:01 89:21 | 4 6 No answer from the programmer
-set_vcc vcc=3.3 | 80 > 0102 | 80 81 85 83:02 | 4 6 The programmer does not fit its description
-set_vcc vcc=3.3 | 83 01 > !3 | 80 81 83:01 85 83:02 | 4 6 Programmer: wrong parameter
-set_vcc vcc=3.3 | 85 > !3 | 80 81 83:01 89:21 85 83:02 | 3 6
-set_vcc vcc=3.3 | 85 | 80 81 83:01 89:21 85 | 3 6
-set_vcc vcc=99 | FF | 80 81 83:01 85 83:02 | 4 6 The command "Set Vcc" has wrong parameters
-erase | FF | 80 81 83:01 83:02 | 4 6 The command "Erase" does not fit the selected device or programmer
-set_device device=W25Q64FV file=spi-flash/W25Q64FV.dev clk=4000000; leave | FF | 80 81 83:01 84:01000000093d00 01:0000000000000000 83:00 | 3 5 Done
+set_vcc vcc=3.3 | FF | 80 81 83:01 89:21 85 83:00 | 1 3: 4 Bench; 0 Set Vcc 3.3 V; 5 Done
+set_prog prog=P | FF | 80 81 83:01 85 83:00 80 81 83:01 85 83:00 | 1 3: 4 Bench; 0 Set Prog; 4 Bench; 5 Done
+set_prog prog=P | 85 > !3 | 80 81 83:01 85 85 83:02 | 1 4: 4 Bench; 6
+set_vcc vcc=3.3; set_vcc vcc=5 | 89 > !3 | 80 81 83:01 89:21 85 83:02 |
+    1 4: 4 Bench; 0 Set Vcc 3.3 V; 6 Programmer: wrong parameter
+set_vcc vcc=3.3; set_vcc vcc=5 | 89 | 80 81 83:01 89:21 | 1 4: 4 Bench; 0 Set Vcc 3.3 V; 6 No answer from the programmer
+set_vcc vcc=3.3 | 80 > 0102 | 80 81 85 83:02 | 1 4: 4 Bench; 6 The programmer does not fit its description
+set_vcc vcc=3.3 | 83 01 > !3 | 80 81 83:01 85 83:02 | 1 4: 4 Bench; 6 Programmer: wrong parameter
+set_vcc vcc=3.3 | 85 > !3 | 80 81 83:01 89:21 85 83:02 | 1 3: 4 Bench; 0 Set Vcc 3.3 V; 6
+set_vcc vcc=3.3 | 85 | 80 81 83:01 89:21 85 | 1 3: 4 Bench; 0 Set Vcc 3.3 V; 6
+set_vcc vcc=99 | FF | 80 81 83:01 85 83:02 |
+    1 4: 4 Bench; 0 Set Vcc 99.0 V; 6 The command "Set Vcc" has wrong parameters
+erase | FF | 80 81 83:01 83:02 |
+    1 4: 4 Bench; 0 Erase; 6 The command "Erase" does not fit the selected device or programmer
+set_device device=W25Q64FV file=spi-flash/W25Q64FV.dev clk=4000000; leave | FF |
+    80 81 83:01 84:01000000093d00 01:0000000000000000 83:00 | 1 3: 4 Bench; 0 Set Device W25Q64FV; 0 Leave ------; 5 Done
 )";
 
 // Commands of a configuration A, and behind " / " of a second one B; "-" is an unchecked one; they are
-// numbered from 0 | lines of A | status of both: 0 never run, 3 done. A jump stays in the log of A.
+// numbered from 0 | lines of A | status of both, 0 never run, 3 done, 4 failed, and the value of the command
+// 0. A jump stays in the log of A.
 const char flows[] = R"(
--delay value=1 | Done | 3 0
-counter value=0 limit=3 delta=1; delay value=0; jamp to_cmd=0 | Counter, Delay 0 ms, Jamp, Counter, Delay 0 ms, Jamp, Counter, Done | 3 0
-delay value=1; stop; delay value=2 | Delay 1 ms, Stop, Done | 3 0
--delay value=1; delay value=2 | Delay 2 ms, Done | 3 0
-jamp to_cmd=2; delay value=1 / -delay value=2; delay value=3 | Jamp, --> Configuration "B", Delay 3 ms, Done | 3 0
-execute cfg=0; execute cfg=1; delay value=1 / delay value=2 | Execute, Execute, Delay 1 ms, Done | 3 3
+-delay value=1 | Done | 3 0 1
+-delay value=1; delay value=2 | Delay 2 ms, Done | 3 0 1
+delay value=1; stop; delay value=2 | Delay 1 ms, Stop, Done | 3 0 1
+counter value=0 limit=3 delta=1; delay value=0; jamp to_cmd=0 | Counter, Delay 0 ms, Jamp, Counter, Delay 0 ms, Jamp, Counter, Done | 3 0 3
+counter value=0x7FFFFFFF limit=0 delta=1; stop | Counter, The counter has left its range | 4 0 2147483647
+jamp to_cmd=2; delay value=1; delay value=2 | Jamp, Delay 2 ms, Done | 3 0 0
+jamp to_cmd=2; delay value=1 / -delay value=2; delay value=3 | Jamp, --> Configuration "B%1", Delay 3 ms, Done | 3 0 0
+jamp to_cmd=3; delay value=1 / delay value=2; delay value=3 | Jamp, --> Configuration "B%1", Delay 3 ms, Done | 3 0 0
+execute cfg=0; execute cfg=1; delay value=1 / delay value=2 | Execute, Execute, Delay 1 ms, Done | 3 3 0
 )";
 
 // ID Prog or Reset | commands | a request that has another answer | all frames | kind and text of the last
@@ -70,8 +83,64 @@ reset | set_prog | 86 | 80 81 83:01 86:70fe | 6 No answer from the programmer
 reset | stop | FF | | 6
 )";
 
+const char pauses[] = R"(
+pause
+jamp to_cmd=1 / pause
+)";
+
+const char stops[] = R"(
+pause | later
+pause | at its line
+delay value=60000 | later
+)";
+
+const QString chip = QStringLiteral("W25Q64");
+
+/// Reproducible bytes, different for each seed.
+QByteArray pattern(int words, uint seed)
+{
+    QByteArray bytes(words * 4, 0);
+    QRandomGenerator(seed).fillRange(reinterpret_cast<quint32*>(bytes.data()), words);
+    return bytes;
+}
+
+/// Opcodes of the request frames of a trace, in their order.
+QString requestsOf(const QByteArray& trace)
+{
+    QStringList list;
+    for (const QByteArray& line : trace.split('\n')) {
+        const QList<QByteArray> parts = line.simplified().split(' ');
+        const int start = parts.indexOf("C0");
+        if (line.contains('>') && start >= 0 && parts.size() > start + 1)
+            list.append(QString::fromLatin1(parts.at(start + 1)));
+    }
+    return list.join(QLatin1Char(' '));
+}
+
+// Options of the simulator | a command behind the link, with a set_vcc behind it | last line, or its
+// beginning | all requests. The fifth frame is the first one of the command.
+const char faults[] = R"(
+--chip W25Q64 --fault silent@5 | data_verify addr_device=0 data=FFFFFFFF | 6 No answer from the programmer | 80 81 83 84 03
+--chip W25Q64 --fault cut@5 | data_verify addr_device=0 data=FFFFFFFF | 6 No answer from the programmer | 80 81 83 84 03
+--chip W25Q64 --fault hangup@5 | data_verify addr_device=0 data=FFFFFFFF | 6 No answer from the programmer | 80 81 83 84 03
+--chip W25Q64 --fault error=7@5 | data_verify addr_device=0 data=FFFFFFFF | 6 Programmer: the device does not answer | 80 81 83 84 03 85 83
+--chip W25Q64 --fault short@5 | data_verify addr_device=0 data=FFFFFFFF | 6 | 80 81 83 84 03 85 83
+--chip W25Q64 --fault flip@5 | data_verify addr_device=0 data=FFFFFFFF | 6 Address: 0x0 | 80 81 83 84 03 85 83
+--chip W25Q64 --fault noise@5 | data_verify addr_device=0 data=FFFFFFFF | 5 Done | 80 81 83 84 03 89 85 83
+--chip W25Q64 | ident | 5 Done | 80 81 83 84 03 89 85 83
+--name empty | ident | 6 Read signature: FFFFFF | 80 81 83 84 03 85 83
+)";
+
+// Long commands; the speed of the line slows them down.
+const char longCommands[] = R"(
+erase
+file_read format=HEX file=out.hex addr_file=0 addr_device=0 count=0x800000
+char_write addr_device=0 count=0x800000 fill_char=0
+)";
+
 } // namespace
 
+/// Runs on a programmer that is played, and on simulated chips.
 class TestRun : public QObject
 {
     Q_OBJECT
@@ -83,18 +152,18 @@ private slots:
     void flow();
     void progTask_data() { textRows(tasks, {"task", "link", "odd", "frames", "last"}); }
     void progTask();
-    void twoProgrammersInOneRun();
-    void eventsOfAGoodRun();
-    void pauseResume_data() { textRows("pause\njamp to_cmd=1 / pause", {"commands"}); }
+    void pauseResume_data() { textRows(pauses, {"commands"}); }
     void pauseResume();
     void resumesFromInsideTheSignal();
-    void stopInPauseAndDelay_data()
-    {
-        textRows("pause |\ndelay value=60000 |\npause | at its line", {"command", "when"});
-    }
+    void stopInPauseAndDelay_data() { textRows(stops, {"command", "when"}); }
     void stopInPauseAndDelay();
     void deletedRunningCommandEndsTheRun();
     void sameConfigurationAgainRightBehindItsResult();
+    void twelveSideBySide();
+    void stopEndsWithinAnExchange_data() { textRows(longCommands, {"command"}); }
+    void stopEndsWithinAnExchange();
+    void endsAsTheChipAnswers_data() { textRows(faults, {"options", "command", "last", "requests"}); }
+    void endsAsTheChipAnswers();
 
 private:
     /// Adds the configurations A and B with such commands; the first has a set_prog if an alias is given.
@@ -104,7 +173,7 @@ private:
 int TestRun::addAll(RunBench& bench, const QString& commands, const QString& alias)
 {
     const int a = bench.addCfg("A");
-    bench.addCfg("B");
+    bench.addCfg("B%1");
     if (!alias.isEmpty())
         bench.addLink(a, alias);
     int cfg = a;
@@ -127,11 +196,20 @@ void TestRun::sends()
     RunBench bench;
     bench.addProgrammer("P", peer.path());
     const int cfg = addAll(bench, commands, "P");
+    QStringList statuses;
+    QObject::connect(&bench.control(), &TRunControl::signalStatusChanged,
+                     [&](int, int status) { statuses.append(QString::number(status)); });
     QVERIFY(bench.run({cfg}));
     QCOMPARE(peer.finish(), QString());
     QTEST(peer.requestText(), "frames");
-    const QString outcome = QStringLiteral("%1 %2 %3").arg(project().cfgStatus(cfg)).arg(bench.last().code);
-    QTEST(outcome.arg(bench.last().text1).trimmed(), "outcome");
+    QStringList lines;
+    for (const LogEvent& event : bench.log().mid(1)) {
+        const bool namesPort = event.text2.contains(peer.path());
+        const QString line = QStringLiteral("%1 %2 %3").arg(QString::number(event.code), event.text1);
+        lines.append(line.arg(namesPort ? "" : event.text2).trimmed());
+    }
+    QTEST(statuses.join(' ') + ": " + lines.join("; "), "outcome");
+    QCOMPARE(bench.log().first().text2, QStringLiteral("P: %1, Simulator").arg(peer.path()));
     QCOMPARE(bench.view(cfg).ended, 1);
 }
 
@@ -148,9 +226,11 @@ void TestRun::flow()
             lines.append(event.text1.trimmed() + (event.text2.endsWith(" ms") ? ' ' + event.text2 : ""));
     }
     QTEST(lines.join(", "), "lines");
-    QTEST(QStringLiteral("%1 %2").arg(project().cfgStatus(a)).arg(project().cfgStatus(a + 1)), "status");
+    const int value = project().cmdAt(0)->param(key::value).toInt();
+    QTEST(QStringLiteral("%1 %2 %3").arg(project().cfgStatus(a)).arg(project().cfgStatus(a + 1)).arg(value),
+          "status");
     QCOMPARE(bench.view(a).begun, 1);
-    QCOMPARE(project().isChanged(), commands.contains("counter"));
+    QCOMPARE(project().isChanged(), value == 3);
 }
 
 void TestRun::progTask()
@@ -177,43 +257,6 @@ void TestRun::progTask()
     QCOMPARE(done, last.startsWith('5'));
     peer.finish();
     QTEST(peer.requestText(), "frames");
-}
-
-void TestRun::twoProgrammersInOneRun()
-{
-    AgreeingPeer first;
-    AgreeingPeer second;
-    RunBench bench;
-    bench.addProgrammer("P", first.path());
-    bench.addProgrammer("Q", second.path());
-    const int cfg = bench.addCfg("A");
-    bench.addLink(cfg, "P");
-    bench.addLink(cfg, "Q");
-    bench.bind();
-    QVERIFY(bench.run({cfg}));
-    QCOMPARE(first.finish() + second.finish(), QString());
-    QCOMPARE(first.requestText(), QStringLiteral("80 81 83:01 85 83:00"));
-    QCOMPARE(second.requestText(), QStringLiteral("80 81 83:01 85 83:00"));
-    QCOMPARE(project().cfgStatus(cfg), int(csDone));
-}
-
-void TestRun::eventsOfAGoodRun()
-{
-    AgreeingPeer peer;
-    RunBench bench;
-    bench.addProgrammer("P", peer.path());
-    const int cfg = addAll(bench, "set_vcc vcc=3.3", "P");
-    QList<int> statuses;
-    QObject::connect(&bench.control(), &TRunControl::signalStatusChanged,
-                     [&](int, int status) { statuses.append(status); });
-    QVERIFY(bench.run({cfg}));
-    QStringList lines;
-    for (const LogEvent& event : bench.log())
-        lines.append(QStringLiteral("%1|%2|%3").arg(QString::number(event.code), event.text1, event.text2));
-    const QString link = QStringLiteral("0|Set Prog|P: %1, Simulator").arg(peer.path());
-    QCOMPARE(lines, (QStringList{link, "4|Bench|", "0|Set Vcc|3.3 V", "5|Done|"}));
-    QCOMPARE(statuses, (QList<int>{csRun, csDone}));
-    QCOMPARE(bench.view(cfg).percents, (QList<int>{0, 0}));
 }
 
 void TestRun::pauseResume()
@@ -258,7 +301,7 @@ void TestRun::stopInPauseAndDelay()
     bench.onEvent([&](const LogEvent& event) {
         if (event.code != ceCmdBegin || event.text1 == QLatin1String("Set Prog"))
             return;
-        if (when.isEmpty())
+        if (when == "later")
             QTimer::singleShot(50, &bench.control(), &TRunControl::stopAll);
         else
             bench.control().stopAll();
@@ -302,6 +345,88 @@ void TestRun::sameConfigurationAgainRightBehindItsResult()
     QVERIFY(bench.waitIdle());
     QCOMPARE(bench.view(cfg).begun, 4);
     QVERIFY(!bench.control().isRunning(cfg));
+}
+
+void TestRun::twelveSideBySide()
+{
+    constexpr int count = 12;
+    std::vector<std::unique_ptr<SimProcess>> sims;
+    RunBench bench;
+    QList<int> ids;
+    for (int i = 0; i < count; ++i) {
+        sims.push_back(std::make_unique<SimProcess>(QStringList{"--chip", chip}));
+        QVERIFY2(sims.back()->isReady(), sims.back()->output().constData());
+        const QString alias = QStringLiteral("P%1").arg(i);
+        bench.dir().write("source" + alias, pattern(5000 + i, static_cast<uint>(i)));
+        bench.addProgrammer(alias, sims.back()->path());
+        const int cfg = bench.addCfg(alias);
+        bench.addLink(cfg, alias, chip);
+        bench.addCmd(cfg, "erase_blocks size=0x10000 begin=0 count=1");
+        const QString range = QStringLiteral(" format=BIN addr_file=0 addr_device=%1 count=%2 file=");
+        const QString file = range.arg(100 + i).arg(4 * (5000 + i));
+        bench.addCmd(cfg, "file_write" + file + "source" + alias);
+        bench.addCmd(cfg, "file_verify" + file + "source" + alias);
+        bench.addCmd(cfg, "file_read" + file + "result" + alias);
+        ids.append(cfg);
+    }
+    bench.bind();
+    QVERIFY(bench.run(ids, 60000));
+    for (int i = 0; i < count; ++i) {
+        QCOMPARE(project().cfgStatus(ids.at(i)), int(csDone));
+        QCOMPARE(bench.dir().read(QStringLiteral("resultP%1").arg(i)),
+                 pattern(5000 + i, static_cast<uint>(i)));
+    }
+}
+
+void TestRun::stopEndsWithinAnExchange()
+{
+    QFETCH(QString, command);
+    const SimProcess sim({"--chip", chip, "--baud", "115200"});
+    QVERIFY(sim.isReady());
+    RunBench bench;
+    bench.addProgrammer("P", sim.path());
+    const int cfg = bench.addCfg("A");
+    bench.addLink(cfg, "P", chip);
+    bench.addCmd(cfg, command);
+    bench.addCmd(cfg, "ident");
+    bench.bind();
+    bench.onEvent([&](const LogEvent& event) {
+        if (bench.texts(ceCmdBegin).size() == 3 && event.code == ceCmdBegin)
+            QTimer::singleShot(60, &bench.control(), &TRunControl::stopAll);
+    });
+    QElapsedTimer clock;
+    clock.start();
+    QVERIFY(bench.run({cfg}, 10000));
+    // 16 short exchanges at this speed may pass between two looks at the stop.
+    QVERIFY2(clock.elapsed() < 3000, qPrintable(QString::number(clock.elapsed())));
+    QCOMPARE(bench.last().text1, langText(390));
+    QCOMPARE(bench.texts(ceCmdBegin).size(), 3);
+    QCOMPARE(project().cfgStatus(cfg), int(csDone));
+    const QByteArray hex = bench.dir().read("out.hex");
+    if (command.contains("out.hex"))
+        QVERIFY2(hex.size() > 100 && hex.endsWith("\r\n:00000001FF\r\n"), hex.right(60).constData());
+}
+
+void TestRun::endsAsTheChipAnswers()
+{
+    QFETCH(QString, options);
+    QFETCH(QString, command);
+    QFETCH(QString, last);
+    RunBench bench;
+    SimProcess sim(options.split(' ') + QStringList{"--trace", bench.dir().file("trace")});
+    QVERIFY(sim.isReady());
+    bench.addProgrammer("P", sim.path());
+    const int cfg = bench.addCfg("A");
+    bench.addLink(cfg, "P", chip);
+    bench.addCmd(cfg, command);
+    bench.addCmd(cfg, "set_vcc vcc=3.3");
+    bench.bind();
+    QVERIFY(bench.run({cfg}));
+    sim.stop();
+    const QString line = QStringLiteral("%1 %2").arg(QString::number(bench.last().code), bench.last().text1);
+    QVERIFY2(last == "6" ? line.trimmed() == last : line.startsWith(last), qPrintable(line));
+    QCOMPARE(project().cfgStatus(cfg), int(last.startsWith('5') ? csDone : csFailed));
+    QTEST(requestsOf(bench.dir().read("trace")), "requests");
 }
 
 QTEST_GUILESS_MAIN(TestRun)
