@@ -1,0 +1,453 @@
+#include "sim/SimClient.h"
+#include "support/ScriptedPeer.h"
+#include "support/SimProcess.h"
+#include "support/TestDir.h"
+#include "support/tables.h"
+
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QProcess>
+
+namespace {
+
+const QByteArray oldAvr =
+    "gui_type = s|DevAVR8_SPI\nprg_type = s|avr\nflash_size = D|2048\neeprom_size = D|128\n"
+    "flash_page_size = u|0\nsignature = s|1E9101\nlock_def = s|FF\nalg_lock_write = d|0\n";
+
+// Descriptions that no shipped chip has: AVRs without page mode and with their fuses in one instruction, and
+// a flash written with Windows line ends and folders, comments, lines to skip, a repeated key, numbers in
+// every base, and a list that another list and a plain key interrupt.
+const struct
+{
+    const char* name;
+    QByteArray text;
+} files[] = {
+    {"devices.lst", "# chips\r\n  my chip=sub\\my.dev  \r\nno entry\r\nold=old.dev\nmid=mid.dev\n"},
+    {"types.lst", "flash=1\navr=2\nfirst=7\nfirst=8\n"},
+    {"old.dev", "fuse_def = s|DF\nalg_fuse_read = d|0\nalg_fuse_write = d|0\n" + oldAvr},
+    {"mid.dev", "fuse_def = s|DA\nalg_fuse_read = d|1\nalg_fuse_write = d|1\n" + oldAvr},
+    {"sub/my.dev", "# size = D|1\r\nsize = D|16\r\nno bar = 5\r\nsize = q|32\r\n|\r\n=\r\n"
+                   "gui_type=s|Dev25\r\nprg_type = s|first\r\nsize=X|10000\r\npage_size = b|1000\r\n"
+                   "signature = s|AB CD EF\r\nerase_blocks = l|20|1024\r\ninfo = l|a|b|c\r\n"
+                   "erase_blocks = l|20|4096\r\nstatus_reg_def = s|000000\r\nerase_blocks = l|52|8192\r\n"
+                   "erase = s|D8|65536"},
+};
+
+// What it shows | chip, "-" for none, and options | requests and answers; "!7" is an error reply.
+const char sequences[] = R"(
+the programmer itself | W25Q64JV | 80 > D204, 80 00 > !2, 82 > !1, 00 > !1, 83 03 >, 83 04 > !3, 83 > !2, 85 >,
+    86 70FE >, 86 0000 > !3, 87 A0860100 F401 >, 87 A0860100 E903 > !3, 88 0000 000102030405060708 >, 88 0000 09 > !3,
+    89 21 >, 8A 2100 > !2, 8B 21 10270000 01 >, 8B 21 10270000 02 > !3, 8C 78 1027 00 >, 8C 78 10270000 00 > !2
+a chip is selected first | W25Q64JV | 03 0300 9F > !5, 84 0100 > !2, 84 6300 00 40420F00 > !6, SPI, 03 0300 9F > EF4017,
+    02 40420F00 >, 02 40420F > !2, 01 0000 0008 >, 01 0000 09 > !3, 05 0300 9F > !1, 03 0300 > !2, 84 >, 03 0300 9F > !5
+another family drives the socket | W25Q64JV | AVR, 07 00 30000000 > FFFFFFFF, I2C, 05 0400 A0 00 > !7
+an empty socket | - | SPI, 03 0300 9F > FFFFFF, 04 02 000000 00 >, 03 0100 0B 000000 00 > FF,
+    AVR, 07 00 30000000 > FFFFFFFF, 03 0000 0200 > FFFF, 04 0000 0000 >, 05 0000 0100 > FF, 06 0000 00 >,
+    I2C, 03 00 >, 05 0100 A0 00 > !7, 04 A0 00 00 > !7
+payload longer than a frame | W25Q64JV --max-data=8 | SPI, 04 02 000000 11223344 >, 04 02 000000 0000000000 > !2,
+    03 0400 0B 000000 00 > 11223344
+the longest payload | W25Q64JV | SPI, 04 02 000000 00*65531 >, 03 FFFF 0B 000000 00 > 00*256 FF*65279
+faults that do not fit their frame | W25Q64JV --fault=flip@1 --fault=short@2 --fault=error=7@3 | 80 > D204, SPI,
+    04 02 000000 00 > !7, 03 0100 0B 000000 00 > FF
+
+programming only clears bits | W25Q64JV | SPI, 04 02 000010 F0F0 >, 04 02 000010 3C >, 03 0300 0B 000010 00 > 30F0FF
+a program wraps in its page | W25Q64JV | SPI, 04 02 0001FE 01020304 >, 03 0300 0B 0001FE 00 > 0102FF,
+    03 0300 0B 000100 00 > 0304FF, 03 0200 0B 000000 00 > FFFF
+a read wraps at the end | W25Q64JV | SPI, 04 02 7FFFFF 11 >, 04 02 000000 22 >, 03 0200 0B 7FFFFF 00 > 1122
+erases of another length do nothing | W25Q64JV | SPI, 04 02 000000 00 >, 04 C7 000000 >, 04 60 000000 >, 04 D8 0000 >,
+    04 D8 000000 00 >, 03 0100 0B 000000 00 > 00, 04 60 >, 03 0100 0B 000000 00 > FF
+4 KiB | W25Q64JV | SPI, 04 02 004FFF 00 >, 04 02 005000 00 >, 04 02 005FFF 00 >, 04 02 006000 00 >, 04 20 005803 >,
+    03 0200 0B 004FFF 00 > 00FF, 03 0200 0B 005FFF 00 > FF00
+32 KiB | W25Q64JV | SPI, 04 02 007FFF 00 >, 04 02 008000 00 >, 04 02 00FFFF 00 >, 04 02 010000 00 >, 04 52 00C003 >,
+    03 0200 0B 007FFF 00 > 00FF, 03 0200 0B 00FFFF 00 > FF00
+64 KiB | W25Q64JV | SPI, 04 02 00FFFF 00 >, 04 02 010000 00 >, 04 02 01FFFF 00 >, 04 02 020000 00 >, 04 D8 018003 >,
+    03 0200 0B 00FFFF 00 > 00FF, 03 0200 0B 01FFFF 00 > FF00
+no change without write enable | W25Q64JV | SPI, 03 0000 02 000000 00 >, 03 0000 D8 000000 >,
+    03 0100 0B 000000 00 > FF
+the write enable is seen and used up | W25Q64JV | SPI, 03 0000 06 >, 03 0100 05 > 02, 04 02 000000 00 >, 03 0100 05 > 00
+status registers | W25Q64JV | SPI, 03 0100 05 > 00, 03 0100 35 > 02, 03 0100 15 > 60, 04 01 1F >, 04 31 42 >,
+    04 11 64 >, 03 0200 05 > 1C1C, 03 0100 35 > 42, 03 0100 15 > 64
+security registers | W25Q64JV | SPI, 04 42 002000 5AA5 >, 04 42 002000 F0 >, 03 0300 48 002000 00 > 50A5FF,
+    03 0100 48 001000 00 > FF, 04 42 0020FF 1122 >, 03 0200 48 0020FF 00 > 1100, 04 44 003000 >,
+    03 0100 48 0020FF 00 > 11, 04 44 002000 >, 03 0100 48 0020FF 00 > FF, 03 0100 0B 002000 00 > FF
+SFDP: 64 Mbit, 4, 32 and 64 KiB erases | W25Q64JV | SPI, 03 0400 5A 000000 00 > 53464450,
+    03 0800 5A 000008 00 > 00000109100000FF, 03 0800 5A 000010 00 > E52080FFFFFFFF03,
+    03 0800 5A 00002C 00 > 0C200F5210D80000
+unknown and short instructions | W25Q64JV | SPI, 03 0200 77 0000 > FFFF, 04 77 >, 03 0200 0B 0000 > FFFF, 04 02 00 >,
+    04 02 000000 >, 03 0300 9F > EF4017
+
+signature | ATmega328P | AVR, 07 00 30000000 > 0030001E, 07 00 30000100 > 00300095, 07 00 30000200 > 0030000F
+a page needs its commit | ATmega328P | AVR, 04 0000 11223344 >, 03 0000 0400 > FFFFFFFF, 07 05 4C000000 > 004C0000,
+    03 0000 0500 > 11223344FF
+a commit goes to the page of its address | ATmega328P | AVR, 04 8000 1122 >, 07 05 4C004000 > 004C0040,
+    03 7F00 0400 > FF1122FF, 03 0000 0200 > FFFF
+the page buffer wraps and is emptied | ATmega328P | AVR, 04 7E00 11223344 >, 07 05 4C000000 > 004C0000,
+    03 0000 0300 > 3344FF, 03 7E00 0300 > 1122FF, 07 05 4C004000 > 004C0040, 03 8000 0200 > FFFF
+selecting empties the page buffer | ATmega328P | AVR, 04 0000 0000 >, AVR, 07 05 4C000000 > 004C0000, 03 0000 0200 > FFFF
+EEPROM bytes are replaced | ATmega328P | AVR, 06 1000 0102 >, 06 1000 F0 >, 05 0F00 0400 > FFF002FF,
+    07 05 C0001055 > 00C00010, 07 00 A0001000 > 00A00055
+chip erase | ATmega328P | AVR, 04 0000 0000 >, 07 05 4C000000 > 004C0000, 06 0000 00 >, 07 05 ACE000FF > 00ACE000,
+    07 09 AC800000 > 00AC8000, 03 0000 0200 > FFFF, 05 0000 0100 > FF
+fuses take any value and keep it | ATmega328P | AVR, 07 00 50000000 > 00500062, 07 00 58080000 > 005808D9,
+    07 00 50080000 > 005008FF, 07 05 ACA000E2 > 00ACA000, 07 05 ACA800F9 > 00ACA800, 07 05 ACA400FD > 00ACA400,
+    07 00 50000000 > 005000E2, 07 00 58080000 > 005808F9, 07 00 50080000 > 005008FD
+lock bits go one way until an erase | ATmega328P | AVR, 07 00 58000000 > 005800FF, 07 05 ACE000EF > 00ACE000,
+    07 05 ACE000FF > 00ACE000, 07 00 58000000 > 005800EF, 07 09 AC800000 > 00AC8000, 07 00 58000000 > 005800FF
+a lock bit stops writing | ATmega328P | AVR, 06 0000 12 >, 07 05 ACE000FE > 00ACE000, 06 0000 34 >, 05 0000 0100 > 12,
+    07 05 ACA00000 > 00ACA000, 07 00 50000000 > 00500062, 04 0000 0000 >, 07 05 4C000000 > 004C0000,
+    03 0000 0200 > FFFF
+both lock bits stop reading | ATmega328P | AVR, 06 0000 12345678 >, 07 05 ACE000FC > 00ACE000, 05 0000 0400 > 00000101
+wrong lengths for an AVR | ATmega328P | AVR, 03 000004 > !2, 04 00 > !2, 05 0000 > !2, 06 00 > !2, 07 00300000 > !2,
+    08 00 > !1
+extended address: word 1FF80 of the page 3FF00 | ATmega2560 | AVR, 07 00 4D000300 > 004D0003, 04 00FF A1A2 >,
+    07 05 4CFF8000 > 004CFF80, 03 00FF 0200 > A1A2, 07 00 4D000100 > 004D0001, 03 00FF 0200 > FFFF,
+    04 FEFF B1B2 >, 07 05 4CFF8000 > 004CFF80, 03 FEFF 0300 > B1B2FF, 07 00 4D000000 > 004D0000, 03 00FF 0200 > FFFF
+a read counts on over a line of 64 KiB | ATmega2560 | AVR, 07 00 4D000100 > 004D0001, 04 FEFF B1B2 >,
+    07 05 4CFF8000 > 004CFF80, 07 00 4D000200 > 004D0002, 04 0000 C1C2 >, 07 05 4C000000 > 004C0000,
+    07 00 4D000100 > 004D0001, 03 FEFF 0400 > B1B2C1C2, AVR, 03 FEFF 0200 > FFFF
+without pages, and one fuse bit beside the lock bits | old | AVR, 04 0200 1234 >, 03 0100 0400 > FF1234FF,
+    07 00 58000000 > 005800DF, 07 05 ACBE0000 > 00ACBE00, 07 00 58000000 > 005800DE, 07 05 ACFD0000 > 00ACFD00,
+    07 00 58000000 > 0058005E, 07 09 AC800000 > 00AC8000, 07 00 58000000 > 005800DE, 03 0200 0200 > FFFF
+five fuse bits in an instruction | mid | AVR, 07 00 50000000 > 005000DA, 07 05 ACB50000 > 00ACB500,
+    07 00 50000000 > 005000D5, 07 05 ACF90000 > 00ACF900, 07 00 58000000 > 005800F9
+
+one address byte | 24C02 | I2C, 04 A0 10 1234 >, 05 0400 A0 0F > FF1234FF, 04 A0 10 F0 >, 05 0200 A0 10 > F034,
+    04 A0 20 >, 05 0100 A0 20 > FF
+two address bytes | 24C512 | I2C, 04 A0 1234 AB >, 05 0200 A0 1233 > FFAB, 05 0100 A0 3412 > FF
+block bits beside a pin | 24C08 --address=4 | I2C, 04 A6 05 33 > !7, 03 08 >, 04 A6 05 33 >, 05 0100 A6 05 > 33,
+    05 0100 A2 05 > FF
+a write wraps in its page | 24C16 | I2C, 04 A0 0E 01020304 >, 05 0500 A0 0D > FF0102FFFF, 05 0300 A0 00 > 0304FF
+its own address only | 24C02 --address=5 | I2C, 04 A0 00 11 > !7, 05 0100 A0 00 > !7, 03 0A >, 04 A0 00 11 >,
+    05 0100 A0 00 > 11, 03 00 >, 05 0100 A0 00 > !7
+wrong requests to an EEPROM | 24C02 | I2C, 03 > !2, 03 01 > !3, 03 10 > !3, 04 > !2, 05 0100 > !2, 06 00 > !1
+
+a description as people write it | my chip | 84 0800 00 40420F00 > !6, 84 0700 00 40420F00 >, 03 0300 9F > ABCDEF,
+    04 02 000006 112233 >, 03 0200 0B 000006 00 > 1122, 03 0200 0B 000000 00 > 33FF, 04 02 001000 00 >,
+    04 20 000800 >, 03 0100 0B 000000 00 > FF, 03 0100 0B 001000 00 > 00, 04 52 000000 >,
+    03 0100 0B 001000 00 > FF, 04 02 00FFFF 00 >, 03 0100 0B FFFFFF 00 > 00
+)";
+
+// What it shows | bytes sent | bytes that come back. A request 80 is C0800000C0.
+const char streams[] = R"(
+a wrong checksum | C0 84 07 00 01 01 00 40 42 0F 00 24 | C0 FF 02 00 04 00 3B
+text in front | 41542B474D520D0A C0800000C0 | C0800200D204E8
+bytes of a broken frame in front | 0000 FF 8000 C0800000C0 | C0800200D204E8
+two frames and the beginning of one | C0800000C0 C0820000BE C08100 | C0800200D204E8 C0FF020001003E
+)";
+
+// A fault of the answer that would be C0030300EF4017F4 | bytes that come instead.
+const char faults[] = R"(
+silent |
+cut | C0030300
+checksum | C0030300EF4017F5
+error=515 | C0FF020003023A
+short | C0030200EF400C
+flip | C0030300EF4037D4
+echo | C0030300EF4017F4
+)";
+
+QStringList withChip(const QStringList& more = {})
+{
+    return QStringList{"--chip", "W25Q64JV"} + more;
+}
+
+/// All frames up to a silence.
+QString receiveAll(SimClient& client)
+{
+    QByteArray all;
+    for (QByteArray part = client.receive(150); !part.isEmpty(); part = client.receive(150))
+        all += part;
+    return QString::fromLatin1(all.toHex().toUpper());
+}
+
+// Options | exit code: 2 for words that make no sense, 1 for what cannot be done.
+const char refused[] = R"(
+--bogus | 2
+word | 2
+--chip | 2
+--baud 0 | 2
+--interface 65536 | 2
+--max-data 65536 | 2
+--address 8 | 2
+--fault silent@0 | 2
+--fault loud@1 | 2
+--fault error=x@1 | 2
+--fault=cut@-1 | 2
+--image file | 2
+--port= | 2
+--chip W25Q9999 | 1
+--chip W25Q64JV --devices /nowhere | 1
+--trace /nowhere/trace | 1
+--chip W25Q64JV --image / | 1
+)";
+
+const QString program = QStringLiteral(VM_BUILD_DIR "/velmarkion-sim");
+
+/// What a program that ends at once leaves behind; a program that goes on is killed and has the code -1.
+struct Ended
+{
+    explicit Ended(const QStringList& arguments)
+    {
+        QProcess process;
+        process.start(program, arguments);
+        if (!process.waitForFinished(5000))
+            process.kill();
+        else if (process.exitStatus() == QProcess::NormalExit)
+            code = process.exitCode();
+        process.waitForFinished();
+        out = process.readAllStandardOutput();
+        err = process.readAllStandardError();
+    }
+
+    int code = -1;
+    QByteArray out;
+    QByteArray err;
+};
+
+} // namespace
+
+/// The simulated programmer: its requests and the models of the chips; bytes that are no good request; the
+/// faults that it can be told to make; and the program with its options, link, image, trace and end.
+class TestSimulator : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void sequence_data() { textRows(sequences, {"what", "chip", "steps"}); }
+    void sequence();
+    void sampleOfTheCatalogue();
+    void stream_data() { textRows(streams, {"what", "sent", "received"}); }
+    void stream();
+    void givesUpHalfAFrame();
+    void fault_data() { textRows(faults, {"fault", "received"}); }
+    void fault();
+    void hangupClosesTheLine();
+    void keepsToTheBaudRate();
+    void refuses_data() { textRows(refused, {"options", "code"}); }
+    void refuses();
+    void replacesStaleLinkAndEndsOnSignal();
+    void leavesForeignFiles();
+    void imageIsLoadedAndSaved();
+    void traceHasEveryFrame();
+    void survivesItsHosts();
+
+private:
+    TestDir m_own{TestDir::Empty};
+};
+
+void TestSimulator::initTestCase()
+{
+    for (const auto& file : files)
+        m_own.write(file.name, file.text);
+}
+
+void TestSimulator::sequence()
+{
+    QFETCH(QString, chip);
+    QFETCH(QString, steps);
+    QStringList options = chip == "-" ? QStringList() : QString("--chip=" + chip).split(" --");
+    for (int i = 1; i < options.size(); ++i)
+        options[i].prepend("--");
+    const bool isOwn = files[0].text.contains(chip.toLatin1() + '=');
+    SimProcess sim(options, isOwn ? m_own.path() : QString());
+    QVERIFY2(sim.isReady(), sim.output().constData());
+    QCOMPARE(SimClient(sim.path()).play(steps), QString());
+}
+
+void TestSimulator::sampleOfTheCatalogue()
+{
+    QFile list(QStringLiteral(VM_BUILD_DIR "/devices/devices.lst"));
+    QVERIFY(list.open(QIODevice::ReadOnly | QIODevice::Text));
+    QMap<QString, int> answered;
+    int number = 0;
+    for (const QByteArray& line : list.readAll().split('\n')) {
+        if (!line.contains('=') || line.startsWith('#') || ++number % 25 != 0)
+            continue;
+        const QString name = QString::fromUtf8(line.left(line.indexOf('=')));
+        SimProcess sim({"--chip", name});
+        QVERIFY2(sim.isReady(), qPrintable(name));
+        SimClient client(sim.path());
+        QStringList families;
+        // A number that no family has makes it read the description of every chip.
+        QCOMPARE(client.play("84 6300 00 40420F00 > !6"), QString());
+        if (!client.play("SPI, 03 0300 9F > FFFFFF").isEmpty())
+            families << "SPI";
+        if (client.play("AVR, 07 00 30000000 > 0030001E").isEmpty())
+            families << "AVR";
+        if (!client.play("I2C, 05 0100 A0 0000 > !7").isEmpty())
+            families << "I2C";
+        QVERIFY2(families.size() == 1, qPrintable(name));
+        ++answered[families[0]];
+    }
+    QCOMPARE(answered.size(), 3);
+}
+
+void TestSimulator::stream()
+{
+    QFETCH(QString, sent);
+    QFETCH(QString, received);
+    SimProcess sim(withChip());
+    SimClient client(sim.path());
+    client.send(QByteArray::fromHex(sent.toLatin1()));
+    QCOMPARE(receiveAll(client), received.remove(' '));
+}
+
+void TestSimulator::givesUpHalfAFrame()
+{
+    SimProcess sim(withChip());
+    SimClient client(sim.path());
+    client.send(QByteArray::fromHex("C004FFFF0102"));
+    QCOMPARE(client.receive(800), QByteArray());
+    QCOMPARE(client.play("80 > D204"), QString());
+}
+
+void TestSimulator::fault()
+{
+    QFETCH(QString, fault);
+    SimProcess sim(withChip({"--fault", fault + "@2", "--fault=" + fault + "@4"}));
+    QVERIFY2(sim.isReady(), sim.output().constData());
+    SimClient client(sim.path());
+    QCOMPARE(client.play("SPI"), QString());
+    for (int i = 0; i < 2; i++) {
+        client.send(peerFrame(3, QByteArray::fromHex("03009F")));
+        QTEST(receiveAll(client), "received");
+        QCOMPARE(client.play("03 0300 9F > EF4017"), QString());
+    }
+}
+
+void TestSimulator::hangupClosesTheLine()
+{
+    SimProcess sim(withChip({"--fault", "hangup@2"}));
+    SimClient client(sim.path());
+    QCOMPARE(client.play("80 > D204, 80"), QString());
+    QVERIFY(client.isClosed());
+    QTRY_VERIFY(!QFileInfo(sim.path()).isSymLink());
+}
+
+void TestSimulator::keepsToTheBaudRate()
+{
+    SimProcess sim(withChip({"--baud", "19200"}));
+    SimClient client(sim.path());
+    QCOMPARE(client.play("SPI"), QString());
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(client.play("03 F401 0B 000000 00 > FF*500"), QString());
+    // 12 bytes there and 505 back, 10 bits each.
+    const qint64 due = (12 + 505) * 10 * 1000 / 19200;
+    QVERIFY2(timer.elapsed() >= due - 5, QByteArray::number(timer.elapsed()).constData());
+    QVERIFY2(timer.elapsed() < due * 3, QByteArray::number(timer.elapsed()).constData());
+}
+
+void TestSimulator::refuses()
+{
+    QFETCH(QString, options);
+    const TestDir dir(TestDir::Empty);
+    QStringList arguments = options.split(' ');
+    if (!options.contains("--port"))
+        arguments = QStringList{"--port", dir.file("sim")} + arguments;
+    const Ended ended(arguments);
+    QTEST(QString::number(ended.code), "code");
+    QVERIFY(ended.out.isEmpty() && !ended.err.isEmpty());
+    QCOMPARE(ended.err.contains("--help"), ended.code == 2);
+    QVERIFY(!QFileInfo(dir.file("sim")).isSymLink());
+}
+
+void TestSimulator::replacesStaleLinkAndEndsOnSignal()
+{
+    const TestDir dir(TestDir::Empty);
+    const QString link = dir.file("sim");
+    QProcess first;
+    first.start(program, {"--port", link});
+    QVERIFY(first.waitForReadyRead(5000));
+    first.kill();
+    QVERIFY(first.waitForFinished(5000));
+    QVERIFY(QFileInfo(link).isSymLink());
+    QProcess second;
+    second.start(program, {"--port", link});
+    QVERIFY(second.waitForReadyRead(5000));
+    QCOMPARE(second.readAllStandardOutput(), "ready " + link.toUtf8() + "\n");
+    QCOMPARE(SimClient(link).play("80 > D204"), QString());
+    second.terminate();
+    QVERIFY(second.waitForFinished(5000));
+    QVERIFY(second.exitStatus() == QProcess::NormalExit && second.exitCode() == 0);
+    QVERIFY(!QFileInfo(link).isSymLink());
+    QVERIFY(second.readAllStandardOutput().isEmpty());
+}
+
+void TestSimulator::leavesForeignFiles()
+{
+    const TestDir dir(TestDir::Empty);
+    QVERIFY(QFile::link(dir.write("notes", "keep me"), dir.file("link")));
+    for (const char* name : {"notes", "link"}) {
+        QCOMPARE(Ended({"--port", dir.file(name)}).code, 1);
+        QCOMPARE(dir.read(name), QByteArray("keep me"));
+    }
+    SimProcess running({"--name", "first"});
+    QVERIFY2(running.isReady(), running.output().constData());
+    QCOMPARE(Ended({"--port", running.path()}).code, 1);
+    QCOMPARE(SimClient(running.path()).play("81 > 6669727374"), QString());
+}
+
+void TestSimulator::imageIsLoadedAndSaved()
+{
+    const TestDir dir(TestDir::Empty);
+    const QString image = dir.write("chip.bin", QByteArray::fromHex("F00F55"));
+    SimProcess sim({"--chip", "W25Q64JV", "--image", image});
+    QVERIFY2(sim.isReady(), sim.output().constData());
+    QCOMPARE(SimClient(sim.path()).play("SPI, 03 0400 0B 000000 00 > F00F55FF, 04 02 7FFFFF 12 >"),
+             QString());
+    QVERIFY(sim.stop());
+    const QByteArray saved = dir.read("chip.bin");
+    QCOMPARE(saved.size(), 8 * 1024 * 1024);
+    QCOMPARE(saved.left(4).toHex(), QByteArray("f00f55ff"));
+    QCOMPARE(saved.right(2).toHex(), QByteArray("ff12"));
+    // One that is larger than the chip is left as it is.
+    QCOMPARE(Ended({"--chip", "24C16", "--image", image, "--port", dir.file("sim")}).code, 1);
+    QCOMPARE(dir.read("chip.bin"), saved);
+}
+
+void TestSimulator::traceHasEveryFrame()
+{
+    const TestDir dir(TestDir::Empty);
+    SimProcess sim({"--trace", dir.file("trace"), "--fault", "cut@2", "--fault", "silent@3"});
+    QVERIFY2(sim.isReady(), sim.output().constData());
+    SimClient client(sim.path());
+    for (const char* frame : {"C0800000C0", "C0800000C0", "C083010001BB"}) {
+        client.send(QByteArray::fromHex(frame));
+        client.receive(150);
+    }
+    const QRegularExpression line("^\\d\\d:\\d\\d:\\d\\d\\.\\d{6} ([<>])((?: [0-9A-F]{2})*)$");
+    QStringList frames;
+    for (const QByteArray& row : dir.read("trace").trimmed().split('\n')) {
+        const QRegularExpressionMatch match = line.match(QString::fromLatin1(row));
+        QVERIFY2(match.hasMatch(), row.constData());
+        frames << match.captured(1) + match.captured(2);
+    }
+    const QStringList expected = {"> C0 80 00 00 C0", "< C0 80 02 00 D2 04 E8", "> C0 80 00 00 C0",
+                                  "< C0 80 02", "> C0 83 01 00 01 BB"};
+    QCOMPARE(frames, expected);
+}
+
+void TestSimulator::survivesItsHosts()
+{
+    SimProcess sim({"--chip", "W25Q64JV"});
+    QVERIFY2(sim.isReady(), sim.output().constData());
+    {
+        // A host that dies in the middle of a frame, with an answer that it never took.
+        SimClient client(sim.path());
+        QCOMPARE(client.play("SPI"), QString());
+        client.send(QByteArray::fromHex("C0030700FFFF0B00000000") + char(0x2D) +
+                    QByteArray::fromHex("C0040010"));
+    }
+    QTest::qWait(700);
+    SimClient next(sim.path());
+    next.clear();
+    next.send(QByteArray(5, '\0'));
+    QTest::qWait(50);
+    next.clear();
+    QCOMPARE(next.play("80 > D204"), QString());
+}
+
+QTEST_GUILESS_MAIN(TestSimulator)
+#include "test_simulator.moc"
