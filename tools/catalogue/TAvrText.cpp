@@ -126,8 +126,8 @@ void remarks(TChipText& text, const TChip& chip, const QList<TChip>& sameSignatu
     text.info(supply);
     if (!row.text("remark").isEmpty())
         text.info(row.text("remark"));
-    text.comment("The programming clock must stay below a quarter of the clock that the chip runs on.");
     text.sharedSignature(chip, sameSignature);
+    text.comment("The programming clock must stay below a quarter of the clock that the chip runs on.");
 }
 
 } // namespace

@@ -61,10 +61,10 @@ void TChipText::sharedSignature(const TChip& chip, const QList<TChip>& sameSigna
             unlike.append(QStringLiteral("%1 (%2)").arg(other.name, traits.join(QStringLiteral(", "))));
     }
     if (!names.isEmpty())
-        comment(QStringLiteral("The same signature: %1").arg(names.join(QStringLiteral(", "))));
+        info(QStringLiteral("The same signature: %1").arg(names.join(QStringLiteral(", "))));
     if (!unlike.isEmpty())
-        comment(QStringLiteral("Not alike: %1; read the name on the chip.")
-                    .arg(unlike.join(QStringLiteral(", "))));
+        info(QStringLiteral("Not alike: %1; read the name on the chip.")
+                 .arg(unlike.join(QStringLiteral(", "))));
 }
 
 QString sizeText(qint64 bytes)

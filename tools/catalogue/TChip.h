@@ -35,7 +35,8 @@ public:
     void comment(const QString& text) { line("comment", 'l', text); }
     /// One comment for each sentence.
     void comments(const QString& sentences);
-    /// Who answers with the same signature, and in what they are not alike.
+    /// Who answers with the same signature, and in what they are not alike, as remarks shown with the chip.
+    /// Before the comments, since a list that is taken up again loses its first lines.
     void sharedSignature(const TChip& chip, const QList<TChip>& sameSignature);
 
     QByteArray bytes() const { return m_text.toUtf8(); }

@@ -3,6 +3,8 @@
 #include <QMap>
 #include <QtAlgorithms>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int statusBytes = 3;
@@ -140,25 +142,30 @@ QList<Choice> choices(const TTable::Row& field, qint64 size)
     return list;
 }
 
+bool isShown(const TTable::Row& field)
+{
+    return field.text("kind").startsWith("shown");
+}
+
 /// How a register is reached: a remark above its fields.
 QString origin(const TTable::Row& field, const QList<TTable::Row>& fields)
 {
     const QString number = field.text("register");
+    const auto isAny = [&fields](const auto& holds) {
+        return std::any_of(fields.begin(), fields.end(), holds);
+    };
     if (number == "1")
-        return fields.last().text("register") == "2" ||
-                       fields.last().text("title").startsWith("Status register 3")
+        return isAny([](const TTable::Row& other) { return other.text("register") == "2"; })
                    ? QStringLiteral("First register, read by 05, written by 01.")
                    : QStringLiteral("The one status register, read by 05, written by 01.");
-    if (number == "3")
-        return field.text("title").startsWith("Configuration")
-                   ? QStringLiteral("The first byte of the configuration register, read by 15.")
-                   : QStringLiteral("Third register, read by 15, written by 11.");
-    for (const TTable::Row& other : fields) {
-        if (other.text("kind") == "shown")
-            return QStringLiteral(
-                "Second register, read by 35. Without a write command of its own it is only shown.");
-    }
-    return QStringLiteral("Second register, read by 35, written by 31.");
+    if (number == "3" && field.text("title") == "Configuration register")
+        return QStringLiteral("The first byte of the configuration register, read by 15.");
+    const bool isSecond = number == "2";
+    const QString place = isSecond ? QStringLiteral("Second register, read by 35")
+                                   : QStringLiteral("Third register, read by 15");
+    if (isAny([&](const TTable::Row& other) { return other.text("register") == number && isShown(other); }))
+        return place + QStringLiteral(". Without a write command of its own it is only shown.");
+    return place + (isSecond ? QStringLiteral(", written by 31.") : QStringLiteral(", written by 11."));
 }
 
 void item(TChipText& text, int depth, const QString& line)
@@ -211,6 +218,19 @@ void memory(TChipText& text, const TTable::Row& row)
     for (auto it = erases.begin(); it != erases.end(); ++it)
         line("erase_blocks", 'l', it.key(), it.value());
     text.line("alg_erase", 'd', 0);
+}
+
+/// What a chip may have, but the tables do not say that it does.
+QStringList notServed(const TTable::Row& row)
+{
+    QStringList names;
+    if (row.text("unique_id").isEmpty())
+        names.append(QStringLiteral("unique ID (command 4B)"));
+    if (row.number("security") == 0)
+        names.append(QStringLiteral("security registers (42, 44, 48)"));
+    if (row.number("sfdp") == 0)
+        names.append(QStringLiteral("SFDP area (5A)"));
+    return names;
 }
 
 void areas(TChipText& text, const TTable::Row& row)
@@ -283,17 +303,17 @@ void TFlashText::remarks(TChipText& text, const TChip& chip, const QList<TChip>&
             text.info(flag.text);
     }
     for (const TTable::Row& field : m_status.rowsWith("form", row.text("status"))) {
-        if (field.text("kind") == "shown") {
+        if (field.number("register") == 2 && isShown(field)) {
             text.info("Status register 2 has no write command of its own; writing register 1 may clear it.");
             break;
         }
     }
-    if (row.text("unique_id").isEmpty())
-        text.info("No unique ID that command 4B reads.");
-    if (row.number("security") == 0)
-        text.info("No security registers that commands 42, 44 and 48 reach.");
-    text.comments(row.text("remark"));
+    const QStringList absent = notServed(row);
+    if (!absent.isEmpty())
+        text.info(QStringLiteral("Not served, as not known for certain: %1.")
+                      .arg(absent.join(QStringLiteral(", "))));
     text.sharedSignature(chip, sameSignature);
+    text.comments(row.text("remark"));
 }
 
 void TFlashText::statusRegisters(TChipText& text, const TTable::Row& chip) const
@@ -321,7 +341,9 @@ void TFlashText::statusRegisters(TChipText& text, const TTable::Row& chip) const
     item(text, 1, "grp-");
     item(text, 1, "grp+|Preset");
     // What most chips are shipped with; where the chip protects itself it is only a value to begin with.
-    const bool isFactory = !chip.text("flags").contains("locked") && chip.text("status") != "report";
+    const QString flagWords = chip.text("flags");
+    const bool isFactory =
+        !flagWords.contains("locked") && !flagWords.contains("unshipped") && chip.text("status") != "report";
     item(text, 2,
          QStringLiteral("btn|%1|21|%2|Nothing is protected")
              .arg(factory, QLatin1String(isFactory ? "Factory value" : "All open")));
