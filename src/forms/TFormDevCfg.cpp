@@ -9,7 +9,7 @@
 #include "forms/TWgtEditStrHex.h"
 #include "forms/colors.h"
 #include "forms/form_bits.h"
-#include "forms/form_items.h"
+#include "devices/form_items.h"
 #include "forms/star_button.h"
 #include "misc/TNormCmdParam.h"
 

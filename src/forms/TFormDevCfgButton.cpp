@@ -1,7 +1,7 @@
 #include "forms/TFormDevCfgButton.h"
 
 #include "forms/colors.h"
-#include "forms/form_items.h"
+#include "devices/form_items.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>

@@ -2,7 +2,7 @@
 
 #include "forms/colors.h"
 #include "forms/form_bits.h"
-#include "forms/form_items.h"
+#include "devices/form_items.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>

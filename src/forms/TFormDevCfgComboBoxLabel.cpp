@@ -3,7 +3,7 @@
 #include "forms/TComboBox.h"
 #include "forms/colors.h"
 #include "forms/form_bits.h"
-#include "forms/form_items.h"
+#include "devices/form_items.h"
 
 #include <QBoxLayout>
 #include <QLabel>

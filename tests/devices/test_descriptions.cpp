@@ -42,6 +42,21 @@ void write(const QString& path, const QByteArray& bytes)
     QCOMPARE(file.write(bytes), qint64(bytes.size()));
 }
 
+/// A folder of one chip, with a line more in a list; without the list where the line is null.
+void writeFolder(const QTemporaryDir& dir, const QString& list, const QByteArray& line)
+{
+    QMap<QString, QByteArray> files{{"devices.lst", "A=avr/ATmega8.dev\n"},
+                                    {"types.lst", "avr_spi=2\n"},
+                                    {"auto.lst", "# none\n"},
+                                    {"avr/signature.lst", "1E9307=ATmega8\n"},
+                                    {"avr/ATmega8.dev", bytesOf(devicesDir + "avr/ATmega8.dev")}};
+    files[list] += line;
+    for (auto it = files.begin(); it != files.end(); ++it) {
+        if (it.key() != list || !line.isNull())
+            write(dir.filePath(it.key()), it.value());
+    }
+}
+
 bool generate(const QString& tables, const QString& devices)
 {
     return QProcess::execute(QStringLiteral(VM_BUILD_DIR "/velmarkion-catalogue"), {tables, devices}) == 0;
@@ -64,6 +79,7 @@ private slots:
     void brokenOnes();
     void brokenLists_data();
     void brokenLists();
+    void consoleWord();
     void programmers();
     void projects_data();
     void projects();
@@ -123,38 +139,61 @@ void TestDescriptions::brokenOnes_data()
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("replacement");
     QTest::addColumn<QString>("fault");
-    const auto row = [](const char* name, const char* file, const char* line, const char* replacement,
-                        const char* fault) {
-        QTest::newRow(name) << QString(file) << QString(line) << QString(replacement) << QString(fault);
+    const auto row = [](const char* file, const char* line, const char* replacement, const char* fault) {
+        QTest::newRow(replacement) << QString(file) << QString(line) << QString(replacement)
+                                   << QString(fault);
     };
     const char* nor = "spi-flash/W25Q64FV.dev";
+    row(nor, "gui_type = s|Dev25", "gui_type = s| Dev25", "gui_type: no key of this family");
+    row(nor, "cfg_hw = u|0", "cfg_hw = u|256", "cfg_hw: one byte");
+    row(nor, "cfg_hw = u|0", "fuse_def = s|00", "cfg_hw: is missing");
+    row(nor, "cfg_hw = u|0", "cfg_hw = s|0", "cfg_hw: type s");
+    row(nor, "size = D|8388608", "size = D|33554432", "three address bytes");
+    row(nor, "addr_begin = D|0", "addr_begin = D|8388609", "behind three address bytes");
+    row(nor, "page_size = u|256", "page_size = u|384", "page_size: does not divide");
+    row(nor, "page_size = u|256", "page_size = u|256\npage_size = u|64", "given twice");
+    row(nor, "erase = s|D8|65536", "erase = s|C7|65536", "chip erase has no address");
+    row(nor, "erase = s|D8|65536", "erase = s|20|4096", "a larger block is offered");
+    row(nor, "erase_blocks = l|52|32768", "erase_blocks = l|52|24576", "blocks do not fill the chip");
+    row(nor, "alg_erase = d|0", "alg_erase = d|1", "switches off");
+    row(nor, "status_reg_def = s|000000", "status_reg_def = s|0000", "three bytes");
+    row(nor, "security_reg_size = D|768", "security_reg_size = D|0", "alg_security_reg_read: does not fit");
+    row(nor, "sfdp_reg_size = D|256", "sfdp_reg_size = D|512", "one address byte");
+    row(nor, "signature = s|EF4017", "signature = s|EF4019", "not in signature.lst");
     const char* mega = "avr/ATmega328P.dev";
-    const char* i2cChip = "i2c-eeprom/24C16.dev";
-    row("blank behind the bar", nor, "gui_type = s|Dev25", "gui_type = s| Dev25",
-        "gui_type: no key of this family");
-    row("bool word", mega, "flash_polling = b|1", "flash_polling = b|true", "flash_polling: the value");
-    row("chip erase op", nor, "erase = s|D8|65536", "erase = s|C7|65536", "chip erase has no address");
-    row("repeated key", nor, "page_size = u|256", "page_size = u|256\npage_size = u|64", "given twice");
-    row("two status bytes", nor, "status_reg_def = s|000000", "status_reg_def = s|0000", "three bytes");
-    row("delay of the polling code", mega, "erase_delay = u|9", "erase_delay = u|255", "255 means polling");
-    row("no extended address", "avr/ATmega1284P.dev", "alg_flash_read = d|1", "alg_flash_read = d|0",
-        "does not fit");
-    row("pin on a block bit", i2cChip, "addr_mask = b|000", "addr_mask = b|001", "share a place");
-    row("unknown signature", nor, "signature = s|EF4017", "signature = s|EF4019", "not in signature.lst");
+    row(mega, "flash_polling = b|1", "flash_polling = b|true", "flash_polling: the value");
+    row(mega, "erase_delay = u|9", "erase_delay = u|255", "255 means polling");
+    row(mega, "fuse_delay = u|5", "fuse_delay = u|0", "255 means polling");
+    row(mega, "eeprom_size = D|1024", "eeprom_size = D|131072", "no power of two in reach");
+    row(mega, "cfg_cmd_list = d|2", "cfg_cmd_list = d|3", "0, 1 or 2");
+    row(mega, "osccal_def = s|00", "osccal_def = s|0", "no whole bytes");
+    row("avr/ATmega1284P.dev", "alg_flash_read = d|1", "alg_flash_read = d|0", "does not fit");
+    row("i2c-eeprom/24C16.dev", "addr_mask = b|000", "addr_mask = b|001", "share a place");
+    row("i2c-eeprom/24C16.dev", "page_size = u|16", "page_size = u|4096", "page_size: does not divide");
+    row("avr/auto.dev", "alg_ident = d|0", "", "alg_ident: is missing");
     const QString button = "fuse_cfg = l|    btn|62D9FF|21|Factory value|As the chip is shipped";
-    const auto item = [&](const char* name, const char* text, const char* fault) {
-        row(name, mega, qPrintable(button), qPrintable(QString("fuse_cfg = l|") + text), fault);
+    const auto item = [&](const char* text, const char* fault) {
+        row(mega, qPrintable(button), qPrintable(QString("fuse_cfg = l|") + text), fault);
     };
-    item("unknown tag", "chk|000001|-|e|-|text", "unknown tag");
-    item("wrong nesting", "frm-", "closes what is not open");
-    item("open to the end", "hor+", "closes what is not open");
-    item("mask outside", "ckl|00000001|-|e|-|text", "not as long as the register");
-    item("bit edited twice", "ckl|000001|-|e|-|text", "another control edits");
-    item("choice without a box", "cbit|000000|text", "combo box holds choices");
-    item("button of four parts", "btn|62D9FF|21|text", "wrong number of fields");
-    row("hidden danger", mega, "ckl|002000|i|e|a|", "ckl|002000|i|e|-|", "mark of danger");
-    row("default not offered", mega, "fuse_def = s|62D9FF", "fuse_def = s|6FD9F0", "not among the choices");
-    row("choice outside its mask", mega, "cbit|000006|06 - 1.8 V", "cbit|000008|1.8 V", "outside its mask");
+    item("chk|000001|-|e|-|text", "unknown tag chk");
+    item("frm-", "frm- closes what is not open");
+    item("hor+", "closes what is not open");
+    item("tab+|text", "closes what is not open");
+    item("tabs-", "tabs- closes what is not open");
+    item("grp-|text", "fields behind grp-");
+    item("lb|", "empty field");
+    item("ckl|00000001|-|e|-|text", "not as long as the register");
+    item("ckl|000001|-|e|-|text", "another control edits");
+    item("ckl|000000|-|e|-|text", "empty mask");
+    item("ckl|000001|-|x|-|text", "field 3 is neither e nor -");
+    item("cbit|000000|text", "combo box holds choices");
+    item("btn|62D9FF|21|text", "wrong number of fields");
+    item("lb|text|more", "wrong number of fields");
+    row(mega, "fuse_cfg = l|  grp-\n", "fuse_cfg = l|tab+|t\nfuse_cfg = l|tab-\nfuse_cfg = l|  grp-\n",
+        "the form ends here");
+    row(mega, "ckl|002000|i|e|a|", "ckl|002000|i|e|-|", "mark of danger");
+    row(mega, "fuse_def = s|62D9FF", "fuse_def = s|6FD9F0", "not among the choices");
+    row(mega, "cbit|000006|06 - 1.8 V", "cbit|000008|1.8 V", "outside its mask");
 }
 
 void TestDescriptions::brokenOnes()
@@ -170,7 +209,7 @@ void TestDescriptions::brokenOnes()
     write(dir.filePath("broken.dev"), text.replace(at, line.size(), replacement).toUtf8());
     const TLintLists lists{{{"spi_flash", 1}, {"avr_spi", 2}, {"i2c_eeprom", 3}},
                            {"EF4017", "1E950F", "1E9705"}};
-    const QStringList faults = lintDescription(dir.filePath("broken.dev"), true, lists);
+    const QStringList faults = lintDescription(dir.filePath("broken.dev"), !file.endsWith("auto.dev"), lists);
     const QStringList found = faults.filter(fault);
     QVERIFY2(!found.isEmpty(), qPrintable("\n" + faults.join('\n')));
     const int number = found.first().section(':', 1, 1).toInt();
@@ -193,6 +232,7 @@ void TestDescriptions::brokenLists_data()
     row("blank beside the sign", "devices.lst", "B = avr/ATmega8.dev", "devices.lst:2: a blank");
     row("no pair", "devices.lst", "ATmega8", "devices.lst:2: neither");
     row("family without a number", "types.lst", "avr=", "types.lst:2: nothing on one side");
+    row("type without a number", "types.lst", "i2c_eeprom=x", "types.lst:2: i2c_eeprom: no number");
     row("number of another family", "types.lst", "avr=2", "types.lst:2: avr: another family");
     row("detection without a list", "auto.lst", "AVR=avr/ATmega8.dev", "auto.lst:2: not \"name=");
     row("signature twice", "avr/signature.lst", "1E9307=ATmega9",
@@ -209,21 +249,33 @@ void TestDescriptions::brokenLists()
     QFETCH(QByteArray, line);
     QFETCH(QString, fault);
     QTemporaryDir dir;
-    QMap<QString, QByteArray> files{{"devices.lst", "A=avr/ATmega8.dev\n"},
-                                    {"types.lst", "avr_spi=2\n"},
-                                    {"auto.lst", "# none\n"},
-                                    {"avr/signature.lst", "1E9307=ATmega8\n"},
-                                    {"avr/ATmega8.dev", bytesOf(devicesDir + "avr/ATmega8.dev")}};
-    files[list] += line;
-    for (auto it = files.begin(); it != files.end(); ++it) {
-        if (it.key() != list || !line.isNull())
-            write(dir.filePath(it.key()), it.value());
-    }
+    writeFolder(dir, list, line);
     TLintFolder lint(dir.path());
     QVERIFY(lint.run());
     const QString faults = lint.faults().join('\n');
     QVERIFY2(fault.isEmpty() ? faults.isEmpty() : faults.contains(fault), qPrintable(faults));
-    QVERIFY(!TLintFolder(dir.filePath("none")).run());
+}
+
+// The word of the console: what it prints is what the checker found, and its exit code tells the kind.
+void TestDescriptions::consoleWord()
+{
+    QTemporaryDir dir;
+    const auto lint = [&dir](const QString& folder, int code) {
+        QProcess process;
+        process.start(QStringLiteral(VM_BUILD_DIR "/velmarkion"), {"lint", dir.filePath(folder)});
+        process.waitForFinished();
+        QCOMPARE(process.exitCode(), code);
+        const QByteArray out = process.readAllStandardOutput();
+        const QString fault = dir.filePath("devices.lst:2: B: there is no file none.dev\n");
+        QCOMPARE(QString::fromUtf8(out), code == 1 ? fault : QString());
+        QCOMPARE(process.readAllStandardError().isEmpty(), code != 2);
+    };
+    writeFolder(dir, "devices.lst", "# a remark");
+    lint(".", 0);
+    writeFolder(dir, "devices.lst", "B=none.dev");
+    lint(QString(), 1);
+    lint("none", 2);
+    lint("devices.lst", 2);
 }
 
 // Every programmer serves every family, and its frames cut no page in the middle.

@@ -13,7 +13,7 @@
 #include "forms/TFormDevRWVFile.h"
 #include "forms/TFormDevSetCLK.h"
 #include "forms/TFormFactory.h"
-#include "forms/form_items.h"
+#include "devices/form_items.h"
 #include "support/BenchProject.h"
 
 #include <QCheckBox>

@@ -4,39 +4,15 @@
 
 namespace {
 
-struct TagRule
+/// The tag without the sign that opens or closes.
+QString containerOf(const QString& tag)
 {
-    const char* tag;
-    int least; ///< fields behind the tag
-    int most;
-    int firstText; ///< fields from here on must not be empty
-};
-
-const TagRule tagRules[] = {
-    {"frm", 0, 0, 1},  {"hor", 0, 0, 1},  {"pnl", 0, 0, 1},  {"tabs", 0, 0, 1}, {"tab", 1, 1, 1},
-    {"grp", 1, 1, 1},  {"lb", 1, 1, 1},   {"edl", 4, 4, 1},  {"edr", 4, 4, 1},  {"ckl", 5, 6, 1},
-    {"ckr", 5, 6, 1},  {"cbh", 2, 2, 1},  {"cbl", 2, 2, 1},  {"cbr", 2, 2, 1},  {"cbtl", 2, 2, 1},
-    {"cbtc", 2, 2, 1}, {"cbtr", 2, 2, 1}, {"cbit", 2, 2, 1}, {"btn", 4, 4, 1},
-};
-
-const QStringList& singleTags()
-{
-    static const QStringList tags{"lb", "edl", "edr", "ckl", "ckr", "cbit", "btn"};
-    return tags;
+    return tag.left(tag.size() - 1);
 }
 
-const TagRule* ruleOf(const QString& tag)
+bool isCombo(const QString& container)
 {
-    for (const TagRule& rule : tagRules) {
-        if (tag == QLatin1String(rule.tag))
-            return &rule;
-    }
-    return nullptr;
-}
-
-bool isCombo(const QString& tag)
-{
-    return tag.startsWith("cb") && tag != "cbit";
+    return container.startsWith("cb");
 }
 
 // Bits after which the chip no longer answers a serial programmer, or that can never be cleared again.
@@ -70,6 +46,7 @@ void TItemLint::check(TLintFile& file, const QString& cfgKey, const QString& def
     for (const TLintFile::Line& line : lines)
         checker.line(line);
     checker.finish(lines.last().number);
+    checker.build(lines);
 }
 
 TItemLint::TItemLint(TLintFile& file, const QByteArray& def)
@@ -82,38 +59,29 @@ TItemLint::TItemLint(TLintFile& file, const QByteArray& def)
 void TItemLint::line(const TLintFile::Line& line)
 {
     m_number = line.number;
-    QStringList parts = line.value.split('|');
-    for (QString& part : parts)
-        part = part.trimmed();
-    QString tag = parts.takeFirst();
-    const bool single = singleTags().contains(tag);
-    const bool opens = tag.endsWith('+');
-    if (!single && !opens && !tag.endsWith('-'))
-        return bad("unknown tag " + tag);
-    if (!single)
-        tag.chop(1);
-    const TagRule* rule = ruleOf(tag);
-    if (!rule || (!single && singleTags().contains(tag)))
-        return bad("unknown tag " + tag);
-    if (!single && !opens)
-        return parts.isEmpty() ? close(tag) : bad("fields behind " + tag + "-");
-    if (parts.size() < rule->least || parts.size() > rule->most)
+    const TFormLine read = readFormLine(line.value);
+    if (!read.isKnown)
+        return bad("unknown tag " + read.tag);
+    if (read.tag.endsWith('-'))
+        return read.fields.isEmpty() ? close(containerOf(read.tag)) : bad("fields behind " + read.tag);
+    if (!read.isGood || read.hasSurplus)
         return bad("wrong number of fields");
-    if (parts.contains(QString()))
+    if (read.fields.contains(QString()))
         return bad("empty field");
-    if (m_stack.isEmpty() && tag != "frm" && tag != "tabs")
+    const TFormItem& item = read.item;
+    if (m_stack.isEmpty() && item.kind != TFormItem::Frame && item.kind != TFormItem::Tabs)
         return bad("stands in no container");
-    if (!m_stack.isEmpty() && isCombo(m_stack.last()) != (tag == "cbit"))
+    const bool isInCombo = !m_stack.isEmpty() && isCombo(m_stack.last());
+    if (isInCombo != (item.kind == TFormItem::Choice))
         return bad("a combo box holds choices, and nothing else does");
-    if (opens) {
-        open(tag, parts);
-    } else if (tag == "cbit") {
-        choice(parts);
-    } else if (tag.startsWith("ck")) {
-        checkBox(parts);
-    } else if (tag != "lb") {
-        registerBytes(parts.first());
-    }
+    if (read.tag.endsWith('+'))
+        open(containerOf(read.tag), read.fields);
+    else if (item.kind == TFormItem::Choice)
+        choice(read.fields);
+    else if (item.kind == TFormItem::CheckBox)
+        checkBox(item, read.fields);
+    else if (item.kind != TFormItem::Label)
+        registerBytes(read.fields.first());
 }
 
 void TItemLint::finish(int line)
@@ -121,6 +89,19 @@ void TItemLint::finish(int line)
     m_number = line;
     if (!m_stack.isEmpty())
         bad(m_stack.last() + "+ is never closed");
+}
+
+// What the strict rules let pass must build as well.
+void TItemLint::build(const QList<TLintFile::Line>& lines)
+{
+    QStringList values;
+    for (const TLintFile::Line& line : lines)
+        values << line.value;
+    const TFormItems form = parseFormItems(values);
+    if (form.badLine < 0 || m_badLines.contains(lines[form.badLine].number))
+        return;
+    m_number = lines[form.badLine].number;
+    bad("the form ends here");
 }
 
 void TItemLint::open(const QString& tag, const QStringList& parts)
@@ -142,7 +123,7 @@ void TItemLint::close(const QString& tag)
         bad("the default is not among the choices");
 }
 
-void TItemLint::checkBox(const QStringList& parts)
+void TItemLint::checkBox(const TFormItem& item, const QStringList& parts)
 {
     const auto flag = [this, &parts](int field, const char* letter) {
         if (parts[field] != "-" && parts[field] != QLatin1String(letter))
@@ -152,7 +133,7 @@ void TItemLint::checkBox(const QStringList& parts)
     flag(2, "e");
     flag(3, "a");
     claim(registerBytes(parts[0]));
-    if (isDangerous(parts[4]) && parts[3] != "a")
+    if (isDangerous(item.text) && !item.isDanger)
         bad("without the mark of danger");
 }
 
@@ -186,5 +167,6 @@ QByteArray TItemLint::registerBytes(const QString& text)
 
 void TItemLint::bad(const QString& text)
 {
+    m_badLines.insert(m_number);
     m_file.fault(m_number, QStringLiteral("item: ") + text);
 }

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "devices/form_items.h"
 #include "devices/lint/TLintFile.h"
 
 #include <QByteArray>
+#include <QSet>
 
 /// Checks a register form in the item language more strictly than the form's builder does: fields,
 /// nesting, masks inside the register, no bit that two controls edit, choices inside their mask, the
@@ -18,9 +20,10 @@ private:
 
     void line(const TLintFile::Line& line);
     void finish(int line);
+    void build(const QList<TLintFile::Line>& lines);
     void open(const QString& tag, const QStringList& parts);
     void close(const QString& tag);
-    void checkBox(const QStringList& parts);
+    void checkBox(const TFormItem& item, const QStringList& parts);
     void choice(const QStringList& parts);
     void claim(const QByteArray& mask);
     QByteArray registerBytes(const QString& text);
@@ -32,5 +35,6 @@ private:
     QStringList m_stack;
     QByteArray m_comboMask;
     QList<QByteArray> m_choices;
+    QSet<int> m_badLines;
     int m_number = 0;
 };

@@ -104,7 +104,7 @@ void TLintFolder::readChips()
             fault(chipList, pair.line, QStringLiteral("%1 stands twice; the last counts").arg(pair.key));
         if (pair.key == dev_class::prog || pair.key == dev_class::tools)
             fault(chipList, pair.line, QStringLiteral("%1 is no name for a chip").arg(pair.key));
-        if (!QFileInfo::exists(path(pair.value)))
+        if (!QFileInfo(path(pair.value)).isFile())
             fault(chipList, pair.line, QStringLiteral("%1: there is no file %2").arg(pair.key, pair.value));
         names.insert(pair.key);
         m_chips.insert(QDir::cleanPath(pair.value));
@@ -122,7 +122,7 @@ void TLintFolder::readFamilies()
             fault(familyList, pair.line, QStringLiteral("%1 stands twice").arg(pair.key));
         names.insert(pair.key);
         for (const QString& file : files) {
-            if (!QFileInfo::exists(path(file)))
+            if (!QFileInfo(path(file)).isFile())
                 fault(familyList, pair.line, QStringLiteral("there is no file %1").arg(file));
         }
         m_families.insert(QDir::cleanPath(files.value(0)));

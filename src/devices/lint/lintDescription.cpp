@@ -33,20 +33,21 @@ const FamilyRule familyRules[] = {
 struct KeyRule
 {
     QLatin1String key;
-    const char* types; ///< letters that its value may have
-    int families;      ///< which know the key
-    int needed;        ///< for which a chip is not complete without it
+    const char* types;    ///< letters that its value may have
+    int families;         ///< which know the key
+    int needed;           ///< for which a chip is not complete without it
+    bool detects = false; ///< a description for detection is not complete without it either
 };
 
 const KeyRule keyRules[] = {
-    {key::gui_type, "s", all, all},
-    {key::prg_type, "s", all, all},
-    {key::prg_section, "s", all, all},
-    {key::cfg_hw, "u", all, all},
+    {key::gui_type, "s", all, all, true},
+    {key::prg_type, "s", all, all, true},
+    {key::prg_section, "s", all, all, true},
+    {key::cfg_hw, "u", all, all, true},
     {key::info, "l", all, all},
     {key::comment, "l", all, 0},
     {key::signature, "s", flash | avr, flash | avr},
-    {key::alg_ident, "d", flash | avr, flash | avr},
+    {key::alg_ident, "d", flash | avr, flash | avr, true},
     {key::alg_erase, "d", flash | avr, flash | avr},
     {key::alg_flash_read, "d", flash | avr, flash | avr},
     {key::alg_flash_write, "d", flash | avr, flash | avr},
@@ -172,7 +173,7 @@ void checkKeys(TLintFile& file, bool wholeChip)
         checkLine(file, line);
     const int family = familyOf(file);
     for (const KeyRule& rule : keyRules) {
-        if (wholeChip && (rule.needed & family))
+        if ((wholeChip || rule.detects) && (rule.needed & family))
             file.expect(file.has(rule.key), rule.key, "is missing");
         if (QString(rule.key).startsWith("alg_"))
             file.expect(file.number(rule.key) <= 2, rule.key, "no such algorithm");
@@ -187,6 +188,7 @@ void checkFamily(TLintFile& file, const TLintLists& lists)
         file.expect(file.text(key::prg_type) == rule.type, key::prg_type, "another family");
         file.expect(file.text(key::prg_section) == rule.section, key::prg_section, "another family");
         file.expect(lists.types.value(rule.type) > 0, key::prg_type, "has no number in types.lst");
+        file.expect(file.number(key::cfg_hw) <= 0xFF, key::cfg_hw, "one byte");
         return;
     }
     file.fault(key::gui_type, "no class");
@@ -202,13 +204,24 @@ void checkEraseItem(TLintFile& file, const QLatin1String& key, const QString& it
     file.expect(bytes > 0 && file.number(key::size) % bytes == 0, key, "blocks do not fill the chip");
 }
 
+/// An area that is there can be reached, and one that is not there cannot.
+void expectServed(TLintFile& file, const QLatin1String& key, qint64 bytes)
+{
+    file.expect((file.number(key) == 0) == (bytes > 0), key, "does not fit the size of the area");
+}
+
 void checkFlash(TLintFile& file)
 {
     const qint64 size = file.number(key::size);
     const qint64 page = file.number(key::page_size);
     file.expect(size > 0 && size <= 0x1000000, key::size, "not reached by three address bytes");
+    file.expect(file.number(key::addr_begin) + size <= 0x1000000, key::addr_begin,
+                "ends behind three address bytes");
     file.expect(page > 0 && size % page == 0, key::page_size, "does not divide the chip");
     file.expect(isPowerOfTwo(page), key::page_size, "no power of two");
+    for (const QLatin1String& key :
+         {key::alg_ident, key::alg_erase, key::alg_flash_read, key::alg_flash_write})
+        file.expect(file.number(key) == 0, key, "switches off what every chip needs");
     checkEraseItem(file, key::erase, file.text(key::erase));
     const QStringList blocks = file.list(key::erase_blocks);
     QSet<QString> sizes;
@@ -230,8 +243,18 @@ void checkFlash(TLintFile& file)
     const qint64 security = file.number(key::security_reg_size);
     file.expect(security <= 2048 && security % 256 == 0, key::security_reg_size,
                 "registers of 256 bytes, up to 8");
+    for (const QLatin1String& key :
+         {key::alg_security_reg_erase, key::alg_security_reg_read, key::alg_security_reg_write})
+        expectServed(file, key, security);
     const qint64 sfdp = file.number(key::sfdp_reg_size);
     file.expect(sfdp == 0 || sfdp == 256, key::sfdp_reg_size, "one address byte reaches 256 bytes");
+    expectServed(file, key::alg_fsdp_read, sfdp);
+}
+
+void checkPacing(TLintFile& file, const QLatin1String& key)
+{
+    file.expect(file.number(key) > 0 && file.number(key) < 255, key,
+                "1 to 254 ms fit the byte; 255 means polling");
 }
 
 void checkFuses(TLintFile& file)
@@ -244,15 +267,21 @@ void checkFuses(TLintFile& file)
     file.expect(file.number(key::alg_fuse_write) == 2 || bytes == 1, key::alg_fuse_write,
                 "writes one byte only");
     file.expect(file.list(key::fuse_cfg).join(' ').contains("SPIEN"), key::fuse_cfg, "without SPIEN");
-    for (const QLatin1String& key : {key::fuse_cfg, key::osccal_cfg, key::osccal_def, key::alg_lock_read})
+    for (const QLatin1String& key :
+         {key::fuse_cfg, key::fuse_polling, key::fuse_delay, key::alg_fuse_read, key::alg_fuse_write,
+          key::osccal_cfg, key::osccal_def, key::alg_osccal_read, key::alg_lock_read})
         file.expect(file.has(key), key, "is missing");
+    checkPacing(file, key::fuse_delay);
+    const QString calibration = file.text(key::osccal_def);
+    file.expect(calibration.size() % 2 == 0 && isHex(calibration, calibration.size()), key::osccal_def,
+                "no whole bytes");
 }
 
 void checkAvr(TLintFile& file)
 {
     const qint64 size = file.number(key::flash_size);
     const qint64 page = file.number(key::flash_page_size);
-    file.expect(isPowerOfTwo(size), key::flash_size, "no power of two");
+    file.expect(isPowerOfTwo(size) && size <= 0x1000000, key::flash_size, "no power of two in reach");
     file.expect(page == 0 || (isPowerOfTwo(page) && page >= 2 && size % page == 0), key::flash_page_size,
                 "impossible");
     // Frames carry 16 bits of the address: only the extended address reaches above 64 KiB.
@@ -263,10 +292,11 @@ void checkAvr(TLintFile& file)
                                                       : page ? 1
                                                              : 0),
                 key::alg_flash_write, "does not fit");
-    file.expect(isPowerOfTwo(file.number(key::eeprom_size)), key::eeprom_size, "no power of two");
+    const qint64 eeprom = file.number(key::eeprom_size);
+    file.expect(isPowerOfTwo(eeprom) && eeprom <= 0x10000, key::eeprom_size, "no power of two in reach");
     for (const QLatin1String& key : {key::flash_delay, key::eeprom_delay, key::erase_delay, key::lock_delay})
-        file.expect(file.number(key) > 0 && file.number(key) < 255, key,
-                    "1 to 254 ms fit the byte; 255 means polling");
+        checkPacing(file, key);
+    file.expect(file.number(key::cfg_cmd_list) <= 2, key::cfg_cmd_list, "0, 1 or 2");
     file.expect(isHex(file.text(key::lock_def), 2), key::lock_def, "one byte");
     if (file.number(key::cfg_cmd_list) != 0)
         checkFuses(file);
@@ -279,7 +309,8 @@ void checkEeprom(TLintFile& file)
     const qint64 size = file.number(key::size);
     const qint64 addrBytes = file.number(key::addr_size);
     file.expect(isPowerOfTwo(size), key::size, "no power of two");
-    file.expect(isPowerOfTwo(file.number(key::page_size)), key::page_size, "no power of two");
+    const qint64 page = file.number(key::page_size);
+    file.expect(isPowerOfTwo(page) && page <= size, key::page_size, "does not divide the chip");
     file.expect(addrBytes == 1 || addrBytes == 2, key::addr_size, "1 or 2 address bytes");
     file.expect(file.number(key::delay) > 0 && file.number(key::delay) < 256, key::delay, "1 to 255 ms");
     // The address bits above the sent bytes take the places of the lowest pins in the control byte.

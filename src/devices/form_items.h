@@ -46,6 +46,21 @@ struct TFormItems
     QString badText;  ///< that line as it stands
 };
 
+/// What one line says, whatever stands before it.
+struct TFormLine
+{
+    QString tag;
+    QStringList fields; ///< behind the tag
+    TFormItem item;     ///< left at its defaults unless isGood
+    bool isKnown = false;
+    /// The tag is known and has the fields that it needs.
+    bool isGood = false;
+    /// It has fields that nothing reads.
+    bool hasSurplus = false;
+};
+
+TFormLine readFormLine(const QString& line);
+
 /// Reads a form. A list is wrong too when it is empty. Containers need not be closed; what closes one
 /// closes the innermost, whatever opened it.
 TFormItems parseFormItems(const QStringList& lines);

@@ -1,4 +1,4 @@
-#include "forms/form_items.h"
+#include "devices/form_items.h"
 
 #include <QLatin1String>
 #include <QVector>
@@ -17,45 +17,44 @@ struct TTagRule
     TFormItem::Kind kind;
     TFormItem::Side side;
     int least; ///< fields behind the tag
-    int most;  ///< more are ignored where this is no limit
+    int most;  ///< that are read
     bool needsContainer;
     bool opens;
 };
 
-constexpr int any = 1000;
 using I = TFormItem;
 
 constexpr TTagRule rules[] = {
-    {"frm+", I::Frame, I::Hidden, 0, any, false, true},
-    {"frm-", I::Close, I::Hidden, 0, any, true, false},
-    {"tabs+", I::Tabs, I::Hidden, 0, any, false, false},
-    {"tabs-", I::CloseTabs, I::Hidden, 0, any, false, false},
-    {"tab+", I::Tab, I::Hidden, 1, any, false, true},
-    {"tab-", I::Close, I::Hidden, 0, any, true, false},
-    {"hor+", I::Row, I::Hidden, 0, any, true, true},
-    {"hor-", I::Close, I::Hidden, 0, any, true, false},
-    {"pnl+", I::Panel, I::Hidden, 0, any, true, true},
-    {"pnl-", I::Close, I::Hidden, 0, any, true, false},
-    {"grp+", I::Group, I::Hidden, 1, any, true, true},
-    {"grp-", I::Close, I::Hidden, 0, any, true, false},
-    {"lb", I::Label, I::Hidden, 1, any, true, false},
-    {"edl", I::Display, I::Right, 4, any, true, false},
-    {"edr", I::Display, I::Left, 4, any, true, false},
-    {"ckl", I::CheckBox, I::Left, 5, any, true, false},
-    {"ckr", I::CheckBox, I::Right, 5, any, true, false},
-    {"cbh+", I::ComboBox, I::Hidden, 2, any, true, true},
-    {"cbh-", I::Close, I::Hidden, 0, any, true, false},
-    {"cbtl+", I::ComboBox, I::AboveLeft, 2, any, true, true},
-    {"cbtl-", I::Close, I::Hidden, 0, any, true, false},
-    {"cbtc+", I::ComboBox, I::AboveCentre, 2, any, true, true},
-    {"cbtc-", I::Close, I::Hidden, 0, any, true, false},
-    {"cbtr+", I::ComboBox, I::AboveRight, 2, any, true, true},
-    {"cbtr-", I::Close, I::Hidden, 0, any, true, false},
-    {"cbl+", I::ComboBox, I::Left, 2, any, true, true},
-    {"cbl-", I::Close, I::Hidden, 0, any, true, false},
-    {"cbr+", I::ComboBox, I::Right, 2, any, true, true},
-    {"cbr-", I::Close, I::Hidden, 0, any, true, false},
-    {"cbit", I::Choice, I::Hidden, 2, any, true, false},
+    {"frm+", I::Frame, I::Hidden, 0, 0, false, true},
+    {"frm-", I::Close, I::Hidden, 0, 0, true, false},
+    {"tabs+", I::Tabs, I::Hidden, 0, 0, false, false},
+    {"tabs-", I::CloseTabs, I::Hidden, 0, 0, false, false},
+    {"tab+", I::Tab, I::Hidden, 1, 1, false, true},
+    {"tab-", I::Close, I::Hidden, 0, 0, true, false},
+    {"hor+", I::Row, I::Hidden, 0, 0, true, true},
+    {"hor-", I::Close, I::Hidden, 0, 0, true, false},
+    {"pnl+", I::Panel, I::Hidden, 0, 0, true, true},
+    {"pnl-", I::Close, I::Hidden, 0, 0, true, false},
+    {"grp+", I::Group, I::Hidden, 1, 1, true, true},
+    {"grp-", I::Close, I::Hidden, 0, 0, true, false},
+    {"lb", I::Label, I::Hidden, 1, 1, true, false},
+    {"edl", I::Display, I::Right, 4, 4, true, false},
+    {"edr", I::Display, I::Left, 4, 4, true, false},
+    {"ckl", I::CheckBox, I::Left, 5, 6, true, false},
+    {"ckr", I::CheckBox, I::Right, 5, 6, true, false},
+    {"cbh+", I::ComboBox, I::Hidden, 2, 2, true, true},
+    {"cbh-", I::Close, I::Hidden, 0, 0, true, false},
+    {"cbtl+", I::ComboBox, I::AboveLeft, 2, 2, true, true},
+    {"cbtl-", I::Close, I::Hidden, 0, 0, true, false},
+    {"cbtc+", I::ComboBox, I::AboveCentre, 2, 2, true, true},
+    {"cbtc-", I::Close, I::Hidden, 0, 0, true, false},
+    {"cbtr+", I::ComboBox, I::AboveRight, 2, 2, true, true},
+    {"cbtr-", I::Close, I::Hidden, 0, 0, true, false},
+    {"cbl+", I::ComboBox, I::Left, 2, 2, true, true},
+    {"cbl-", I::Close, I::Hidden, 0, 0, true, false},
+    {"cbr+", I::ComboBox, I::Right, 2, 2, true, true},
+    {"cbr-", I::Close, I::Hidden, 0, 0, true, false},
+    {"cbit", I::Choice, I::Hidden, 2, 2, true, false},
     {"btn", I::Preset, I::Hidden, 4, 4, true, false},
 };
 
@@ -162,25 +161,35 @@ private:
     int m_tabs = 0;
 };
 
-bool takeLine(const QString& line, Nesting& nesting, QList<TFormItem>& items)
-{
-    QStringList fields = fieldsOf(line);
-    const TTagRule* rule = ruleOf(fields.takeFirst());
-    if (!rule || fields.size() < rule->least || fields.size() > rule->most || !nesting.take(*rule))
-        return false;
-    items.append(itemOf(*rule, fields));
-    return true;
-}
-
 } // namespace
+
+TFormLine readFormLine(const QString& line)
+{
+    TFormLine read;
+    read.fields = fieldsOf(line);
+    read.tag = read.fields.takeFirst();
+    const TTagRule* rule = ruleOf(read.tag);
+    if (!rule)
+        return read;
+    read.isKnown = true;
+    read.hasSurplus = read.fields.size() > rule->most;
+    const bool isExact = rule->kind == TFormItem::Preset;
+    read.isGood = read.fields.size() >= rule->least && !(isExact && read.hasSurplus);
+    if (read.isGood)
+        read.item = itemOf(*rule, read.fields);
+    return read;
+}
 
 TFormItems parseFormItems(const QStringList& lines)
 {
     TFormItems result;
     Nesting nesting;
     for (int i = 0; i < lines.size(); ++i) {
-        if (takeLine(lines.at(i), nesting, result.items))
+        const TFormLine line = readFormLine(lines.at(i));
+        if (line.isGood && nesting.take(*ruleOf(line.tag))) {
+            result.items.append(line.item);
             continue;
+        }
         result.badLine = i;
         result.badText = lines.at(i);
         return result;
