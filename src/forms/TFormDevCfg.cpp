@@ -2,6 +2,7 @@
 
 #include "core/helpers.h"
 #include "core/keys.h"
+#include "devices/form_items.h"
 #include "forms/TFormDevCfgButton.h"
 #include "forms/TFormDevCfgCheckBox.h"
 #include "forms/TFormDevCfgComboBoxLabel.h"
@@ -9,7 +10,6 @@
 #include "forms/TWgtEditStrHex.h"
 #include "forms/colors.h"
 #include "forms/form_bits.h"
-#include "devices/form_items.h"
 #include "forms/star_button.h"
 #include "misc/TNormCmdParam.h"
 

@@ -1,8 +1,8 @@
 #include "forms/TFormDevCfgCheckBox.h"
 
+#include "devices/form_items.h"
 #include "forms/colors.h"
 #include "forms/form_bits.h"
-#include "devices/form_items.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>

@@ -1,9 +1,9 @@
 #include "forms/TFormDevCfgComboBoxLabel.h"
 
+#include "devices/form_items.h"
 #include "forms/TComboBox.h"
 #include "forms/colors.h"
 #include "forms/form_bits.h"
-#include "devices/form_items.h"
 
 #include <QBoxLayout>
 #include <QLabel>

@@ -1,8 +1,8 @@
 #include "forms/TFormDevCfgEditLabel.h"
 
+#include "devices/form_items.h"
 #include "forms/colors.h"
 #include "forms/form_bits.h"
-#include "devices/form_items.h"
 #include "misc/TNormCmdParam.h"
 
 #include <QHBoxLayout>

@@ -4,6 +4,7 @@
 #include "core/globals.h"
 #include "core/keys.h"
 #include "devices/TDeviceList.h"
+#include "devices/form_items.h"
 #include "forms/TDev24CDevParam.h"
 #include "forms/TFormDevCfg.h"
 #include "forms/TFormDevEraseBlocks.h"
@@ -13,7 +14,6 @@
 #include "forms/TFormDevRWVFile.h"
 #include "forms/TFormDevSetCLK.h"
 #include "forms/TFormFactory.h"
-#include "devices/form_items.h"
 #include "support/BenchProject.h"
 
 #include <QCheckBox>
