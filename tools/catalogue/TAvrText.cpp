@@ -141,6 +141,27 @@ TAvrText::TAvrText(const TTable& chips, const TTable& layouts, const TTable& val
         m_values[row.text("list")].append({row.hex("value"), row.text("meaning")});
 }
 
+QString TAvrText::fault() const
+{
+    constexpr int mostFuseBytes = 3;
+    for (const TTable::Row& row : m_chips.rows()) {
+        const QStringList fuses = row.words("fuse_layouts");
+        if (row.number("commands") != 0 && (fuses.isEmpty() || fuses.size() > mostFuseBytes))
+            return QStringLiteral("%1: 1 to 3 fuse_layouts").arg(row.text("name"));
+        for (const QString& layout : fuses + QStringList(row.text("lock_layout"))) {
+            if (!m_layouts.contains(layout))
+                return QStringLiteral("%1: no layout %2").arg(row.text("name"), layout);
+        }
+    }
+    for (const QList<TTable::Row>& fields : m_layouts) {
+        for (const TTable::Row& field : fields) {
+            if (!m_values.contains(field.text("values")))
+                return QStringLiteral("%1: no values %2").arg(field.text("layout"), field.text("values"));
+        }
+    }
+    return {};
+}
+
 QList<TChip> TAvrText::chips() const
 {
     QList<TChip> list;
@@ -183,7 +204,7 @@ void TAvrText::fuses(TChipText& text, const TTable::Row& chip) const
     static const char* const headings[] = {"", "The fuse byte;", "Fuse bytes in the order low, high;",
                                            "Fuse bytes in the order low, high, extended;"};
     const QStringList layouts = chip.words("fuse_layouts");
-    if (chip.number("commands") == 0)
+    if (chip.number("commands") == 0 || layouts.isEmpty())
         return;
     QList<Byte> bytes;
     for (int i = 0; i < layouts.size(); ++i)

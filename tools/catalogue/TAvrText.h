@@ -9,6 +9,8 @@ class TAvrText
 public:
     TAvrText(const TTable& chips, const TTable& layouts, const TTable& values);
 
+    /// What a row names that another table does not have, empty when all is there.
+    QString fault() const;
     QList<TChip> chips() const;
     QByteArray description(const TChip& chip, const QList<TChip>& sameSignature) const;
 

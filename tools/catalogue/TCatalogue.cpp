@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QSaveFile>
 
 namespace {
 
@@ -62,6 +63,12 @@ bool TCatalogue::read(const QString& tables)
                 QStringLiteral("%1=%2\n").arg(row.text("signature"), row.text("name"));
     }
     const TFlashText flashText(flash, status);
+    const TAvrText avrText(avr, layouts, values);
+    m_error = flashText.fault();
+    if (m_error.isEmpty())
+        m_error = avrText.fault();
+    if (!m_error.isEmpty())
+        return false;
     const QList<TChip> flashChips = flashText.chips();
     const BySignature flashGroups = bySignature(flashChips);
     for (const TChip& chip : flashChips)
@@ -69,7 +76,6 @@ bool TCatalogue::read(const QString& tables)
     addFamily(flashFolder, flashChips);
     addSignatures(flashFolder, flashChips, "Signatures of serial flash, as command 9F reads them");
 
-    const TAvrText avrText(avr, layouts, values);
     const QList<TChip> avrChips = avrText.chips();
     const BySignature avrGroups = bySignature(avrChips);
     for (const TChip& chip : avrChips)
@@ -163,9 +169,9 @@ bool TCatalogue::writeFile(const QString& path, const QByteArray& bytes)
         m_error = path + ": written by hand, and in the way";
         return false;
     }
-    QFile file(path);
+    QSaveFile file(path);
     if (!QDir().mkpath(QFileInfo(path).path()) || !file.open(QIODevice::WriteOnly) ||
-        file.write(bytes) != bytes.size() || !file.flush()) {
+        file.write(bytes) != bytes.size() || !file.commit()) {
         m_error = QStringLiteral("%1: %2").arg(path, file.errorString());
         return false;
     }

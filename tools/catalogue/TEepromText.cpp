@@ -57,8 +57,8 @@ QByteArray TEepromText::description(const TChip& chip)
 {
     const TTable::Row& row = chip.row;
     const qint64 bits = row.number("size") * 8;
-    const QString bitText = bits >= 1024 * 1024 ? QStringLiteral("%1 Mbit").arg(bits / 1024 / 1024)
-                                                : QStringLiteral("%1 Kbit").arg(bits / 1024);
+    const QString bitText = bits >= 1LL << 20 ? QStringLiteral("%1 Mbit").arg(bits / 1024 / 1024)
+                                              : QStringLiteral("%1 Kbit").arg(bits / 1024);
     const QString name = row.text("maker") == "any" ? chip.name : row.text("maker") + ' ' + chip.name;
     TChipText text(
         QStringLiteral("%1: I2C EEPROM, %2 (%3)").arg(name, bitText, sizeText(row.number("size"))));

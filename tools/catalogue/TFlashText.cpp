@@ -255,6 +255,18 @@ TFlashText::TFlashText(const TTable& chips, const TTable& status)
 {
 }
 
+QString TFlashText::fault() const
+{
+    for (const TTable::Row& row : m_chips.rows()) {
+        const QString form = row.text("status");
+        if (!form.isEmpty() && m_status.rowsWith("form", form).isEmpty())
+            return QStringLiteral("%1: no form %2").arg(row.text("chips"), form);
+        if (erasesOf(row).isEmpty())
+            return QStringLiteral("%1: no erase that fills the chip").arg(row.text("chips"));
+    }
+    return {};
+}
+
 QList<TChip> TFlashText::chips() const
 {
     QList<TChip> list;

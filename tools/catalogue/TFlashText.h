@@ -8,6 +8,8 @@ class TFlashText
 public:
     TFlashText(const TTable& chips, const TTable& status);
 
+    /// What a row names that another table does not have, or lacks; empty when all is there.
+    QString fault() const;
     QList<TChip> chips() const;
     QByteArray description(const TChip& chip, const QList<TChip>& sameSignature) const;
 
