@@ -159,7 +159,7 @@ void TItemLint::claim(const QByteArray& mask)
 
 QByteArray TItemLint::registerBytes(const QString& text)
 {
-    const QByteArray bytes = QByteArray::fromHex(text.toLatin1());
+    QByteArray bytes = QByteArray::fromHex(text.toLatin1());
     if (QString::fromLatin1(bytes.toHex().toUpper()) != text || bytes.size() != m_default.size())
         bad(text + " is not as long as the register");
     return bytes;
