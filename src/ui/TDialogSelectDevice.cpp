@@ -17,12 +17,15 @@
 
 namespace {
 
-/// A text to be found anywhere, in which "*" and "?" are the only signs with a meaning.
+/// A text to be found anywhere, in which "*" and "?" have a meaning, and a set such as "[a-f58]" stands for
+/// one of its signs.
 QRegularExpression filterPattern(const QString& text)
 {
     QString pattern = QRegularExpression::escape(text);
     pattern.replace(QLatin1String("\\*"), QLatin1String(".*"));
     pattern.replace(QLatin1String("\\?"), QLatin1String("."));
+    static const QRegularExpression set(QStringLiteral(R"(\\\[((?:\w|\\-)+)\\\])"));
+    pattern.replace(set, QStringLiteral("[\\1]"));
     return QRegularExpression(pattern, QRegularExpression::CaseInsensitiveOption);
 }
 
@@ -142,7 +145,7 @@ bool TDialogSelectDevice::eventFilter(QObject* object, QEvent* event)
     return true;
 }
 
-void TDialogSelectDevice::slotFilterString(QString text)
+void TDialogSelectDevice::slotFilterString(const QString& text)
 {
     const QRegularExpression pattern = filterPattern(text);
     QListWidgetItem* last = nullptr;

@@ -30,7 +30,7 @@ public:
     bool eventFilter(QObject* object, QEvent* event) override;
 
 public slots:
-    void slotFilterString(QString text);
+    void slotFilterString(const QString& text);
     void slotClearFilter();
 
 private:

@@ -270,6 +270,8 @@ void TestDialogs::deviceFilter()
         QCOMPARE(dialog.selected(), QStringLiteral("W25Q64FW"));
         QTest::keyClicks(filter, QStringLiteral("["));
         QCOMPARE(dialog.selected(), QString());
+        QTest::keyClicks(filter, QStringLiteral("a-f1]6"));
+        QCOMPARE(dialog.selected(), QStringLiteral("ATmega16"));
         filter->clear();
         // The only one left is meant.
         QTest::keyClicks(filter, QStringLiteral("mega328p"));
