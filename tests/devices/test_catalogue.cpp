@@ -115,16 +115,10 @@ void TestCatalogue::classes()
     QCOMPARE(classOf("Tools", ""), QByteArray("TDevTools"));
     QCOMPARE(classOf("Prog", ""), QByteArray("TDevProg"));
     QCOMPARE(classOf("Dev99", ""), QByteArray());
-    const QByteArray words[][2] = {{"Prog", "TDevProg"},
-                                   {"Dev25", "TDev25"},
-                                   {"Dev24", "TDev24"},
-                                   {"DevAVR8_SPI", "TDevAVR8_SPI"},
-                                   {" Prog", ""},
-                                   {"Dev93", ""},
-                                   {"", ""}};
-    for (const auto& word : words) {
-        m_dir->write("a.dev", "gui_type=s|" + word[0]);
-        QCOMPARE(classOf("Tools", "a.dev"), word[1]);
+    for (const QByteArray word : {"Prog=TDevProg", "Dev25=TDev25", "Dev24=TDev24", "DevAVR8_SPI=TDevAVR8_SPI",
+                                  " Prog=", "Dev93=", "="}) {
+        m_dir->write("a.dev", "gui_type=s|" + word.split('=')[0]);
+        QCOMPARE(classOf("Tools", "a.dev"), word.split('=')[1]);
     }
     // A name from another system, and a key that only the reader may set.
     m_dir->write("spi/b.dev", "gui_type=s|Tools\ndev_file=s|liar");

@@ -29,19 +29,6 @@ int fromEnvironment(const char* name, int otherwise)
     return qEnvironmentVariableIsSet(name) ? qEnvironmentVariableIntValue(name) : otherwise;
 }
 
-struct Memory
-{
-    QLatin1String size; ///< key
-    QLatin1String write;
-    QLatin1String verify;
-};
-
-const Memory memories[] = {
-    {key::size, cmd::file_write, cmd::file_verify},
-    {key::flash_size, cmd::flash_file_write, cmd::flash_file_verify},
-    {key::eeprom_size, cmd::eeprom_file_write, cmd::eeprom_file_verify},
-};
-
 struct Chip
 {
     QString name;
@@ -57,48 +44,41 @@ qint64 writesOf(const Chip& chip)
     return writes(key::size, key::page_size) + writes(key::flash_size, key::flash_page_size);
 }
 
-/// The chips of a class, by name, one for each file.
+/// The chips of a class, by name.
 QList<Chip> chipsOf(const QString& guiType)
 {
-    QMap<QString, QString> byFile;
+    QMap<QString, Chip> chips;
     const QHash<QString, QString> files = TDeviceList::deviceFiles();
     for (auto it = files.begin(); it != files.end(); ++it) {
-        const QString known = byFile.value(it.value());
-        if (known.isEmpty() || it.key() < known)
-            byFile[it.value()] = it.key();
+        const TData data = TDeviceList::readDescription(deviceFolderFile(it.value()));
+        if (data.value(key::gui_type) == guiType)
+            chips[it.key()] = {it.key(), data};
     }
-    QList<Chip> chips;
-    for (auto it = byFile.begin(); it != byFile.end(); ++it) {
-        const TData data = TDeviceList::readDescription(deviceFolderFile(it.key()));
-        if (data.value(key::gui_type).toString() == guiType)
-            chips.append({it.value(), data});
-    }
-    return chips;
+    return chips.values();
 }
 
-/// One of each group of so many neighbours, in any order. What exceeds so many writes in all is left out,
-/// and a chip that would take more than a quarter of them.
+/// One of each group of so many neighbours, from any group on. What exceeds so many writes in all is left
+/// out, and a chip that would take more than a quarter of them.
 QList<Chip> sampled(const QList<Chip>& chips, int every, qint64 writes, std::mt19937& random)
 {
     QList<Chip> sample;
-    for (int first = 0; first < chips.size(); first += every)
-        sample.append(chips[first + int(random() % uint(std::min(every, chips.size() - first)))]);
-    std::shuffle(sample.begin(), sample.end(), random);
+    const int start = int(random() % uint(chips.size()));
     qint64 left = writes;
-    const auto isTooMuch = [&left, writes](const Chip& chip) {
-        const bool fits = writesOf(chip) <= std::min(left, writes / 4);
-        left -= fits ? writesOf(chip) : 0;
-        return !fits;
-    };
-    sample.erase(std::remove_if(sample.begin(), sample.end(), isTooMuch), sample.end());
+    for (int i = 0; i < chips.size(); i += every) {
+        const int place = start + i + int(random() % uint(std::min(every, chips.size() - i)));
+        const Chip& chip = chips[place % chips.size()];
+        if (writesOf(chip) > std::min(left, writes / 4))
+            continue;
+        left -= writesOf(chip);
+        sample.append(chip);
+    }
     return sample;
 }
 
 QByteArray contents(qint64 size, std::mt19937& random)
 {
     QByteArray bytes(int(size), '\0');
-    for (char& byte : bytes)
-        byte = char(random());
+    std::generate(bytes.begin(), bytes.end(), [&random] { return char(random()); });
     return bytes;
 }
 
@@ -173,14 +153,14 @@ void TestChipSample::programs()
     qInfo("%d of %d chips", chips.size(), all.size());
     runAll(chips, [&](RunBench& bench, int cfg, const Chip& chip) {
         bench.addCmd(cfg, cmd::erase);
-        for (const Memory& memory : memories) {
-            const qint64 size = chip.data.value(memory.size).toLongLong();
+        for (const QString& memory : {QString(), QStringLiteral("flash_"), QStringLiteral("eeprom_")}) {
+            const qint64 size = chip.data.value(memory + key::size).toLongLong();
             if (size == 0)
                 continue;
-            const QString file = chip.name + '.' + memory.size;
+            const QString file = memory + chip.name;
             bench.dir().write(file, contents(size, random));
-            for (const QLatin1String& word : {memory.write, memory.verify})
-                bench.addCmd(cfg, word,
+            for (const QLatin1String& word : {cmd::file_write, cmd::file_verify})
+                bench.addCmd(cfg, memory + word,
                              {key::format, "BIN", key::file, file, key::addr_file, 0, key::addr_device, 0,
                               key::count, size});
         }

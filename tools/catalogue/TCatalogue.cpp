@@ -7,7 +7,6 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
-#include <QSaveFile>
 
 namespace {
 
@@ -169,9 +168,9 @@ bool TCatalogue::writeFile(const QString& path, const QByteArray& bytes)
         m_error = path + ": written by hand, and in the way";
         return false;
     }
-    QSaveFile file(path);
+    QFile file(path);
     if (!QDir().mkpath(QFileInfo(path).path()) || !file.open(QIODevice::WriteOnly) ||
-        file.write(bytes) != bytes.size() || !file.commit()) {
+        file.write(bytes) != bytes.size() || !file.flush()) {
         m_error = QStringLiteral("%1: %2").arg(path, file.errorString());
         return false;
     }
