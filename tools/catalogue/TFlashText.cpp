@@ -320,11 +320,11 @@ void TFlashText::remarks(TChipText& text, const TChip& chip, const QList<TChip>&
             break;
         }
     }
+    text.sharedSignature(chip, sameSignature);
     const QStringList absent = notServed(row);
     if (!absent.isEmpty())
         text.info(QStringLiteral("Not served, as not known for certain: %1.")
                       .arg(absent.join(QStringLiteral(", "))));
-    text.sharedSignature(chip, sameSignature);
     text.comments(row.text("remark"));
 }
 
