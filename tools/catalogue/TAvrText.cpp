@@ -200,16 +200,17 @@ QByteArray TAvrText::description(const TChip& chip, const QList<TChip>& sameSign
 
 void TAvrText::fuses(TChipText& text, const TTable::Row& chip) const
 {
-    static const char* const titles[] = {"Low fuse byte", "High fuse byte", "Extended fuse byte"};
-    static const char* const headings[] = {"", "The fuse byte;", "Fuse bytes in the order low, high;",
-                                           "Fuse bytes in the order low, high, extended;"};
+    static const QStringList titles{"Low fuse byte", "High fuse byte", "Extended fuse byte"};
+    static const QStringList headings{"", "The fuse byte;", "Fuse bytes in the order low, high;",
+                                      "Fuse bytes in the order low, high, extended;"};
     const QStringList layouts = chip.words("fuse_layouts");
     if (chip.number("commands") == 0 || layouts.isEmpty())
         return;
     QList<Byte> bytes;
     for (int i = 0; i < layouts.size(); ++i)
-        bytes.append({layouts.size() == 1 ? "Fuse byte" : titles[i], layouts[i]});
-    text.heading(QStringLiteral("%1 a fuse is programmed when its bit is 0").arg(headings[layouts.size()]));
+        bytes.append({layouts.size() == 1 ? "Fuse byte" : titles.value(i), layouts[i]});
+    text.heading(
+        QStringLiteral("%1 a fuse is programmed when its bit is 0").arg(headings.value(layouts.size())));
     text.line("fuse_def", 's', chip.text("fuse_def"));
     pacing(text, "fuse", false, chip.number("fuse_delay"));
     text.line("alg_fuse_read", 'd', chip.number("fuse_read"));
