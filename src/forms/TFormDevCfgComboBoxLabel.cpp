@@ -2,45 +2,53 @@
 
 #include "devices/form_items.h"
 #include "forms/TComboBox.h"
-#include "forms/colors.h"
+#include "forms/TWgtLabelBtn.h"
+#include "forms/TWgtLabelComboBox.h"
 #include "forms/form_bits.h"
 
-#include <QBoxLayout>
-#include <QLabel>
 #include <QSignalBlocker>
+
+namespace {
+
+bool isBeside(const TFormItem& item)
+{
+    return item.side == TFormItem::Left || item.side == TFormItem::Right;
+}
+
+QBoxLayout::Direction direction(const TFormItem& item)
+{
+    if (!isBeside(item))
+        return QBoxLayout::TopToBottom;
+    return item.side == TFormItem::Left ? QBoxLayout::LeftToRight : QBoxLayout::RightToLeft;
+}
+
+Qt::Alignment alignment(const TFormItem& item)
+{
+    if (item.side == TFormItem::AboveCentre)
+        return Qt::AlignHCenter | Qt::AlignVCenter;
+    return Qt::AlignVCenter | (item.side == TFormItem::AboveRight ? Qt::AlignRight : Qt::AlignLeft);
+}
+
+} // namespace
 
 TFormDevCfgComboBoxLabel::TFormDevCfgComboBoxLabel(const TFormItem& item, QWidget* parent)
     : IFormDevCfgBase(item.bits, false, parent)
-    , m_label(new QLabel(item.text, this))
-    , m_box(new TComboBox(this))
+    , m_row(new TWgtLabelComboBox(item.text, direction(item), this))
+    , m_box(m_row->box())
 {
-    m_label->setTextFormat(Qt::PlainText);
-    m_label->setBuddy(m_box);
-    m_label->setVisible(item.side != TFormItem::Hidden);
+    TWgtLabelBtn* label = m_row->label();
+    label->setVisible(item.side != TFormItem::Hidden);
+    label->setAlignment(alignment(item));
+    label->setWordWrap(isBeside(item)); // a long text would push the box off the page
+    m_row->rowLayout()->setStretchFactor(label, isBeside(item) ? 1 : 0);
     m_box->setToolTip(item.text);
     m_box->setMaxVisibleItems(25);
-    m_box->setFixedHeight(fieldHeight(m_box));
     m_box->allowNarrow();
-    QBoxLayout* layout = place(item);
+    auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 3);
-    layout->setSpacing(3);
+    layout->addWidget(m_row);
     setFocusProxy(m_box);
-    connect(m_box, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            &TFormDevCfgComboBoxLabel::choose);
-}
-
-QBoxLayout* TFormDevCfgComboBoxLabel::place(const TFormItem& item)
-{
-    const bool isBeside = item.side == TFormItem::Left || item.side == TFormItem::Right;
-    auto* layout = new QBoxLayout(isBeside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom, this);
-    m_label->setWordWrap(isBeside); // a long text would push the box off the page
-    layout->addWidget(m_label, isBeside ? 1 : 0);
-    layout->insertWidget(item.side == TFormItem::Right ? 0 : 1, m_box, 0);
-    if (item.side == TFormItem::AboveCentre)
-        m_label->setAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
-    else if (item.side == TFormItem::AboveRight)
-        m_label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    return layout;
+    connect(m_row, &TWgtLabelComboBox::signalChange, this, &TFormDevCfgComboBoxLabel::choose);
 }
 
 void TFormDevCfgComboBoxLabel::addChoice(const TFormItem& item)

@@ -4,9 +4,8 @@
 
 #include <QList>
 
-class QBoxLayout;
-class QLabel;
 class TComboBox;
+class TWgtLabelComboBox;
 struct TFormItem;
 
 /// Bits as a list of choices; a value that is none of them shows no choice, in the colour of faults.
@@ -22,11 +21,10 @@ public:
     void setData(const QByteArray& value) override;
 
 private:
-    QBoxLayout* place(const TFormItem& item);
     void choose(int index);
 
     QByteArray m_data;
     QList<QByteArray> m_choices;
-    QLabel* m_label;
+    TWgtLabelComboBox* m_row;
     TComboBox* m_box;
 };

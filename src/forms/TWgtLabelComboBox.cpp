@@ -1,0 +1,21 @@
+#include "forms/TWgtLabelComboBox.h"
+
+#include "forms/TComboBox.h"
+#include "forms/TWgtLabelBtn.h"
+#include "forms/colors.h"
+#include "forms/label_row.h"
+
+TWgtLabelComboBox::TWgtLabelComboBox(const QString& text, QBoxLayout::Direction direction, QWidget* parent)
+    : QWidget(parent)
+    , m_label(new TWgtLabelBtn(text, this))
+    , m_box(new TComboBox(this))
+    , m_layout(labelRow(this, m_label, m_box, direction))
+{
+    m_box->setFixedHeight(fieldHeight(m_box));
+    connect(m_box, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &TWgtLabelComboBox::slotChange);
+}
+
+void TWgtLabelComboBox::slotChange(int index)
+{
+    emit signalChange(index);
+}

@@ -1,0 +1,16 @@
+#include "forms/TWgtLabelEdit.h"
+
+#include "forms/TWgtLabelBtn.h"
+#include "forms/colors.h"
+#include "forms/label_row.h"
+
+#include <QLineEdit>
+
+TWgtLabelEdit::TWgtLabelEdit(const QString& text, QBoxLayout::Direction direction, QWidget* parent)
+    : QWidget(parent)
+    , m_label(new TWgtLabelBtn(text, this))
+    , m_edit(new QLineEdit(this))
+    , m_layout(labelRow(this, m_label, m_edit, direction))
+{
+    m_edit->setFixedHeight(fieldHeight(m_edit));
+}
