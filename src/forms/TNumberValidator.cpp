@@ -45,6 +45,12 @@ TDoubleValidator::TDoubleValidator(int decimals, QObject* parent)
 {
 }
 
+QValidator::State TDoubleValidator::validate(QString& text, int& pos) const
+{
+    text.replace(QLatin1Char(','), QLatin1Char('.'));
+    return TNumberValidator::validate(text, pos);
+}
+
 THexValidator::THexValidator(QObject* parent)
     : TNumberValidator(hexPattern(), parent)
 {

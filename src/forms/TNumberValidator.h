@@ -38,7 +38,8 @@ public:
     explicit Int64Validator(QObject* parent = nullptr);
 };
 
-/// A decimal fraction with a point, whatever the locale.
+/// A decimal fraction with a point, whatever the locale; a comma becomes the point, for "3,3" must never be
+/// taken for 33.
 class TDoubleValidator : public TNumberValidator
 {
     Q_OBJECT
@@ -46,6 +47,7 @@ class TDoubleValidator : public TNumberValidator
 public:
     /// decimals: most digits behind the point.
     explicit TDoubleValidator(int decimals, QObject* parent = nullptr);
+    State validate(QString& text, int& pos) const override;
 };
 
 /// A hexadecimal number of 32 bits, with or without "0x".
