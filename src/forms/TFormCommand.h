@@ -48,6 +48,13 @@ protected:
             field->setValue(value);
     }
 
+    /// The same for a number, as it is stored under key.
+    template <typename Field> void showStored(Field* field, const QString& key) const
+    {
+        if (!isEdited(field))
+            field->setStored(textParam(key));
+    }
+
 private:
     static bool isEdited(const QWidget* field);
 

@@ -12,12 +12,22 @@
 template <typename T> class TNumberBox : public QWidget
 {
 public:
+    // A window takes the focus from its fields only after this.
+    ~TNumberBox() override { TWgtEditBase::silence(*this); }
+
     T value() const { return first()->value(); }
     /// Shows the value; reports nothing.
     void setValue(T value)
     {
         each([value](TNumberEdit<T>* part) { part->setValue(value); });
     }
+    /// As TNumberEdit::setStored.
+    void setStored(const QString& text)
+    {
+        each([&text](TNumberEdit<T>* part) { part->setStored(text); });
+    }
+    /// As TNumberEdit::stored.
+    QVariant stored() const { return first()->stored(); }
     T minimum() const { return first()->minimum(); }
     T maximum() const { return first()->maximum(); }
     /// As TNumberEdit::setRange.

@@ -4,6 +4,7 @@
 #include "forms/TWgtEditBase.h"
 
 #include <QLineEdit>
+#include <QVariant>
 
 #include <limits>
 
@@ -17,9 +18,26 @@ public:
     void setValue(T value)
     {
         m_value = value;
+        m_isForeign = false;
         display(m_text.text(value));
         setFault(!fits());
     }
+    /// Shows a value as it is stored; reports nothing. Text that is no number of this type is shown as it
+    /// stands, marked, and kept until the user enters another; value() is the nearest number meanwhile.
+    void setStored(const QString& text)
+    {
+        T value{};
+        const bool isNumber = TNumberText::readStored(text, value);
+        setValue(value);
+        if (isNumber)
+            return;
+        m_isForeign = true;
+        m_foreign = text;
+        display(text);
+        setFault(true);
+    }
+    /// What is to be stored: the value, or the text of setStored() as long as that stands.
+    QVariant stored() const { return m_isForeign ? QVariant(m_foreign) : QVariant(m_value); }
 
     T minimum() const { return m_min; }
     T maximum() const { return m_max; }
@@ -38,6 +56,8 @@ public:
     /// The value as it is shown lies in the range.
     bool fits() const
     {
+        if (m_isForeign)
+            return false;
         T shown{};
         m_text.read(m_text.text(m_value), shown);
         return allows(shown);
@@ -82,14 +102,15 @@ private:
         T value{};
         m_text.read(text, value);
         // What is shown may be rounded.
-        return text == m_text.text(m_value) ? m_value : value;
+        return text == shown() ? m_value : value;
     }
 
     void enter(T value)
     {
+        const bool wasForeign = m_isForeign;
         const T before = m_value;
         setValue(fitted(value));
-        if (m_value != before)
+        if (wasForeign || m_value != before)
             report(m_value);
     }
 
@@ -98,4 +119,6 @@ private:
     T m_max = std::numeric_limits<T>::max();
     T m_default{};
     T m_value;
+    bool m_isForeign = false;
+    QString m_foreign; ///< what is stored instead of the value, if m_isForeign
 };

@@ -1,5 +1,6 @@
 #include "forms/TNumberText.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -16,14 +17,23 @@ bool dropSign(QString& text)
     return isNegative;
 }
 
-/// The digits as a number, at most limit. Text that is too long for the type fails to convert too.
+bool areDigits(const QString& text, int base)
+{
+    return std::all_of(text.begin(), text.end(), [base](QChar c) {
+        bool ok = false;
+        QString(c).toInt(&ok, base);
+        return ok;
+    });
+}
+
+/// The digits as a number, at most limit, which is also what a text too long for the type gives.
 quint64 magnitude(const QString& digits, int base, quint64 limit)
 {
+    if (digits.isEmpty() || !areDigits(digits, base))
+        return 0;
     bool ok = false;
     const quint64 value = digits.toULongLong(&ok, base);
-    if (ok)
-        return qMin(value, limit);
-    return digits.isEmpty() ? 0 : limit;
+    return ok ? qMin(value, limit) : limit;
 }
 
 } // namespace
@@ -62,6 +72,32 @@ void TNumberText::read(const QString& text, int& value) const
 void TNumberText::read(const QString& text, double& value) const
 {
     value = text.trimmed().toDouble();
-    if (!std::isfinite(value))
+    if (std::isnan(value))
+        value = 0;
+    else if (std::isinf(value))
         value = std::copysign(std::numeric_limits<double>::max(), value);
+}
+
+bool TNumberText::readStored(const QString& text, int& value)
+{
+    bool ok = false;
+    text.toInt(&ok);
+    TNumberText{}.read(text, value);
+    return ok;
+}
+
+bool TNumberText::readStored(const QString& text, qint64& value)
+{
+    bool ok = false;
+    text.toLongLong(&ok);
+    TNumberText{}.read(text, value);
+    return ok;
+}
+
+bool TNumberText::readStored(const QString& text, double& value)
+{
+    bool ok = false;
+    const bool isFinite = std::isfinite(text.toDouble(&ok));
+    TNumberText{}.read(text, value);
+    return ok && isFinite;
 }

@@ -16,4 +16,10 @@ struct TNumberText
     void read(const QString& text, int& value) const;
     void read(const QString& text, qint64& value) const;
     void read(const QString& text, double& value) const;
+
+    /// A number as the commands keep it, always decimal. False, and the value as read() gives it, for what
+    /// is none of this type.
+    static bool readStored(const QString& text, int& value);
+    static bool readStored(const QString& text, qint64& value);
+    static bool readStored(const QString& text, double& value);
 };

@@ -21,7 +21,8 @@ TWgtEditBase::TWgtEditBase(QValidator* validator, QWidget* parent)
     : QWidget(parent)
     , m_edit(new QLineEdit(this))
 {
-    setValidator(validator);
+    validator->setParent(m_edit);
+    m_edit->setValidator(validator);
     m_edit->setFixedHeight(fieldHeight(m_edit));
     m_edit->setMinimumWidth(leastWidth(m_edit));
     m_edit->installEventFilter(this);
@@ -59,13 +60,6 @@ void TWgtEditBase::setFault(bool fault)
     markFault(m_edit, fault);
 }
 
-void TWgtEditBase::setValidator(QValidator* validator)
-{
-    delete m_edit->validator();
-    validator->setParent(m_edit);
-    m_edit->setValidator(validator);
-}
-
 void TWgtEditBase::display(const QString& text)
 {
     m_shown = text;
@@ -97,7 +91,18 @@ bool TWgtEditBase::eventFilter(QObject* watched, QEvent* event)
         if (isPlain && handleKey(press->key()))
             return true;
     }
+    if (watched == m_edit && event->type() == QEvent::FocusOut &&
+        static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason)
+        dropUnacceptable();
     return QWidget::eventFilter(watched, event);
+}
+
+/// Text from outside need not be what may be typed. Changed into something that still is not, it would stand
+/// there without being stored.
+void TWgtEditBase::dropUnacceptable()
+{
+    if (!m_edit->hasAcceptableInput())
+        display(m_shown);
 }
 
 bool TWgtEditBase::handleKey(int key)

@@ -39,7 +39,8 @@ protected:
 
     /// Shows a text that the user has not typed.
     void display(const QString& text);
-    void setValidator(QValidator* validator);
+    /// The text that stands for the value, whatever the user is typing.
+    const QString& shown() const { return m_shown; }
     /// The user has typed text.
     virtual void commit(const QString& text) = 0;
     /// The user steps up (1) or down (-1) from text.
@@ -48,6 +49,7 @@ protected:
 
 private:
     bool handleKey(int key);
+    void dropUnacceptable();
 
     QLineEdit* m_edit;
     QString m_shown;

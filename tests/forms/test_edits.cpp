@@ -32,7 +32,15 @@ private slots:
 
 namespace {
 
-/// Types text over what stands in the line, then leaves it. A '^', 'v' or '*' is the key.
+/// Only in an active window can a line have the focus, and lose it.
+void show(QWidget& widget)
+{
+    widget.show();
+    QVERIFY(QTest::qWaitForWindowActive(&widget));
+}
+
+/// Types text over what stands in the line, then leaves it. A '^', 'v' or '*' is the key, '>' goes to the
+/// end.
 void enter(QLineEdit* line, const QString& text)
 {
     line->setFocus();
@@ -42,10 +50,13 @@ void enter(QLineEdit* line, const QString& text)
             QTest::keyClick(line, Qt::Key_Up);
         else if (c == QLatin1Char('v'))
             QTest::keyClick(line, Qt::Key_Down);
+        else if (c == QLatin1Char('>'))
+            QTest::keyClick(line, Qt::Key_End);
+        else if (c == QLatin1Char('!'))
+            QTest::keyClick(line, Qt::Key_Return);
         else
             QTest::keyClicks(line, QString(c));
     }
-    QTest::keyClick(line, Qt::Key_Return);
     line->clearFocus();
 }
 
@@ -54,13 +65,14 @@ QLineEdit* line(QWidget& widget, int i)
     return widget.findChildren<QLineEdit*>().at(i);
 }
 
-/// The box with its range and default, after the text was entered.
-template <typename Box, typename T> QVariantList typed(Box& box, T min, T max, int field, const QString& text)
+/// What the box reports, which shows the stored text and has its range and default, when text is entered.
+template <typename Box, typename T>
+QVariantList typed(Box& box, T min, T max, int field, const QString& stored, const QString& text)
 {
     box.setRange(min, max);
     box.setDefaultValue(T(7));
-    box.show();
-    box.activateWindow();
+    box.setStored(stored);
+    show(box);
     QSignalSpy spy(&box, &Box::valueChanged);
     enter(line(box, field), text);
     QVariantList values;
@@ -74,18 +86,22 @@ template <typename Box, typename T> QVariantList typed(Box& box, T min, T max, i
 void TestEdits::number_data()
 {
     QTest::addColumn<QString>("kind");
+    QTest::addColumn<QString>("stored");
     QTest::addColumn<QString>("text");
     QTest::addColumn<QVariantList>("reported");
     QTest::addColumn<QString>("shown");
 
-    // The value is 50 and the range 5 to 100.
-    const auto row = [](const char* kind, const char* text, const QVariantList& reported, const char* shown) {
-        QTest::addRow("%s %s", kind, text) << kind << text << reported << shown;
+    // The range is 5 to 100, the default 7.
+    const auto stored = [](const char* kind, const char* value, const char* text,
+                           const QVariantList& reported, const char* shown) {
+        QTest::addRow("%s '%s' %s", kind, value, text) << kind << value << text << reported << shown;
     };
+    const auto row = [&stored](const char* kind, const char* text, const QVariantList& reported,
+                               const char* shown) { stored(kind, "50", text, reported, shown); };
     row("dec", "60", {60}, "60");
     row("dec", "50", {}, "50");
     row("dec", "0050", {}, "50");
-    row("dec", "101", {100}, "100");
+    row("dec", "101!", {100}, "100");
     row("dec", "99999999999999999999", {100}, "100");
     row("dec", "-99999999999999999999", {5}, "5");
     row("dec", "1a2", {12}, "12");
@@ -113,19 +129,40 @@ void TestEdits::number_data()
     row("dec2", "-999999999999", {-100}, "-100");
     row("dec2", "5v", {-5}, "-5");
     row("dec2", "-5^", {5}, "5");
+    // What is stored and does not fit, or is no number at all, stays until the user enters another.
+    stored("dec", "007", "", {}, "7");
+    stored("dec", "500", "", {}, "500");
+    stored("dec", "99999999999", "", {}, "99999999999");
+    stored("dec", "99999999999", "^", {100}, "100");
+    stored("dec", "abc", "", {}, "abc");
+    stored("dec", "abc", ">d", {}, "abc");
+    stored("dec", "abc", "v", {5}, "5");
+    stored("dec", "abc", "60", {60}, "60");
+    stored("dec", "", "", {}, "");
+    stored("dec", "", "7", {7}, "7");
+    stored("hex", "0x10", "*", {7}, "0x07");
+    stored("hex64", "99999999999999999999", "1F", {31}, "0x1F");
+    stored("dec64", "1.5", "", {}, "1.5");
+    stored("double", "1e1", "", {}, "10.0");
+    stored("double", "nan", "^", {5.0}, "5.0");
 }
 
 void TestEdits::number()
 {
     QFETCH(QString, kind);
+    QFETCH(QString, stored);
     QFETCH(QString, text);
     QFETCH(QString, shown);
     QLocale::setDefault(QLocale::German);
     QVariantList reported;
     QString now;
+    bool isFaulty = false;
+    QVariant kept;
     const auto work = [&](auto& box, auto min, auto max, int field) {
-        reported = typed(box, min, max, field, text);
+        reported = typed(box, min, max, field, stored, text);
         now = line(box, field)->text();
+        isFaulty = !box.fits();
+        kept = box.stored();
     };
     TWgtEditDecDef dec(50);
     TWgtEditDec2Def dec2(50);
@@ -144,6 +181,9 @@ void TestEdits::number()
         work(wide, qlonglong(5), qlonglong(100), kind == "hex64" ? 0 : 1);
     QTEST(reported, "reported");
     QCOMPARE(now, shown);
+    QCOMPARE(isFaulty, now == stored && stored != "50");
+    if (isFaulty)
+        QCOMPARE(kept.toString(), stored);
 }
 
 void TestEdits::pairFollows()
@@ -154,7 +194,7 @@ void TestEdits::pairFollows()
     QCOMPARE(line(box, 0)->toolTip(), QString("0x00..0x7FFFFFFFFFFFFFFF"));
     QCOMPARE(line(box, 1)->toolTip(), QString("0..9223372036854775807"));
     QCOMPARE(box.button()->toolTip(), QString("Default: 0xFF [255]"));
-    box.show();
+    show(box);
     QSignalSpy spy(&box, &TWgtEditHexDec64::valueChanged);
     enter(line(box, 0), "abcd");
     QCOMPARE(line(box, 1)->text(), QString("43981"));
@@ -175,7 +215,7 @@ void TestEdits::leavesAloneWhatDoesNotFit()
     box.setRange(10, 3); // no room: the minimum is all there is
     QCOMPARE(box.maximum(), 10);
     const QColor good = TWgtEditDecDef(0).palette().color(QPalette::Base);
-    box.show();
+    show(box);
     line(box, 0)->setFocus();
     line(box, 0)->clearFocus();
     QCOMPARE(box.value(), 500);
@@ -198,7 +238,7 @@ void TestEdits::leavesAloneWhatDoesNotFit()
     // What goes away in the middle of typing reports nothing.
     auto box2 = std::make_unique<TWgtEditDecDef>(1);
     QSignalSpy spy2(box2.get(), &TWgtEditDecDef::valueChanged);
-    box2->show();
+    show(*box2);
     line(*box2, 0)->setFocus();
     QTest::keyClicks(line(*box2, 0), "23");
     box2.reset();
@@ -209,7 +249,7 @@ void TestEdits::bytes()
 {
     TWgtEditStrHex edit("AA");
     edit.setDefaultValue("00FF");
-    edit.show();
+    show(edit);
     QSignalSpy spy(&edit, &TWgtEditStrHex::valueChanged);
     enter(edit.lineEdit(), "12 zx3f");
     QCOMPARE(edit.value(), QString("12 3f"));
@@ -248,8 +288,7 @@ void TestEdits::comboIgnoresWheel()
     const QColor pink = box.palette().color(QPalette::Base);
     box.addItems({"a", "b", "c"});
     QVERIFY(box.palette().color(QPalette::Base) != pink);
-    page.show();
-    QVERIFY(QTest::qWaitForWindowActive(&page));
+    show(page);
     other.setFocus();
     const auto wheel = [&box] {
         QWheelEvent event(QPointF(5, 5), box.mapToGlobal(QPoint(5, 5)), QPoint(), QPoint(0, -120),
