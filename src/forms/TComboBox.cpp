@@ -4,6 +4,7 @@
 
 #include <QAbstractItemView>
 #include <QScrollBar>
+#include <QStyleOptionComboBox>
 #include <QWheelEvent>
 
 TComboBox::TComboBox(QWidget* parent)
@@ -16,8 +17,20 @@ TComboBox::TComboBox(QWidget* parent)
 
 void TComboBox::allowNarrow(int letters)
 {
-    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    setMinimumContentsLength(letters);
+    m_leastLetters = letters;
+    updateGeometry();
+}
+
+QSize TComboBox::minimumSizeHint() const
+{
+    const QSize whole = QComboBox::minimumSizeHint();
+    if (m_leastLetters == 0)
+        return whole;
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    const QSize text(m_leastLetters * fontMetrics().horizontalAdvance(QLatin1Char('X')), whole.height());
+    const int least = style()->sizeFromContents(QStyle::CT_ComboBox, &option, text, this).width();
+    return {qMin(least, whole.width()), whole.height()};
 }
 
 void TComboBox::showPopup()

@@ -14,6 +14,7 @@ public:
     /// The longest of the entries may be cut on screen down to so many letters, rather than making the form
     /// wider than its page.
     void allowNarrow(int letters = 8);
+    QSize minimumSizeHint() const override;
     /// The list is as wide as its entries need.
     void showPopup() override;
 
@@ -23,4 +24,7 @@ public slots:
 
 protected:
     void wheelEvent(QWheelEvent* event) override;
+
+private:
+    int m_leastLetters = 0; ///< that have to be seen; 0 for the whole of each entry
 };
