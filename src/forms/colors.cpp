@@ -43,6 +43,11 @@ void markFault(QWidget* field, bool fault)
 void setDanger(QWidget* widget)
 {
     setTextColor(widget, QColor(160, 0, 0));
+    // The dark red is lost on a dark style.
+    if (widget->palette().color(QPalette::Window).lightness() < 128) {
+        setRole(widget, QPalette::Window, QColor(255, 225, 225));
+        widget->setBackgroundRole(QPalette::Window);
+    }
     QFont font = widget->font();
     font.setBold(true);
     widget->setFont(font);
