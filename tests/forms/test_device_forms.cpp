@@ -18,11 +18,14 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRandomGenerator>
 #include <QSignalSpy>
+#include <QTabBar>
+#include <QTabWidget>
 #include <QtTest>
 
 #include <memory>
@@ -39,6 +42,9 @@ private slots:
     void shippedForms();
     void controls_data();
     void controls();
+    void shippedRegister_data();
+    void shippedRegister();
+    void readOnly();
     void wholeValue();
     void chipCommands_data();
     void chipCommands();
@@ -141,11 +147,12 @@ void TestDeviceForms::initTestCase()
 void TestDeviceForms::badLines_data()
 {
     QTest::addColumn<QStringList>("lines");
-    QTest::addColumn<int>("badLine"); // -1: good, or an empty list
+    QTest::addColumn<int>("badLine"); // -1: good
 
     const auto row = [](const char* lines, int bad) {
-        QTest::newRow(lines) << QString(lines).split(';') << bad;
+        QTest::newRow(lines) << (*lines ? QString(lines).split(';') : QStringList()) << bad;
     };
+    row("", 0); // an empty list
     row("frm+; ckl | 01 | - | e | - | a | tip ;frm-", -1);
     row("frm+;ckl|01|-|e|-|a;hor+;pnl+;grp+|g;lb|t;btn|01|21|t|tip;grp-;frm-;pnl-;hor-",
         -1); // any closes any
@@ -157,6 +164,10 @@ void TestDeviceForms::badLines_data()
     row("frm+;", 1);
     row("frm+;ckl|01|-|e|-", 1);
     row("frm+;edr|01|ro|-1", 1);
+    row("frm+;ckl|01|-|e|-|a;lb", 2);
+    row("frm+;ckl|01|-|e|-|a;grp+", 2);
+    row("frm+;cbtr+|01", 1);
+    row("frm+;cbh+|01|t;cbit|01", 2);
     row("frm+;btn|01|21|t", 1);
     row("frm+;btn|01|21|t|tip|more", 1);
     row("frm+;cbit|01|t", 1);
@@ -164,7 +175,9 @@ void TestDeviceForms::badLines_data()
     row("frm+;tab+|t", 1);
     row("tabs-", 0);
     row("frm+;frm-;lb|t", 2);
-    row("cbr+|01|t", 0);
+    for (const char* line : {"hor+", "pnl+", "grp+|t", "lb|t", "edl|01|ro|1|t", "ckr|01|-|e|-|a", "cbr+|01|t",
+                             "btn|01|21|t|t", "tab-", "cbh-", "tabs+;tab+|t;tab-;ckl|01|-|e|-|a"})
+        row(line, QString(line).count(';'));
 }
 
 void TestDeviceForms::badLines()
@@ -172,8 +185,8 @@ void TestDeviceForms::badLines()
     QFETCH(QStringList, lines);
     QFETCH(int, badLine);
     const TFormItems form = parseFormItems(lines);
-    QCOMPARE(form.badLine, badLine);
     QCOMPARE(form.isGood, badLine < 0);
+    QCOMPARE(form.badLine, lines.isEmpty() ? -1 : badLine);
     QCOMPARE(form.items.size(), badLine < 0 ? lines.size() : badLine);
 
     const QString log = QCoreApplication::applicationDirPath() + "/test_device_forms.log";
@@ -182,27 +195,51 @@ void TestDeviceForms::badLines()
     QFile file(log);
     QCOMPARE(file.open(QFile::ReadOnly), badLine >= 0);
     if (badLine >= 0)
-        QVERIFY(file.readAll().endsWith(" error DevCfg: " + lines.at(badLine).toUtf8() + "\n"));
-    QVERIFY(!parseFormItems({}).isGood);
+        QVERIFY(file.readAll().endsWith(" error DevCfg: " + lines.value(badLine).toUtf8() + "\n"));
+    // What stands before the wrong line is there and shows nothing of the value.
+    const QList<QCheckBox*> boxes = allOf<QCheckBox>(widget);
+    QCOMPARE(boxes.size(), lines.mid(0, badLine).filter(QRegularExpression("^ *ck[lr]")).size());
+    for (const QCheckBox* box : boxes)
+        QCOMPARE(box->isChecked(), badLine < 0);
 }
 
+/// Each register that ships: its lines are good, its default is among the choices, and what is switched
+/// there and back is as before.
 void TestDeviceForms::shippedForms()
 {
-    int forms = 0;
+    struct
+    {
+        QLatin1String items, value;
+    } static const keys[] = {{key::fuse_cfg, key::fuse_def},
+                             {key::lock_cfg, key::lock_def},
+                             {key::status_reg_cfg, key::status_reg_def},
+                             {key::osccal_cfg, key::osccal_def}};
+    QSet<QStringList> seen;
     appData().PathDevices = QStringLiteral(VM_DATA_DIR "/devices");
     const QHash<QString, QString> chips = deviceList().deviceFiles();
     for (auto it = chips.begin(); it != chips.end(); ++it) {
         TData chip;
         QVERIFY(deviceList().factory(it.key(), it.value(), chip));
-        for (const QLatin1String key : {key::fuse_cfg, key::lock_cfg, key::status_reg_cfg, key::osccal_cfg}) {
-            if (!chip.contains(key))
+        for (const auto& one : keys) {
+            const QStringList items = chip.value(one.items).toStringList();
+            const QString value = chip.value(one.value).toString();
+            if (items.isEmpty() || seen.contains(items + QStringList{value}))
                 continue;
-            const TFormItems form = parseFormItems(chip.value(key).toStringList());
+            seen.insert(items + QStringList{value});
+            const TFormItems form = parseFormItems(items);
             QVERIFY2(form.isGood, qPrintable(it.key() + ": " + form.badText));
-            ++forms;
+            TFormDevCfg widget(1, value, value, items, true);
+            for (const QComboBox* box : allOf<QComboBox>(widget))
+                QVERIFY2(box->currentIndex() >= 0, qPrintable(it.key() + ": " + box->toolTip()));
+            for (QCheckBox* box : allOf<QCheckBox>(widget)) {
+                box->toggle();
+                QVERIFY2(widget.text() != value, qPrintable(it.key() + ": " + box->text()));
+                box->toggle();
+                QVERIFY2(widget.text() == value, qPrintable(it.key() + ": " + box->text()));
+            }
         }
     }
-    QVERIFY(forms > 50);
+    QVERIFY(seen.size() > 50);
 }
 
 void TestDeviceForms::controls_data()
@@ -231,11 +268,16 @@ void TestDeviceForms::controls()
 {
     QFETCH(QString, value);
     QFETCH(int, box);
-    static const QStringList items{"frm+",
+    static const QStringList items{"tabs+",
+                                   "tab+|Bits & more",
+                                   "grp+|Group",
                                    "ckl|01|-|e|-|A|t",
                                    "ckl|80|i|e|a|B|t",
                                    "ckr|06|-|e|-|C|t",
                                    "ckl|06|i|e|-|D|t",
+                                   "grp-",
+                                   "tab-",
+                                   "tab+|Choice",
                                    "cbl+|03|L",
                                    "cbit|00|none",
                                    "cbit|01|one",
@@ -244,7 +286,8 @@ void TestDeviceForms::controls()
                                    "cbl-",
                                    "edr|00FF|ro|40|E",
                                    "btn|1234|21|P|t",
-                                   "frm-"};
+                                   "tab-",
+                                   "tabs-"};
     TFormDevCfg form(7, value, "FFFF", items, true);
     form.show();
     Changes changes(&form, &TFormDevCfg::signalChangedCmdParam);
@@ -255,6 +298,9 @@ void TestDeviceForms::controls()
         checked += one->isChecked() ? '1' : '0';
     QTEST(checked, "checked");
     QTEST(list->currentIndex(), "choice");
+    auto* tabs = form.findChild<QTabWidget*>();
+    QTest::mouseClick(tabs->tabBar(), Qt::LeftButton, {}, tabs->tabBar()->tabRect(box < 4 ? 0 : 1).center());
+    QCOMPARE(list->isVisible(), box >= 4);
     if (box < 4) {
         QTest::keyClick(boxes.at(box), Qt::Key_Space);
     } else if (box == 4) {
@@ -270,6 +316,75 @@ void TestDeviceForms::controls()
     QCOMPARE(changes.size(), 1);
     QCOMPARE(line(form, 0)->text(), stored);
     QCOMPARE(line(form, 1)->text(), stored.right(2));
+}
+
+void TestDeviceForms::shippedRegister_data()
+{
+    QTest::addColumn<QString>("chip");
+    QTest::addColumn<QString>("reg");
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<QString>("step"); // the text of a box or button, or of an entry to choose
+    QTest::addColumn<QString>("stored");
+
+    const auto row = [](const char* chip, const char* reg, const char* value, const char* step,
+                        const char* stored) {
+        QTest::addRow("%s %s %s", chip, reg, step) << chip << reg << value << step << stored;
+    };
+    row("ATmega328P", "fuse", "62D9FF", "CKDIV8 - clock divided by 8 at start", "E2D9FF");
+    row("ATmega328P", "fuse", "62D9FF", "SPIEN - serial programming possible", "62F9FF");
+    row("ATmega328P", "fuse", "62D9FF", "05 - 2.7 V", "62D9FD");
+    row("ATmega328P", "fuse", "000000", "Factory value", "62D9FF");
+    row("ATmega328P", "lock", "FF", "02 - writing blocked", "FE");
+    row("W25Q64JV", "status_reg", "FF0260", "111 - whole chip", ""); // is chosen already
+    row("W25Q64JV", "status_reg", "000260", "111 - whole chip", "1C0260");
+    row("W25Q64JV", "status_reg", "000260", "QE - quad enable", "000060");
+    row("W25Q64JV", "status_reg", "000260", "BUSY - erase or write in progress", ""); // not to be changed
+}
+
+void TestDeviceForms::shippedRegister()
+{
+    QFETCH(QString, chip);
+    QFETCH(QString, reg);
+    QFETCH(QString, value);
+    QFETCH(QString, step);
+    QFETCH(QString, stored);
+    appData().PathDevices = QStringLiteral(VM_DATA_DIR "/devices");
+    TData keys;
+    QVERIFY(deviceList().factory(chip, deviceList().deviceFiles().value(chip), keys));
+    TFormDevCfg form(7, value, keys.value(reg + "_def").toString(), keys.value(reg + "_cfg").toStringList(),
+                     true);
+    form.show();
+    Changes changes(&form, &TFormDevCfg::signalChangedCmdParam);
+    for (QAbstractButton* button : allOf<QAbstractButton>(form)) {
+        if (button->text() == step)
+            QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(6, button->height() / 2));
+    }
+    for (QComboBox* box : allOf<QComboBox>(form)) {
+        const int wanted = box->findText(step);
+        while (wanted >= 0 && box->currentIndex() != wanted)
+            QTest::keyClick(box, box->currentIndex() < wanted ? Qt::Key_Down : Qt::Key_Up);
+    }
+    QCOMPARE(changes.isEmpty(), stored.isEmpty());
+    if (!stored.isEmpty())
+        QCOMPARE(last(changes), (TData{{key::id_cmd, 7}, {key::data, stored}}));
+    QCOMPARE(line(form, 0)->text(), stored.isEmpty() ? value : stored);
+}
+
+/// What is only read can be looked at and copied, whatever is done with it.
+void TestDeviceForms::readOnly()
+{
+    TFormDevCfg form(7, "D1C2B3A495867701", "0000000000000000",
+                     {"frm+", "edr|FFFFFFFFFFFFFFFF|ro|-1|Unique ID:", "frm-"}, false);
+    form.show();
+    QVERIFY(QTest::qWaitForWindowActive(&form));
+    Changes changes(&form, &TFormDevCfg::signalChangedCmdParam);
+    QTest::mouseClick(form.findChild<QLabel*>(), Qt::LeftButton);
+    QVERIFY(line(form, 0)->hasFocus());
+    QTest::keyClicks(line(form, 0), "12*");
+    QCOMPARE(line(form, 0)->text(), QString("D1C2B3A495867701"));
+    QVERIFY(form.updateParams({{key::id_cmd, 7}, {key::data, "0102"}}));
+    QCOMPARE(line(form, 0)->text(), QString("0102000000000000"));
+    QCOMPARE(changes.size(), 0);
 }
 
 void TestDeviceForms::wholeValue()
