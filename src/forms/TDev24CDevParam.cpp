@@ -28,7 +28,7 @@ TDev24CDevParam::~TDev24CDevParam()
     TWgtEditBase::silence(*this);
 }
 
-void TDev24CDevParam::slotChangedAddr(TData params)
+void TDev24CDevParam::slotChangedAddr(const TData& params)
 {
     const int addr = TDev24::addrOfText(params.value(key::data).toString());
     emit signalChangedCmdParam({{key::id_cmd, params.value(key::id_cmd)}, {key::addr, addr}});

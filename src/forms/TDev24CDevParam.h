@@ -19,5 +19,5 @@ signals:
     void signalChangedCmdParam(TData params);
 
 public slots:
-    void slotChangedAddr(TData params);
+    void slotChangedAddr(const TData& params);
 };

@@ -270,7 +270,7 @@ void TFormDevCfg::showParams()
         showItems();
 }
 
-void TFormDevCfg::slotEditChanged(QString hexText)
+void TFormDevCfg::slotEditChanged(const QString& hexText)
 {
     m_value = hexToBytes(hexText);
     showEdit();
@@ -278,7 +278,7 @@ void TFormDevCfg::slotEditChanged(QString hexText)
     tell();
 }
 
-void TFormDevCfg::slotChanged(QByteArray mask, QByteArray bits)
+void TFormDevCfg::slotChanged(const QByteArray& mask, const QByteArray& bits)
 {
     m_value = mergedBits(m_value, mask, bits);
     showEdit();

@@ -31,8 +31,8 @@ public:
     QString text() const;
 
 public slots:
-    void slotEditChanged(QString hexText);
-    void slotChanged(QByteArray mask, QByteArray bits);
+    void slotEditChanged(const QString& hexText);
+    void slotChanged(const QByteArray& mask, const QByteArray& bits);
     void slotSetDefault();
 
 private:

@@ -77,19 +77,30 @@ protected:
         setDefaultValue(T{});
     }
 
-    /// "%1..%2" with the bounds of a field.
-    virtual QString rangeText(const TNumberEdit<T>& part) const
+    /// As if the user had entered the default. What is being typed into another field goes.
+    void enterDefault()
     {
-        return QStringLiteral("%1..%2").arg(part.textOf(part.minimum()), part.textOf(part.maximum()));
-    }
-    virtual QString defaultText() const
-    {
-        return QStringLiteral("Default: %1").arg(first()->textOf(defaultValue()));
+        for (TNumberEdit<T>* part : m_parts.mid(1))
+            part->setStored(stored().toString());
+        first()->setDefault();
     }
     TNumberEdit<T>* first() const { return m_parts.first(); }
     TNumberEdit<T>* part(int i) const { return m_parts.at(i); }
 
 private:
+    /// "%1..%2" with the bounds of a field.
+    QString rangeText(const TNumberEdit<T>& part) const
+    {
+        return QStringLiteral("%1..%2").arg(part.textOf(part.minimum()), part.textOf(part.maximum()));
+    }
+    /// As every field writes it, but for the first in brackets.
+    QString defaultText() const
+    {
+        QString text = QStringLiteral("Default: %1").arg(first()->textOf(defaultValue()));
+        for (const TNumberEdit<T>* part : m_parts.mid(1))
+            text += QStringLiteral(" [%1]").arg(part->textOf(defaultValue()));
+        return text;
+    }
     template <typename Use> void each(const Use& use)
     {
         for (TNumberEdit<T>* part : m_parts)

@@ -17,5 +17,5 @@ void TWgtEditDec2Def::slotChangedValue(int value)
 
 void TWgtEditDec2Def::slotSetDefaultValue()
 {
-    first()->setDefault();
+    enterDefault();
 }

@@ -17,5 +17,5 @@ void TWgtEditDecDef::slotChangedValue(int value)
 
 void TWgtEditDecDef::slotSetDefaultValue()
 {
-    first()->setDefault();
+    enterDefault();
 }

@@ -17,5 +17,5 @@ void TWgtEditDoubleDef::slotChangedValue(double value)
 
 void TWgtEditDoubleDef::slotSetDefaultValue()
 {
-    first()->setDefault();
+    enterDefault();
 }

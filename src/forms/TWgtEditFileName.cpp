@@ -59,7 +59,7 @@ void TWgtEditFileName::setButtonTip(const QString& text)
     m_button->setToolTip(text);
 }
 
-void TWgtEditFileName::slotTextChanged(QString text)
+void TWgtEditFileName::slotTextChanged(const QString& text)
 {
     emit signalChanged(text);
 }

@@ -33,7 +33,7 @@ signals:
     void signalChanged(QString file);
 
 public slots:
-    void slotTextChanged(QString text);
+    void slotTextChanged(const QString& text);
     /// Shows the dialog and returns at once.
     void slotOpenWindowFileSelect();
     /// Takes over a name as the dialog gives it: absolute.

@@ -11,13 +11,6 @@ TWgtEditHexDec::TWgtEditHexDec(int value, QWidget* parent)
     connect(static_cast<TWgtEditDec*>(part(1)), &TWgtEditDec::valueChanged, this,
             &TWgtEditHexDec::slotChangedDec);
     connect(button(), &QPushButton::clicked, this, &TWgtEditHexDec::slotSetDefaultValue);
-    setDefaultValue(0);
-}
-
-QString TWgtEditHexDec::defaultText() const
-{
-    return QStringLiteral("Default: %1 [%2]")
-        .arg(part(0)->textOf(defaultValue()), part(1)->textOf(defaultValue()));
 }
 
 void TWgtEditHexDec::slotChangedHex(int value)
@@ -34,5 +27,5 @@ void TWgtEditHexDec::slotChangedDec(int value)
 
 void TWgtEditHexDec::slotSetDefaultValue()
 {
-    part(0)->setDefault();
+    enterDefault();
 }

@@ -17,7 +17,4 @@ public slots:
     void slotChangedHex(int value);
     void slotChangedDec(int value);
     void slotSetDefaultValue();
-
-private:
-    QString defaultText() const override;
 };

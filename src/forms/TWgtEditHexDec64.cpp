@@ -11,13 +11,6 @@ TWgtEditHexDec64::TWgtEditHexDec64(qlonglong value, QWidget* parent)
     connect(static_cast<TWgtEditDec64*>(part(1)), &TWgtEditDec64::valueChanged, this,
             &TWgtEditHexDec64::slotChangedDec);
     connect(button(), &QPushButton::clicked, this, &TWgtEditHexDec64::slotSetDefault);
-    setDefaultValue(0);
-}
-
-QString TWgtEditHexDec64::defaultText() const
-{
-    return QStringLiteral("Default: %1 [%2]")
-        .arg(part(0)->textOf(defaultValue()), part(1)->textOf(defaultValue()));
 }
 
 void TWgtEditHexDec64::slotChangedHex(qlonglong value)
@@ -34,5 +27,5 @@ void TWgtEditHexDec64::slotChangedDec(qlonglong value)
 
 void TWgtEditHexDec64::slotSetDefault()
 {
-    part(0)->setDefault();
+    enterDefault();
 }

@@ -17,7 +17,4 @@ public slots:
     void slotChangedHex(qlonglong value);
     void slotChangedDec(qlonglong value);
     void slotSetDefault();
-
-private:
-    QString defaultText() const override;
 };

@@ -218,7 +218,11 @@ void TestEdits::pairFollows()
     QCOMPARE(line(box, 0)->text(), QString("0x100000000"));
     QTest::mouseClick(box.button(), Qt::LeftButton);
     QTest::mouseClick(box.button(), Qt::LeftButton);
+    line(box, 1)->setFocus();
+    QTest::keyClicks(line(box, 1), "9"); // not entered yet
+    QTest::mouseClick(box.button(), Qt::LeftButton);
     QCOMPARE(line(box, 0)->text() + line(box, 1)->text(), QString("0xFF255"));
+    line(box, 1)->clearFocus();
     QCOMPARE(spy.size(), 3);
     box.setValue(3);
     QCOMPARE(spy.size(), 3);
