@@ -42,8 +42,6 @@ private slots:
     void shippedForms();
     void controls_data();
     void controls();
-    void shippedRegister_data();
-    void shippedRegister();
     void readOnly();
     void wholeValue();
     void chipCommands_data();
@@ -83,6 +81,59 @@ void type(QLineEdit* edit, const QString& text)
 TData last(const Changes& changes)
 {
     return changes.isEmpty() ? TData() : changes.last().first().value<TData>();
+}
+
+/// form | value | boxes and choice before | text of the box or button, or entry to choose | stored. The drawn
+/// form has bit 0, inverse bit 7, bits 1 and 2, inverse bits 1 and 2 again, and a list over bits 0 and 1.
+constexpr char controlRows[] = R"(
+drawn | 8000 | 0001 none | A | 8100
+drawn | 8000 | 0001 none | B | 0000
+drawn | 0100 | 1101 one | B | 8100
+drawn | 8200 | 0011 two | C | 8000
+drawn | 8000 | 0001 none | C | 8600
+drawn | 8600 | 0010 two | D | 8000
+drawn | 81 | 1001 one | A | 8000
+drawn | 81AA55 | 1001 one | A | 80AA
+drawn | 8300 | 1011  | A | 8200
+drawn | 8300 | 1011  | P | 1234
+drawn | 8300 | 1011  | one | 8100
+ATmega328P fuse | 62D9FF | - | CKDIV8 - clock divided by 8 at start | E2D9FF
+ATmega328P fuse | 62D9FF | - | SPIEN - serial programming possible | 62F9FF
+ATmega328P fuse | 62D9FF | - | 05 - 2.7 V | 62D9FD
+ATmega328P fuse | 000000 | - | Factory value | 62D9FF
+ATmega328P lock | FF | - | 02 - writing blocked | FE
+W25Q64JV status_reg | FF0260 | - | 111 - whole chip | FF0260
+W25Q64JV status_reg | 000260 | - | 111 - whole chip | 1C0260
+W25Q64JV status_reg | 000260 | - | QE - quad enable | 000060
+W25Q64JV status_reg | 000260 | - | BUSY - erase or write in progress | 000260
+)";
+
+/// The form of a chip's register, or the drawn one.
+TFormDevCfg* drawnForm(const QString& name, const QString& value)
+{
+    static const QString drawn{
+        "tabs+;tab+|Bits & more;grp+|Group;ckl|01|-|e|-|A|t;ckl|80|i|e|a|B|t;ckr|06|-|e|-|C|t;"
+        "ckl|06|i|e|-|D|t;grp-;tab-;tab+|Choice;cbl+|03|L;cbit|00|none;cbit|01|one;"
+        "cbit|02|first of two;cbit|02|two;cbl-;edr|00FF|ro|40|E;btn|1234|21|P|t;tab-;tabs-"};
+    if (name == "drawn")
+        return new TFormDevCfg(7, value, "FFFF", drawn.split(';'), true);
+    const QString chip = name.section(' ', 0, 0);
+    const QString reg = name.section(' ', 1);
+    appData().PathDevices = QStringLiteral(VM_DATA_DIR "/devices");
+    TData keys;
+    deviceList().factory(chip, deviceList().deviceFiles().value(chip), keys);
+    return new TFormDevCfg(7, value, keys.value(reg + "_def").toString(),
+                           keys.value(reg + "_cfg").toStringList(), true);
+}
+
+/// Clicks the tab that the widget stands on.
+void showTab(TFormDevCfg& form, const QWidget* widget)
+{
+    auto* tabs = form.findChild<QTabWidget*>();
+    for (int i = 0; tabs && i < tabs->count(); ++i) {
+        if (tabs->widget(i)->isAncestorOf(widget))
+            QTest::mouseClick(tabs->tabBar(), Qt::LeftButton, {}, tabs->tabBar()->tabRect(i).center());
+    }
 }
 
 /// The chip of the shipped list with its programmer and chip commands in a project.
@@ -244,130 +295,46 @@ void TestDeviceForms::shippedForms()
 
 void TestDeviceForms::controls_data()
 {
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<int>("box");
-    QTest::addColumn<QString>("checked"); // of the boxes before
-    QTest::addColumn<int>("choice");      // before
-    QTest::addColumn<QString>("stored");
-
-    // Boxes: bit 0, inverse bit 7, bits 1 and 2, inverse bits 1 and 2 again. A list over bits 0 and 1.
-    QTest::newRow("set a bit") << "8000" << 0 << "0001" << 0 << "8100";
-    QTest::newRow("clear an inverse bit") << "8000" << 1 << "0001" << 0 << "0000";
-    QTest::newRow("set an inverse bit") << "0100" << 1 << "1101" << 1 << "8100";
-    QTest::newRow("any bit reads, all are cleared") << "8200" << 2 << "0011" << 3 << "8000";
-    QTest::newRow("all are set") << "8000" << 2 << "0001" << 0 << "8600";
-    QTest::newRow("several on one bit") << "8600" << 3 << "0010" << 3 << "8000";
-    QTest::newRow("short value grows") << "81" << 0 << "1001" << 1 << "8000";
-    QTest::newRow("long value is cut") << "81AA55" << 0 << "1001" << 1 << "80AA";
-    QTest::newRow("no such choice") << "8300" << 0 << "1011" << -1 << "8200";
-    QTest::newRow("preset") << "8300" << 4 << "1011" << -1 << "1234";
-    QTest::newRow("choose") << "8300" << 5 << "1011" << -1 << "8100";
+    QTest::addColumn<QStringList>("row");
+    const QStringList rows = QString(controlRows).split('\n', Qt::SkipEmptyParts);
+    for (const QString& row : rows)
+        QTest::newRow(qPrintable(row)) << row.split(" | ");
 }
 
 void TestDeviceForms::controls()
 {
-    QFETCH(QString, value);
-    QFETCH(int, box);
-    static const QStringList items{"tabs+",
-                                   "tab+|Bits & more",
-                                   "grp+|Group",
-                                   "ckl|01|-|e|-|A|t",
-                                   "ckl|80|i|e|a|B|t",
-                                   "ckr|06|-|e|-|C|t",
-                                   "ckl|06|i|e|-|D|t",
-                                   "grp-",
-                                   "tab-",
-                                   "tab+|Choice",
-                                   "cbl+|03|L",
-                                   "cbit|00|none",
-                                   "cbit|01|one",
-                                   "cbit|02|first of two",
-                                   "cbit|02|two",
-                                   "cbl-",
-                                   "edr|00FF|ro|40|E",
-                                   "btn|1234|21|P|t",
-                                   "tab-",
-                                   "tabs-"};
-    TFormDevCfg form(7, value, "FFFF", items, true);
-    form.show();
-    Changes changes(&form, &TFormDevCfg::signalChangedCmdParam);
-    const QList<QCheckBox*> boxes = allOf<QCheckBox>(form);
-    auto* list = form.findChild<QComboBox*>();
-    QString checked;
-    for (const QCheckBox* one : boxes)
-        checked += one->isChecked() ? '1' : '0';
-    QTEST(checked, "checked");
-    QTEST(list->currentIndex(), "choice");
-    auto* tabs = form.findChild<QTabWidget*>();
-    QTest::mouseClick(tabs->tabBar(), Qt::LeftButton, {}, tabs->tabBar()->tabRect(box < 4 ? 0 : 1).center());
-    QCOMPARE(list->isVisible(), box >= 4);
-    if (box < 4) {
-        QTest::keyClick(boxes.at(box), Qt::Key_Space);
-    } else if (box == 4) {
-        for (QPushButton* button : allOf<QPushButton>(form)) {
-            if (button->text() == "P")
-                QTest::mouseClick(button, Qt::LeftButton);
-        }
-    } else {
-        QTest::keyClicks(list, "o");
+    QFETCH(QStringList, row);
+    const QString value = row.at(1);
+    const QString step = row.at(3);
+    const QString stored = row.at(4);
+    const std::unique_ptr<TFormDevCfg> form(drawnForm(row.at(0), value));
+    form->show();
+    Changes changes(form.get(), &TFormDevCfg::signalChangedCmdParam);
+    if (row.at(0) == "drawn") {
+        QString shown;
+        for (const QCheckBox* box : allOf<QCheckBox>(*form))
+            shown += box->isChecked() ? '1' : '0';
+        QCOMPARE(shown + ' ' + form->findChild<QComboBox*>()->currentText(), row.at(2));
     }
-    QFETCH(QString, stored);
-    QCOMPARE(last(changes), (TData{{key::id_cmd, 7}, {key::data, stored}}));
-    QCOMPARE(changes.size(), 1);
-    QCOMPARE(line(form, 0)->text(), stored);
-    QCOMPARE(line(form, 1)->text(), stored.right(2));
-}
-
-void TestDeviceForms::shippedRegister_data()
-{
-    QTest::addColumn<QString>("chip");
-    QTest::addColumn<QString>("reg");
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<QString>("step"); // the text of a box or button, or of an entry to choose
-    QTest::addColumn<QString>("stored");
-
-    const auto row = [](const char* chip, const char* reg, const char* value, const char* step,
-                        const char* stored) {
-        QTest::addRow("%s %s %s", chip, reg, step) << chip << reg << value << step << stored;
-    };
-    row("ATmega328P", "fuse", "62D9FF", "CKDIV8 - clock divided by 8 at start", "E2D9FF");
-    row("ATmega328P", "fuse", "62D9FF", "SPIEN - serial programming possible", "62F9FF");
-    row("ATmega328P", "fuse", "62D9FF", "05 - 2.7 V", "62D9FD");
-    row("ATmega328P", "fuse", "000000", "Factory value", "62D9FF");
-    row("ATmega328P", "lock", "FF", "02 - writing blocked", "FE");
-    row("W25Q64JV", "status_reg", "FF0260", "111 - whole chip", ""); // is chosen already
-    row("W25Q64JV", "status_reg", "000260", "111 - whole chip", "1C0260");
-    row("W25Q64JV", "status_reg", "000260", "QE - quad enable", "000060");
-    row("W25Q64JV", "status_reg", "000260", "BUSY - erase or write in progress", ""); // not to be changed
-}
-
-void TestDeviceForms::shippedRegister()
-{
-    QFETCH(QString, chip);
-    QFETCH(QString, reg);
-    QFETCH(QString, value);
-    QFETCH(QString, step);
-    QFETCH(QString, stored);
-    appData().PathDevices = QStringLiteral(VM_DATA_DIR "/devices");
-    TData keys;
-    QVERIFY(deviceList().factory(chip, deviceList().deviceFiles().value(chip), keys));
-    TFormDevCfg form(7, value, keys.value(reg + "_def").toString(), keys.value(reg + "_cfg").toStringList(),
-                     true);
-    form.show();
-    Changes changes(&form, &TFormDevCfg::signalChangedCmdParam);
-    for (QAbstractButton* button : allOf<QAbstractButton>(form)) {
-        if (button->text() == step)
-            QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(6, button->height() / 2));
+    for (QAbstractButton* button : allOf<QAbstractButton>(*form)) {
+        if (button->text() != step)
+            continue;
+        showTab(*form, button);
+        const int x = button->layoutDirection() == Qt::LeftToRight ? 6 : button->width() - 6;
+        QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(x, button->height() / 2));
+        QCOMPARE(changes.size(), stored == value ? 0 : 1);
     }
-    for (QComboBox* box : allOf<QComboBox>(form)) {
+    for (QComboBox* box : allOf<QComboBox>(*form)) {
         const int wanted = box->findText(step);
+        showTab(*form, box);
         while (wanted >= 0 && box->currentIndex() != wanted)
             QTest::keyClick(box, box->currentIndex() < wanted ? Qt::Key_Down : Qt::Key_Up);
     }
-    QCOMPARE(changes.isEmpty(), stored.isEmpty());
-    if (!stored.isEmpty())
-        QCOMPARE(last(changes), (TData{{key::id_cmd, 7}, {key::data, stored}}));
-    QCOMPARE(line(form, 0)->text(), stored.isEmpty() ? value : stored);
+    QCOMPARE(changes.isEmpty(), stored == value);
+    QCOMPARE(last(changes), stored == value ? TData() : (TData{{key::id_cmd, 7}, {key::data, stored}}));
+    QCOMPARE(line(*form, 0)->text(), stored);
+    if (row.at(0) == "drawn")
+        QCOMPARE(line(*form, 1)->text(), stored.right(2));
 }
 
 /// What is only read can be looked at and copied, whatever is done with it.
@@ -602,7 +569,7 @@ void TestDeviceForms::randomForms()
             QStringList parts{pick(tags)};
             for (int n = random.bounded(10) == 0 ? random.bounded(8) : (parts[0] == "btn" ? 4 : 6); n > 0;
                  --n)
-                parts << pick(fields);
+                parts << (random.bounded(5) == 0 ? QString::number(random.generate64(), 16) : pick(fields));
             // Mostly whole forms: a line that would end the form is left away.
             items << parts.join('|');
             if (random.bounded(20) != 0 && !parseFormItems(items).isGood)

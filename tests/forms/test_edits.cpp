@@ -42,7 +42,7 @@ void show(QWidget& widget)
 }
 
 /// Types text over what stands in the line, then leaves it. A '^', 'v' or '*' is the key, '>' goes to the
-/// end.
+/// end, '!' is Return.
 void enter(QLineEdit* line, const QString& text)
 {
     line->setFocus();
@@ -65,22 +65,6 @@ void enter(QLineEdit* line, const QString& text)
 QLineEdit* line(QWidget& widget, int i)
 {
     return widget.findChildren<QLineEdit*>().at(i);
-}
-
-/// What the box reports, which shows the stored text and has its range and default, when text is entered.
-template <typename Box, typename T>
-QVariantList typed(Box& box, T min, T max, int field, const QString& stored, const QString& text)
-{
-    box.setRange(min, max);
-    box.setDefaultValue(T(7));
-    box.setStored(stored);
-    show(box);
-    QSignalSpy spy(&box, &Box::valueChanged);
-    enter(line(box, field), text);
-    QVariantList values;
-    for (const QList<QVariant>& one : spy)
-        values << one.first();
-    return values;
 }
 
 } // namespace
@@ -119,23 +103,19 @@ void TestEdits::number_data()
         row(one.kind, "999999", {100}, one.most);
         row(one.kind, "100^", {100}, one.most);
     }
-    row("dec", "60", {60}, "60");
     row("dec", "50", {}, "50");
     row("dec", "0050", {}, "50");
     row("dec", "101!", {100}, "100");
     row("dec", "99999999999999999999", {100}, "100");
     row("dec", "-99999999999999999999", {5}, "5");
     row("dec", "1a2", {12}, "12");
-    row("dec", "^^", {51, 52}, "52");
     row("dec", "5v", {5}, "5");
     row("hex", "0x3C", {60}, "0x3C");
     row("hex", "ff", {100}, "0x64");
-    row("hex", "1F", {31}, "0x1F");
     row("hex", "FFFFFFFFFFFFFFFFF", {100}, "0x64");
     row("hex64", "FFFFFFFFFFFFFFFF", {100}, "0x64");
     row("double", "3.3", {5.0}, "5.0");
     row("double", "33.35", {33.3}, "33.3");
-    row("double", "50.0", {}, "50.0");
     row("double", "33,3", {33.3}, "33.3"); // never 333
     // The sizes lie between 5 and 100, the sign is free.
     row("dec2", "-60", {-60}, "-60");
@@ -172,13 +152,18 @@ void TestEdits::number()
     QLocale::setDefault(QLocale::German);
     QVariantList reported;
     QString now;
-    bool isFaulty = false;
-    QVariant kept;
+    QString kept;
     const auto work = [&](auto& box, auto min, auto max, int field) {
-        reported = typed(box, min, max, field, stored, text);
+        box.setRange(min, max);
+        box.setDefaultValue(7);
+        box.setStored(stored);
+        show(box);
+        QSignalSpy spy(&box, &std::decay_t<decltype(box)>::valueChanged);
+        enter(line(box, field), text);
+        for (const QList<QVariant>& one : spy)
+            reported << one.first();
         now = line(box, field)->text();
-        isFaulty = !box.fits();
-        kept = box.stored();
+        kept = box.fits() ? QString() : box.stored().toString();
     };
     TWgtEditDecDef dec(50);
     TWgtEditDec2Def dec2(50);
@@ -197,9 +182,7 @@ void TestEdits::number()
         work(wide, qlonglong(5), qlonglong(100), kind == "hex64" ? 0 : 1);
     QTEST(reported, "reported");
     QCOMPARE(now, shown);
-    QCOMPARE(isFaulty, now == stored && stored != "50");
-    if (isFaulty)
-        QCOMPARE(kept.toString(), stored);
+    QCOMPARE(kept, now == stored && stored != "50" ? stored : QString());
 }
 
 void TestEdits::pairFollows()
@@ -236,8 +219,7 @@ void TestEdits::leavesAloneWhatDoesNotFit()
     QCOMPARE(box.maximum(), 10);
     const QColor good = TWgtEditDecDef(0).palette().color(QPalette::Base);
     show(box);
-    line(box, 0)->setFocus();
-    line(box, 0)->clearFocus();
+    enter(line(box, 0), "500");
     QCOMPARE(box.value(), 500);
     QVERIFY(line(box, 0)->palette().color(QPalette::Base) != good);
     QCOMPARE(spy.size(), 0);
