@@ -22,10 +22,16 @@ enum Text { textAddr = 373, textBytes = 374, textResult = 375 };
 
 constexpr int bytesInLine = 8;
 
-QString withoutBlanks(QString text)
+/// The digits of a text; a stored one may hold white space of any kind.
+QString withoutBlanks(const QString& text)
 {
-    text.remove(QLatin1Char(' '));
-    return text.toUpper();
+    QString digits;
+    digits.reserve(text.size());
+    for (const QChar c : text) {
+        if (!c.isSpace())
+            digits.append(c.toUpper());
+    }
+    return digits;
 }
 
 /// Digits in pairs, so that a person can count the bytes.
