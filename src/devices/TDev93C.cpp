@@ -31,6 +31,15 @@ TDev93C::TDev93C(const QString& name, const TData& description)
 {
 }
 
+TFormSpec TDev93C::formSpec(const TData& data) const
+{
+    TFormSpec spec = TFamilyDevice::formSpec(data);
+    const TCommandRow* command = row(data);
+    if (command && (command->key == cmd::lock || command->key == cmd::unlock))
+        spec.kind = TFormSpec::Kind::Empty;
+    return spec;
+}
+
 QByteArray TDev93C::deviceParamBlock(const TData& data) const
 {
     return IDevice::deviceParamBlock(data);

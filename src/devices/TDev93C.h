@@ -10,6 +10,7 @@ class TDev93C : public TFamilyDevice
 public:
     TDev93C(const QString& name, const TData& description);
 
+    TFormSpec formSpec(const TData& data) const override;
     /// Empty: the family selects no chip by the programmer's opcode 0x84.
     QByteArray deviceParamBlock(const TData& data) const override;
     IDeviceExec* createExec(const TData& data) const override;

@@ -9,8 +9,9 @@
 /// The command's own parameters stand in its data.
 struct TFormSpec
 {
-    enum class Kind { None, Clock, Blocks, Char, Data, File, Leave, Items };
+    enum class Kind { None, Empty, Clock, Blocks, Char, Data, File, Leave, Items };
 
+    /// None: the command has no form at all. Empty: it has one that shows nothing.
     Kind kind = Kind::None;
     /// Char, Data, File: the memory. Blocks: the whole chip.
     TRegion region;

@@ -8,6 +8,7 @@
 #include "devices/TFamilyDevice.h"
 #include "forms/TDev24CDevParam.h"
 #include "forms/TFormDevCfg.h"
+#include "forms/TFormDevEmpty.h"
 #include "forms/TFormDevEraseBlocks.h"
 #include "forms/TFormDevLeave.h"
 #include "forms/TFormDevRWVChar.h"
@@ -97,6 +98,8 @@ QWidget* createFamilyForm(const IDevice& device, const TData& data)
     switch (spec.kind) {
     case TFormSpec::Kind::None:
         break;
+    case TFormSpec::Kind::Empty:
+        return new TFormDevEmpty(data);
     case TFormSpec::Kind::Clock:
         return formClk(data, device);
     case TFormSpec::Kind::Blocks:

@@ -1,0 +1,6 @@
+#include "forms/TFormDevEmpty.h"
+
+TFormDevEmpty::TFormDevEmpty(const TData& params)
+    : TFormCommand(params, {})
+{
+}
