@@ -2,11 +2,8 @@
 
 #include "forms/TFormCommand.h"
 
-#include <QVector>
-
 class QCheckBox;
-class QFormLayout;
-class TComboBox;
+class TPinStates;
 class TWgtEditDecDef;
 
 /// What becomes of the pins when the programmer leaves the chip, and of a chip with a reset line the
@@ -31,22 +28,14 @@ public:
                   const QStringList& texts, const Pulse* pulse);
 
 public slots:
-    void slotSetStateAll();
     void slotChangedReset();
     void slotChangedState();
 
 private:
     void showParams() override;
     void addPulse(const Pulse& pulse);
-    QWidget* pinRows(const QStringList& pins);
-    QWidget* buttons();
-    void showState();
-    void send();
 
-    const QStringList m_texts;
-    const int m_pins;
-    QString m_state;
     QCheckBox* m_reset = nullptr;
     TWgtEditDecDef* m_duration = nullptr;
-    QVector<TComboBox*> m_boxes;
+    TPinStates* m_pins;
 };

@@ -38,7 +38,7 @@ QWidget* setIo(const TData& data, const TDataCmd& command, const TProg& prog)
 {
     const IDevice* family = command.family();
     return new TFormProgSetIO(data, prog.pinList(family ? family->section() : QString(), true),
-                              prog.pinLetters(), prog.pinTexts(), monoFont());
+                              prog.pinTexts(), monoFont());
 }
 
 QWidget* setFreq(const TData& data, const TDataCmd&, const TProg& prog)
