@@ -7,6 +7,7 @@
 #include "core/keys.h"
 #include "forms/TComboBox.h"
 #include "forms/TWgtDeviceView.h"
+#include "forms/align_labels.h"
 #include "forms/name_line.h"
 #include "link/AutoList.h"
 
@@ -83,7 +84,7 @@ TFormProgAutoDetect::~TFormProgAutoDetect()
 
 QComboBox* TFormProgAutoDetect::modeBox(const QStringList& texts)
 {
-    auto* box = new TComboBox(this);
+    auto* box = new TComboBox;
     box->addItems(texts);
     return box;
 }
@@ -171,6 +172,7 @@ void TFormProgAutoDetect::showParams()
     m_exist->setCurrentIndex(intParam(key::stop) != 0 ? 1 : 0);
     showRoutes();
     m_view->showDevice(command);
+    alignLabels(this);
 }
 
 void TFormProgAutoDetect::showRoutes()

@@ -7,6 +7,7 @@
 #include "devices/TDeviceList.h"
 #include "forms/IFormHost.h"
 #include "forms/TWgtDeviceView.h"
+#include "forms/align_labels.h"
 #include "forms/name_line.h"
 
 #include <QFormLayout>
@@ -20,7 +21,6 @@ constexpr int ruleLength = 50;
 
 TFormProgSetDevice::TFormProgSetDevice(const TData& params)
     : TFormCommand(params, {key::device, key::file})
-    , m_view(new TWgtDeviceView(langText(366), langText(367), ruleLength, this))
 {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -29,6 +29,7 @@ TFormProgSetDevice::TFormProgSetDevice(const TData& params)
     const TNameLine line = addNameLine(rows, langText(362), langText(363));
     m_name = line.edit;
     layout->addLayout(rows);
+    m_view = new TWgtDeviceView(langText(366), langText(367), ruleLength, this);
     layout->addWidget(m_view, 1);
     TFormProgSetDevice::showParams();
     connect(line.button, &QPushButton::clicked, this, &TFormProgSetDevice::slotBtnSelectDevice);
@@ -40,6 +41,7 @@ void TFormProgSetDevice::showParams()
     const TDataCmd* command = project().cmdById(idCmd());
     showName(m_name, textParam(key::device), command && command->family());
     m_view->showDevice(command);
+    alignLabels(this);
 }
 
 void TFormProgSetDevice::slotBtnSelectDevice()

@@ -26,17 +26,14 @@ constexpr int stateLetters = 12; // of a text, to be seen
 TPinStates::TPinStates(const QStringList& pins, const QStringList& texts, const QFont& font, Buttons place)
     : m_texts(texts)
 {
-    auto* area = new QScrollArea;
-    area->setFrameShape(QFrame::NoFrame);
-    area->setWidgetResizable(true);
-    area->setMinimumHeight(leastHeight);
-    area->setFocusPolicy(Qt::NoFocus);
-    area->setWidget(pinRows(pins, font));
+    QWidget* rows = pinRows(pins, font);
     auto* layout = new QBoxLayout(place == Below ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight, this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(spacing);
-    layout->addWidget(area, 1);
+    layout->addWidget(place == Below ? rows : scrolled(rows), place == Below ? 0 : 1);
     layout->addLayout(buttons(font, place));
+    if (place == Below)
+        layout->addStretch(1);
     setState(QString());
 }
 
@@ -60,24 +57,38 @@ QWidget* TPinStates::pinRows(const QStringList& pins, const QFont& font)
     return page;
 }
 
+QWidget* TPinStates::scrolled(QWidget* rows)
+{
+    auto* area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setMinimumHeight(leastHeight);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidget(rows);
+    return area;
+}
+
 QGridLayout* TPinStates::buttons(const QFont& font, Buttons place)
 {
     auto* grid = new QGridLayout;
     grid->setSpacing(spacing);
     const int columns = place == Below ? buttonsInRow : 1;
     int count = 0;
+    int width = 0;
     for (const QString& text : m_texts) {
         const QString letter = text.left(1);
         auto* button = new QPushButton(QStringLiteral("All '%1'").arg(literalLabel(letter)));
         button->setFont(font);
         button->setToolTip(text);
         button->setProperty(letterProperty, letter);
-        if (place == Beside)
-            button->setFixedWidth(button->fontMetrics().horizontalAdvance(button->text()) + buttonMargin);
+        width = qMax(width, button->fontMetrics().horizontalAdvance(button->text()) + buttonMargin);
         grid->addWidget(button, count / columns, count % columns);
         ++count;
         connect(button, &QPushButton::clicked, this, &TPinStates::slotSetStateAll);
     }
+    // The style's own width would make the form wider than its page.
+    for (int i = 0; i < count; ++i)
+        grid->itemAt(i)->widget()->setMinimumWidth(width);
     if (place == Beside)
         grid->setRowStretch(count, 1);
     return grid;

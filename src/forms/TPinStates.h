@@ -13,7 +13,8 @@ class TPinStates : public QWidget
     Q_OBJECT
 
 public:
-    /// Where the buttons stand: in rows under the pins, or in a column beside them.
+    /// Where the buttons stand: in rows under the pins, or in a column beside them, past which the pins
+    /// scroll.
     enum Buttons { Below, Beside };
 
     /// pins: a label for each letter of the state. texts: the states on offer, each beginning with its
@@ -35,6 +36,7 @@ private slots:
 
 private:
     QWidget* pinRows(const QStringList& pins, const QFont& font);
+    static QWidget* scrolled(QWidget* rows);
     QGridLayout* buttons(const QFont& font, Buttons place);
 
     const QStringList m_texts;

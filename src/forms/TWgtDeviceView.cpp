@@ -30,6 +30,26 @@ QString pinLines(const IDevice& device, const TProg* prog, int rule)
     return lines.join(QLatin1Char('\n'));
 }
 
+/// What Tab goes through in a form, in this order.
+QList<QWidget*> focusChain(QWidget* form)
+{
+    QList<QWidget*> chain;
+    for (QWidget* w = form->nextInFocusChain(); w != form; w = w->nextInFocusChain()) {
+        if (form->isAncestorOf(w) && !w->focusProxy() && (w->focusPolicy() & Qt::TabFocus) != 0)
+            chain << w;
+    }
+    return chain;
+}
+
+/// Where Shift+Tab leads from a field.
+QWidget* stopBefore(QWidget* field)
+{
+    do
+        field = field->previousInFocusChain();
+    while ((field->focusPolicy() & Qt::TabFocus) == 0);
+    return field;
+}
+
 } // namespace
 
 TWgtDeviceView::TWgtDeviceView(const QString& infoLabel, const QString& pinsLabel, int rule, QWidget* parent)
@@ -81,6 +101,11 @@ void TWgtDeviceView::showFamilyForm(const TDataCmd* command)
         m_form = family->createDeviceForm(command->toData());
     if (!m_form)
         return;
+    // The page scrolls, not the form in it.
+    m_form->setMinimumHeight(m_form->sizeHint().height());
     m_layout->insertWidget(0, m_form);
+    // It was made after the panes that it stands above.
+    for (QWidget* field : focusChain(m_form))
+        setTabOrder(stopBefore(m_info), field);
     connect(m_form, SIGNAL(signalChangedCmdParam(TData)), this, SIGNAL(signalChangedCmdParam(TData)));
 }
