@@ -24,8 +24,17 @@ public:
     FormBench();
     ~FormBench() override;
 
-    /// Adds the command and shows its form as a window.
+    /// Puts a programmer and a chip of the shipped list before the next command.
+    void addShippedChip(const QString& chip);
+    /// Adds the command and shows its form as a window. Nothing is reported or changed by that.
     void open(const QString& word, const TData& params);
+    /// The same from "word key=value key=value"; "~" stands for a blank.
+    void open(const QString& command);
+    /// One thing that a user does, by the kind and the place of what it is done with:
+    /// "type 0 text" over what stands in an edit; "leave 0", look into it and go; "keys 0 Up Down *"; "choose
+    /// 0 text" in a box, by keys; "check 0" and "press 0", a check box and a button, by mouse. A button's text
+    /// has got a "&", as some styles put it there.
+    void act(const QString& step);
     template <typename T> T* part(int i = 0) const { return m_form->findChildren<T*>().value(i); }
     QWidget* form() const { return m_form.get(); }
     /// What was reported since the last call, but for id_cmd, each as "key=value key=value" in the order
@@ -33,6 +42,11 @@ public:
     QStringList reports();
     /// The same for what is stored.
     QString stored(const QStringList& keys) const;
+    /// The text of the command's row.
+    QString rowText() const;
+    /// Closes the form, saves the project and opens it again; the command is the last of the first
+    /// configuration.
+    void reopen();
 
     int idCmd = -1;
     QString chosen;         ///< answer to the choice of a chip or family
