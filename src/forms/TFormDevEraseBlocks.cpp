@@ -15,14 +15,13 @@ TFormDevEraseBlocks::TFormDevEraseBlocks(const TData& params, const QList<int>& 
     , m_sizes(sizes)
     , m_total(total)
     , m_size(new TComboBox(this))
-    , m_begin(new TWgtEditDecDef(intParam(key::begin)))
-    , m_count(new TWgtEditDecDef(intParam(key::count)))
+    , m_begin(new TWgtEditDecDef(0))
+    , m_count(new TWgtEditDecDef(0))
 {
     m_size->setMaxVisibleItems(10);
     for (const int size : m_sizes)
         m_size->addItem(textSize(size), textSize(size));
-    selectSize();
-    setRanges();
+    TFormDevEraseBlocks::showParams();
     QFormLayout* rows = formRows(this);
     rows->addRow(QStringLiteral("Размер блока:"), m_size);
     rows->addRow(QStringLiteral("Начальный блок:"), m_begin);
@@ -69,15 +68,15 @@ void TFormDevEraseBlocks::send()
     if (size <= 0)
         return;
     setParam(key::size, size);
-    setParam(key::begin, m_begin->value());
-    setParam(key::count, m_count->value());
+    setParam(key::begin, m_begin->stored());
+    setParam(key::count, m_count->stored());
     report();
 }
 
 void TFormDevEraseBlocks::showParams()
 {
     selectSize();
-    showIn(m_begin, intParam(key::begin));
-    showIn(m_count, intParam(key::count));
+    showStored(m_begin, key::begin);
+    showStored(m_count, key::count);
     setRanges();
 }

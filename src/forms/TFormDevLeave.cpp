@@ -48,11 +48,12 @@ void TFormDevLeave::addPulse(const Pulse& pulse)
     const int usual = pulse.isPositive ? qAbs(pulse.usual) : -qAbs(pulse.usual);
     m_reset = new QCheckBox(QStringLiteral("Reset, ms:"));
     m_reset->setChecked(param(key::reset).toBool());
-    m_duration = new TWgtEditDecDef(intParam(key::duration));
+    m_duration = new TWgtEditDecDef(0);
     m_duration->setRange(low, high);
     m_duration->setRangeText(QStringLiteral("%1..%2 ms").arg(QString::number(low), QString::number(high)));
     m_duration->setDefaultValue(usual);
     m_duration->setDefaultText(QStringLiteral("Default: %1 ms").arg(usual));
+    showStored(m_duration, key::duration);
     m_duration->setEnabled(m_reset->isChecked());
     auto* row = new QHBoxLayout;
     row->addWidget(m_reset);
@@ -76,7 +77,7 @@ void TFormDevLeave::slotChangedState()
     setParam(key::state, m_pins->state());
     if (m_reset) {
         setParam(key::reset, m_reset->isChecked());
-        setParam(key::duration, m_duration->value());
+        setParam(key::duration, m_duration->stored());
     }
     report();
 }
@@ -89,5 +90,5 @@ void TFormDevLeave::showParams()
     const QSignalBlocker blocker(m_reset);
     m_reset->setChecked(param(key::reset).toBool());
     m_duration->setEnabled(m_reset->isChecked());
-    showIn(m_duration, intParam(key::duration));
+    showStored(m_duration, key::duration);
 }

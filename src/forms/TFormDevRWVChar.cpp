@@ -13,15 +13,16 @@ enum Text { textAddr = 370, textCount = 371, textFill = 372 };
 
 TFormDevRWVChar::TFormDevRWVChar(const TData& params)
     : TFormCommand(params, {key::addr_device, key::count, key::fill_char})
-    , m_addr(new TWgtEditHexDec64(param(key::addr_device).toLongLong()))
-    , m_count(new TWgtEditHexDec64(param(key::count).toLongLong()))
-    , m_fill(new TWgtEditHexDec64(param(key::fill_char).toLongLong()))
+    , m_addr(new TWgtEditHexDec64(0))
+    , m_count(new TWgtEditHexDec64(0))
+    , m_fill(new TWgtEditHexDec64(0))
 {
     QFormLayout* rows = formRows(this);
     rows->addRow(langText(textAddr), m_addr);
     rows->addRow(langText(textCount), m_count);
     rows->addRow(langText(textFill), m_fill);
     m_fill->setRange(0, 255);
+    TFormDevRWVChar::showParams();
     connect(m_addr, &TWgtEditHexDec64::valueChanged, this, &TFormDevRWVChar::changedAddr);
     connect(m_count, &TWgtEditHexDec64::valueChanged, this, &TFormDevRWVChar::slotChanged);
     connect(m_fill, &TWgtEditHexDec64::valueChanged, this, &TFormDevRWVChar::slotChanged);
@@ -50,16 +51,16 @@ void TFormDevRWVChar::changedAddr()
 
 void TFormDevRWVChar::slotChanged()
 {
-    setParam(key::addr_device, m_addr->value());
-    setParam(key::count, m_count->value());
-    setParam(key::fill_char, m_fill->value());
+    setParam(key::addr_device, m_addr->stored());
+    setParam(key::count, m_count->stored());
+    setParam(key::fill_char, m_fill->stored());
     report();
 }
 
 void TFormDevRWVChar::showParams()
 {
-    showIn(m_addr, param(key::addr_device).toLongLong());
+    showStored(m_addr, key::addr_device);
     setCountRange(m_count, m_region, m_addr->value());
-    showIn(m_count, param(key::count).toLongLong());
-    showIn(m_fill, param(key::fill_char).toLongLong());
+    showStored(m_count, key::count);
+    showStored(m_fill, key::fill_char);
 }

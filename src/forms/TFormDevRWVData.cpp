@@ -66,7 +66,7 @@ QString dump(qint64 addr, const QString& digits)
 
 TFormDevRWVData::TFormDevRWVData(const TData& params)
     : TFormCommand(params, {key::addr_device, key::data})
-    , m_addr(new TWgtEditHexDec64(param(key::addr_device).toLongLong()))
+    , m_addr(new TWgtEditHexDec64(0))
     , m_bytes(new TWgtEditStrHex(QString()))
 {
     const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
@@ -83,8 +83,7 @@ TFormDevRWVData::TFormDevRWVData(const TData& params)
         m_result->setFont(fixed);
         rows->addRow(langText(textResult), m_result);
     }
-    showBytes();
-    showResult();
+    TFormDevRWVData::showParams();
     connect(m_addr, &TWgtEditHexDec64::valueChanged, this, &TFormDevRWVData::slotChanged);
     connect(m_bytes->lineEdit(), &QLineEdit::textChanged, this, &TFormDevRWVData::slotEditing);
     connect(m_bytes, &TWgtEditStrHex::valueChanged, this, &TFormDevRWVData::editingFinished);
@@ -125,7 +124,7 @@ void TFormDevRWVData::editingFinished()
 
 void TFormDevRWVData::slotChanged()
 {
-    setParam(key::addr_device, m_addr->value());
+    setParam(key::addr_device, m_addr->stored());
     slotEditing();
     showResult();
     report();
@@ -146,7 +145,7 @@ void TFormDevRWVData::showResult()
 
 void TFormDevRWVData::showParams()
 {
-    showIn(m_addr, param(key::addr_device).toLongLong());
+    showStored(m_addr, key::addr_device);
     if (!m_bytes->isEditing())
         showBytes();
     showResult();

@@ -45,9 +45,9 @@ TFormDevRWVFile::TFormDevRWVFile(const TData& params)
     : TFormCommand(params, {key::file, key::format, key::addr_file, key::addr_device, key::count})
     , m_file(new TWgtEditFileName(textParam(key::file)))
     , m_format(new TComboBox)
-    , m_addrFile(new TWgtEditHexDec64(param(key::addr_file).toLongLong()))
-    , m_addrDevice(new TWgtEditHexDec64(param(key::addr_device).toLongLong()))
-    , m_count(new TWgtEditHexDec64(param(key::count).toLongLong()))
+    , m_addrFile(new TWgtEditHexDec64(0))
+    , m_addrDevice(new TWgtEditHexDec64(0))
+    , m_count(new TWgtEditHexDec64(0))
 {
     const bool isRead = params.value(key::cmd).toString().contains(QLatin1String("read"));
     m_file->setPurpose(isRead ? TWgtEditFileName::Save : TWgtEditFileName::Open);
@@ -55,9 +55,8 @@ TFormDevRWVFile::TFormDevRWVFile(const TData& params)
     m_file->setTitle(langText(labelTitle));
     m_file->setButtonTip(langText(labelBrowse));
     m_format->addItems(TFormat::formatList());
-    m_format->setCurrentIndex(m_format->findText(textParam(key::format), Qt::MatchFixedString));
     addRows();
-    showFileRange();
+    TFormDevRWVFile::showParams();
     connect(m_file, &TWgtEditFileName::signalChanged, this, &TFormDevRWVFile::slotChanged);
     connect(m_format, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &TFormDevRWVFile::changedFormat);
@@ -115,9 +114,9 @@ void TFormDevRWVFile::slotChanged()
     setParam(key::file, m_file->value());
     if (m_format->currentIndex() >= 0)
         setParam(key::format, m_format->currentText());
-    setParam(key::addr_file, m_addrFile->value());
-    setParam(key::addr_device, m_addrDevice->value());
-    setParam(key::count, m_count->value());
+    setParam(key::addr_file, m_addrFile->stored());
+    setParam(key::addr_device, m_addrDevice->stored());
+    setParam(key::count, m_count->stored());
     report();
 }
 
@@ -129,8 +128,8 @@ void TFormDevRWVFile::showParams()
     m_format->setCurrentIndex(m_format->findText(textParam(key::format), Qt::MatchFixedString));
     m_format->slotChanged();
     showFileRange();
-    showIn(m_addrFile, param(key::addr_file).toLongLong());
-    showIn(m_addrDevice, param(key::addr_device).toLongLong());
+    showStored(m_addrFile, key::addr_file);
+    showStored(m_addrDevice, key::addr_device);
     setCountRange(m_count, m_region, m_addrDevice->value());
-    showIn(m_count, param(key::count).toLongLong());
+    showStored(m_count, key::count);
 }

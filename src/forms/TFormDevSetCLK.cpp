@@ -16,16 +16,16 @@ enum Text { textList = 381, textEdit = 382 };
 TFormDevSetCLK::TFormDevSetCLK(const TData& params, const QVector<int>& list, int min, int max)
     : TFormCommand(params, {key::clk})
     , m_box(new TComboBox(this))
-    , m_edit(new TWgtEditDecDef(intParam(key::clk), this))
+    , m_edit(new TWgtEditDecDef(0, this))
     , m_hasList(!list.isEmpty())
 {
     for (const int clk : list)
         m_box->addItem(textFreq(clk), clk);
-    m_box->setCurrentIndex(m_box->findData(intParam(key::clk)));
     m_box->setToolTip(QStringLiteral("%1..%2").arg(textFreq(min), textFreq(max)));
     m_edit->setRange(min, max);
     m_edit->setRangeText(QStringLiteral("%1..%2 Hz").arg(QString::number(min), QString::number(max)));
     m_edit->setDefaultValue(intParam(key::clk));
+    TFormDevSetCLK::showParams();
     QFormLayout* rows = formRows(this);
     if (m_hasList)
         rows->addRow(langText(textList), m_box);
@@ -50,5 +50,5 @@ void TFormDevSetCLK::showParams()
     const QSignalBlocker blocker(m_box);
     m_box->setCurrentIndex(m_box->findData(intParam(key::clk)));
     m_box->slotChanged();
-    showIn(m_edit, intParam(key::clk));
+    showStored(m_edit, key::clk);
 }

@@ -20,7 +20,7 @@ TFormProgReset::TFormProgReset(const TData& params, int min, int max, int defaul
 
 void TFormProgReset::showParams()
 {
-    showIn(m_edit, intParam(key::duration));
+    showStored(m_edit, key::duration);
 }
 
 void TFormProgReset::slotChanged()

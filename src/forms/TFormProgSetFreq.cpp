@@ -85,7 +85,7 @@ void TFormProgSetFreq::showParams()
 {
     for (const TRow& row : qAsConst(m_rows)) {
         if (row.edit) {
-            showIn(row.edit, intParam(row.key));
+            showStored(row.edit, row.key);
             continue;
         }
         const QSignalBlocker blocker(row.box);

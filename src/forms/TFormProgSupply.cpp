@@ -73,7 +73,7 @@ void TFormProgSupply::addProtection(QFormLayout* layout)
 void TFormProgSupply::showParams()
 {
     for (const auto& edit : qAsConst(m_edits))
-        showIn(edit.second, param(edit.first).toDouble());
+        showStored(edit.second, edit.first);
     if (!m_protection)
         return;
     const QSignalBlocker blocker(m_protection);

@@ -103,9 +103,9 @@ void TFormToolsCalcCRC::showParams()
     showText(m_format, key::format);
     if (m_file->value() != textParam(key::file))
         m_file->setValue(textParam(key::file));
-    showIn(m_addr, param(key::addr).toLongLong());
-    showIn(m_count, param(key::count).toLongLong());
-    showIn(m_fill, intParam(key::fill));
+    showStored(m_addr, key::addr);
+    showStored(m_count, key::count);
+    showStored(m_fill, key::fill);
 }
 
 /// The word of a format may have been written in small letters; names of checksums differ by case.

@@ -39,9 +39,9 @@ TFormToolsCounter::TFormToolsCounter(const TData& params)
 
 void TFormToolsCounter::showParams()
 {
-    showIn(m_value, intParam(key::value));
-    showIn(m_limit, intParam(key::limit));
-    showIn(m_delta, intParam(key::delta));
+    showStored(m_value, key::value);
+    showStored(m_limit, key::limit);
+    showStored(m_delta, key::delta);
 }
 
 void TFormToolsCounter::slotChanged()

@@ -28,7 +28,7 @@ TFormToolsDelay::TFormToolsDelay(const TData& params)
 
 void TFormToolsDelay::showParams()
 {
-    showIn(m_edit, intParam(key::value));
+    showStored(m_edit, key::value);
 }
 
 void TFormToolsDelay::slotChanged()

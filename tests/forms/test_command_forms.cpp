@@ -43,6 +43,8 @@ constexpr char editRows[] = R"(
 - | counter value=3 limit=10 delta=-1 | leave 0; keys 1 Up; type 0 99999999999; keys 2 Down * | delta=-1 limit=11 value=3; delta=-1 limit=11 value=2147483647; delta=-2 limit=11 value=2147483647; delta=1 limit=11 value=2147483647 | Value: 2147483647, Limit: 11, Delta: 1
 - | counter value=0 limit=5 delta=-1 | keys 0 Down; type 2 -99999999999 | delta=-2147483648 limit=5 value=0 | Value: 0, Limit: 5, Delta: -2147483648
 - | delay value=100 | type 0 0; keys 0 Down; press 0 | value=0; value=100 | 100 ms
+- | counter value=4294967296 limit=many delta=1 | leave 0; leave 1; keys 2 Up; type 0 5; press 1 | delta=2 limit=many value=4294967296; delta=2 limit=many value=5; delta=2 limit=10 value=5 | Value: 5, Limit: 10, Delta: 2
+- | delay value=99999999999 | leave 0; type 0 5 | value=5 | 5 ms
 - | calc_crc crc_name=CRC32 format=bin file=a.bin addr=0 count=16 fill=300 | leave 4; type 0 1F; choose 1 HEX | addr=31 count=16 crc_name=CRC32 file=a.bin fill=300 format=bin; addr=31 count=16 crc_name=CRC32 file=a.bin fill=300 format=HEX | CRC32: a.bin
 - | set_vcc vcc=3.3 | leave 0; type 0 3.3; type 0 2.5; type 0 9; press 0 | vcc=2.5; vcc=5; vcc=3.3 | 3.3 V
 - | set_vpp vpp=12 | keys 0 *; keys 0 Up Up Down | vpp=13; vpp=12 | 12.0 V
@@ -57,11 +59,13 @@ ATmega328P | set_clk clk=5000 | keys 0 Down; press 0; type 0 99999999999 | clk=4
 W25Q64 | erase_blocks size=4096 begin=200 count=9999 | leave 1; choose 0 32 Kbyte; type 0 250; keys 1 * Down; choose 0 64 Kbyte | begin=200 count=56 size=32768; begin=250 count=6 size=32768; begin=250 count=5 size=32768; begin=127 count=1 size=65536 | 0x7F0000..0x7FFFFF (64 Kbyte)
 W25Q64 | test_empty_blocks size=123 begin=0 count=1 | type 0 1; choose 0 4 Kbyte | begin=0 count=1 size=4096 | 0x00..0xFFF (4 Kbyte)
 W25Q64 | char_write addr_device=0 count=99999999 fill_char=255 | type 4 0x100; type 4 0xA5; type 0 0x7FFFF0; press 1; press 2 | addr_device=0 count=99999999 fill_char=165; addr_device=8388592 count=16 fill_char=165; addr_device=8388592 count=16 fill_char=255 | 0x7FFFF0..0x7FFFFF :0xFF
+W25Q64 | char_write addr_device=here count=1e3 fill_char=0x41 | leave 1; type 5 7; type 2 5; press 0 | addr_device=here count=1e3 fill_char=7; addr_device=here count=5 fill_char=7; addr_device=0 count=5 fill_char=7 | 0x00..0x04 :0x07
 W25Q64 | data_write addr_device=16 data=00~0 | leave 2; type 2 ab c; type 1 99999999; press 0 | addr_device=16 data=ABC; addr_device=8388607 data=ABC; addr_device=0 data=ABC | 0x00..0x01 :ABC
 W25Q64 | file_write file=a format=hex addr_file=77 addr_device=0 count=8388608 | type 0 1; type 2 0x10; choose 0 BIN; type 0 0x20 | addr_device=16 addr_file=77 count=8388592 file=a format=HEX; addr_device=16 addr_file=77 count=8388592 file=a format=BIN; addr_device=16 addr_file=32 count=8388592 file=a format=BIN | BIN: a
 ATmega328P | flash_file_read file=a format=ihex addr_file=0 addr_device=99999 count=0 | leave 2; type 3 100 | addr_device=100 addr_file=0 count=1 file=a format=ihex | IHEX: a
 W25Q64 | leave state=L? | choose 1 H (output - high); press 1 | state=L--; state=LI-; state=LL-; state=LH-; state=III | III
 ATmega328P | leave state=L reset=true duration=100 | choose 0 H (output - high); type 0 -2000; keys 0 *; check 0 | duration=100 reset=true state=H--; duration=-1000 reset=true state=H--; duration=-400 reset=true state=H--; duration=-400 reset=false state=H-- | H--
+ATmega328P | leave state=LLL reset=true duration=long | leave 0; choose 0 H (output - high) | duration=long reset=true state=HLL | 0 ms, HLL
 ATmega328P | fuse_write data=62D9FF | check 2 | data=62D8FF | 62D8FF
 W25Q64 | security_reg_erase data=5 | check 1 | data=07 | Registers: 111
 AT24C02 | set_addr addr=1 | check 0; check 2 | data=05; data=04 | Address: 100
