@@ -10,7 +10,6 @@
 #include "devices/TDeviceList.h"
 #include "forms/TWgtEditBase.h"
 
-#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
@@ -18,15 +17,6 @@
 #include <QtTest>
 
 namespace {
-
-QString listed(const TData& params, QStringList keys)
-{
-    QStringList pairs;
-    keys.sort();
-    for (const QString& word : qAsConst(keys))
-        pairs << word + QLatin1Char('=') + params.value(word).toString();
-    return pairs.join(QLatin1Char(' '));
-}
 
 void pressKeys(QLineEdit* line, const QString& keys)
 {
@@ -42,13 +32,11 @@ void pressKeys(QLineEdit* line, const QString& keys)
 FormBench::FormBench()
 {
     setFormFactory(&m_factory);
-    setFormHost(this);
 }
 
 FormBench::~FormBench()
 {
     m_form.reset();
-    setFormHost(nullptr);
     setFormFactory(nullptr);
 }
 
@@ -63,59 +51,55 @@ void FormBench::addShippedChip(const QString& chip)
     add(cmd::set_device, {{key::device, chip}, {key::file, TDeviceList::deviceFiles().value(chip)}});
 }
 
-void FormBench::open(const QString& word, const TData& params)
+void FormBench::open(const QString& command)
 {
+    TData params;
+    QStringList words = command.split(' ');
+    const QString word = words.takeFirst();
+    for (const QString& pair : qAsConst(words))
+        params[pair.section('=', 0, 0)] = pair.section('=', 1).replace('~', ' ');
     idCmd = add(word, params);
     project().clearChanged();
     m_form.reset(project().cmdById(idCmd)->device()->createForm(data(idCmd)));
     QVERIFY(m_form);
     connect(m_form.get(), SIGNAL(signalChangedCmdParam(TData)), this, SLOT(store(TData)));
     m_form->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_form.get()));
-    m_form->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(m_form.get())); // only then can a field have the focus
     QVERIFY(!project().isChanged());
 }
 
-void FormBench::open(const QString& command)
-{
-    TData params;
-    QStringList words = command.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    const QString word = words.takeFirst();
-    for (const QString& pair : qAsConst(words))
-        params[pair.section(QLatin1Char('='), 0, 0)] = pair.section(QLatin1Char('='), 1).replace('~', ' ');
-    open(word, params);
-}
-
 void FormBench::act(const QString& step)
 {
-    const QString kind = step.section(QLatin1Char(' '), 0, 0);
-    const int i = step.section(QLatin1Char(' '), 1, 1).toInt();
-    const QString text = step.section(QLatin1Char(' '), 2);
+    const QString kind = step.section(' ', 0, 0);
+    const int i = step.section(' ', 1, 1).toInt();
+    const QString text = step.section(' ', 2);
     QLineEdit* line = part<TWgtEditBase>(i) ? part<TWgtEditBase>(i)->lineEdit() : nullptr;
-    if (kind == QLatin1String("type"))
+    if (kind == "type") {
         type(line, text);
-    else if (kind == QLatin1String("leave"))
-        QTest::mouseClick(line, Qt::LeftButton), line->clearFocus();
-    else if (kind == QLatin1String("keys"))
+    } else if (kind == "leave") {
+        click(line);
+        line->clearFocus();
+    } else if (kind == "keys") {
         pressKeys(line, text);
-    else if (kind == QLatin1String("choose"))
+    } else if (kind == "choose") {
         choose(part<QComboBox>(i), text);
-    else if (kind == QLatin1String("check"))
-        QTest::mouseClick(part<QCheckBox>(i), Qt::LeftButton, {},
-                          QPoint(6, part<QCheckBox>(i)->height() / 2));
-    else if (kind == QLatin1String("press")) {
+    } else if (kind == "check") {
+        click(part<QCheckBox>(i));
+    } else {
         QPushButton* button = part<QPushButton>(i);
-        button->setText(QLatin1Char('&') + button->text());
-        QTest::mouseClick(button, Qt::LeftButton);
-    } else
-        QFAIL(qPrintable(step));
+        button->setText('&' + button->text());
+        click(button);
+    }
 }
 
 void FormBench::store(TData params)
 {
     QCOMPARE(params.take(key::id_cmd).toInt(), idCmd);
-    m_reports << listed(params, params.keys());
+    QStringList keys = params.keys();
+    keys.sort();
+    for (QString& word : keys)
+        word += '=' + params.value(word).toString();
+    m_reports << keys.join(' ');
     params[key::id_cmd] = idCmd;
     project().setCmdParam(idCmd, project().cmdById(idCmd)->device()->normalizeParams(params));
 }
@@ -127,14 +111,14 @@ QStringList FormBench::reports()
     return reports;
 }
 
-QString FormBench::stored(const QStringList& keys) const
-{
-    return listed(data(idCmd), keys);
-}
-
 QString FormBench::rowText() const
 {
     return project().cmdById(idCmd)->device()->paramsText(data(idCmd), m_form.get());
+}
+
+void FormBench::refresh()
+{
+    QVERIFY(m_factory.updateForm(m_form.get(), data(idCmd)));
 }
 
 void FormBench::reopen()
@@ -147,21 +131,14 @@ void FormBench::reopen()
     idCmd = project().cmdsOfCfg(project().cfgIdAt(0)).last()->id();
 }
 
-bool FormBench::editRoute(TRoute& edited, bool, const TPairStringList&, QWidget*)
+void click(QWidget* field)
 {
-    offered = edited;
-    edited = route;
-    return answer(agree);
-}
-
-QAction* FormBench::action(const QString& text, const QString&, QWidget* widget)
-{
-    return new QAction(text, widget);
+    QTest::mouseClick(field, Qt::LeftButton, {}, QPoint(6, field->height() / 2));
 }
 
 void type(QLineEdit* line, const QString& text)
 {
-    QTest::mouseClick(line, Qt::LeftButton);
+    click(line);
     line->selectAll();
     QTest::keyClicks(line, text);
     QTest::keyClick(line, Qt::Key_Return);

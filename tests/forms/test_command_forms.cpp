@@ -123,6 +123,9 @@ void TestCommandForms::edits()
     QFETCH(QString, reports);
     QCOMPARE(bench.reports(), reports.split("; "));
     QTEST(bench.rowText(), "text");
+    bench.refresh();
+    QTEST(bench.rowText(), "text");
+    QCOMPARE(bench.reports(), QStringList());
     bench.reopen();
     QTEST(bench.rowText(), "text");
 }

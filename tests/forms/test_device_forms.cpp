@@ -1,26 +1,14 @@
 #include "core/TAppData.h"
-#include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
 #include "core/globals.h"
 #include "core/keys.h"
 #include "devices/TDeviceList.h"
 #include "devices/form_items.h"
-#include "forms/TDev24CDevParam.h"
 #include "forms/TFormDevCfg.h"
-#include "forms/TFormDevEraseBlocks.h"
-#include "forms/TFormDevLeave.h"
-#include "forms/TFormDevRWVChar.h"
-#include "forms/TFormDevRWVData.h"
-#include "forms/TFormDevRWVFile.h"
-#include "forms/TFormDevSetCLK.h"
-#include "forms/TFormFactory.h"
-#include "support/BenchProject.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRandomGenerator>
 #include <QSignalSpy>
@@ -44,16 +32,7 @@ private slots:
     void controls();
     void readOnly();
     void wholeValue();
-    void chipCommands_data();
-    void chipCommands();
-    void runResult();
-    void blocks();
-    void ranges();
-    void leave();
     void randomForms();
-
-private:
-    TFormFactory m_factory;
 };
 
 namespace {
@@ -136,63 +115,11 @@ void showTab(TFormDevCfg& form, const QWidget* widget)
     }
 }
 
-/// The chip of the shipped list with its programmer and chip commands in a project.
-struct ChipBench
-{
-    explicit ChipBench(const QString& chip)
-        : name(chip)
-    {
-        bench.setProg("[SPI_FLASH]\nCLK_LIST=true\nCLK_MIN=1000\nCLK_MAX=9000000\nCLKLV_1000000=1\n"
-                      "CLKLV_8000000=2\n[AVR_SPI]\nCLK_MIN=1000\nCLK_MAX=9000000\nCLK_DEF=5000\n"
-                      "[I2C_EEPROM]\nCLK_MIN=1000\nCLK_MAX=400000\n");
-        project().setCatalogue(&deviceList());
-        appData().PathDevices = QStringLiteral(VM_DATA_DIR "/devices");
-        bench.addProg();
-        bench.add(cmd::set_device,
-                  {{key::device, chip}, {key::file, deviceList().deviceFiles().value(chip)}});
-    }
-
-    /// A command with its defaults and then these parameters.
-    int add(const QString& word, const TData& params = {})
-    {
-        const int id = bench.add(word);
-        TData data = project().cmdById(id)->toData();
-        project().cmdById(id)->device()->setDefaultParams(data);
-        for (auto it = params.begin(); it != params.end(); ++it)
-            data.insert(it.key(), it.value());
-        project().setCmdParam(id, data);
-        return id;
-    }
-
-    std::unique_ptr<QWidget> form(int id)
-    {
-        std::unique_ptr<QWidget> made(project().cmdById(id)->device()->createForm(bench.data(id)));
-        if (made) {
-            made->show();
-            (void)QTest::qWaitForWindowActive(made.get()); // only then can a line have the focus
-        }
-        return made;
-    }
-
-    BenchProject bench;
-    QString name;
-};
-
-/// What a form tells, stored as the window stores it.
-void storeChanges(QWidget* form, int id)
-{
-    auto* command = qobject_cast<TFormCommand*>(form);
-    QObject::connect(command, &TFormCommand::signalChangedCmdParam, [id](const TData& data) {
-        project().setCmdParam(id, project().cmdById(id)->device()->normalizeParams(data));
-    });
-}
-
 } // namespace
 
 void TestDeviceForms::initTestCase()
 {
     registerMetaTypes();
-    setFormFactory(&m_factory);
 }
 
 void TestDeviceForms::badLines_data()
@@ -381,174 +308,6 @@ void TestDeviceForms::wholeValue()
     QCOMPARE(form.text(), QString("000000"));
     QCOMPARE(line(form, 0)->text(), QString("12"));
     QCOMPARE(changes.size(), 3);
-}
-
-void TestDeviceForms::chipCommands_data()
-{
-    QTest::addColumn<QString>("chip");
-    QTest::addColumn<QString>("word");
-    QTest::addColumn<TData>("params");
-    QTest::addColumn<int>("box"); // check box to click
-    QTest::addColumn<TData>("stored");
-    QTest::addColumn<QString>("text");
-
-    QTest::newRow("AVR fuses") << "ATmega328P"
-                               << "fuse_write" << TData{{"data", "62D9FF"}} << 2 << TData{{"data", "62D8FF"}}
-                               << "62D8FF";
-    QTest::newRow("security registers")
-        << "W25Q64JV"
-        << "security_reg_erase" << TData{{"data", "5"}} << 1 << TData{{"data", 7}} << "Registers: 111";
-    QTest::newRow("address pins") << "24C02"
-                                  << "set_addr" << TData{{"addr", 1}} << 0 << TData{{"addr", 5}}
-                                  << "Address: 101";
-}
-
-void TestDeviceForms::chipCommands()
-{
-    QFETCH(QString, chip);
-    QFETCH(QString, word);
-    QFETCH(TData, params);
-    QFETCH(TData, stored);
-    QFETCH(int, box);
-    ChipBench bench(chip);
-    const int id = bench.add(word, params);
-    project().clearChanged();
-    const auto form = bench.form(id);
-    QVERIFY(form);
-    QVERIFY(!project().isChanged());
-    storeChanges(form.get(), id);
-    QTest::mouseClick(allOf<QCheckBox>(*form).at(box), Qt::LeftButton, Qt::NoModifier, QPoint(6, 10));
-    const TData now = bench.bench.data(id);
-    for (auto it = stored.begin(); it != stored.end(); ++it)
-        QCOMPARE(now.value(it.key()).toString(), it.value().toString());
-    QTEST(project().cmdById(id)->device()->paramsText(now, form.get()), "text");
-    QVERIFY(m_factory.updateForm(form.get(), now));
-    QTEST(project().cmdById(id)->device()->paramsText(now, form.get()), "text");
-}
-
-void TestDeviceForms::runResult()
-{
-    ChipBench bench("W25Q64JV");
-    const int id = bench.add(cmd::data_read, {{key::data, "0000"}, {key::addr_device, 16}});
-    const auto form = bench.form(id);
-    storeChanges(form.get(), id);
-    IDevice* device = project().cmdById(id)->device();
-    project().setCmdParam(id, {{key::id_cmd, id}, {key::data, "BEEF"}});
-    QVERIFY(m_factory.updateForm(form.get(), bench.bench.data(id)));
-    QCOMPARE(form->findChild<QPlainTextEdit*>()->toPlainText(), QString("0x10: BE EF"));
-    QCOMPARE(device->paramsText(bench.bench.data(id), form.get()), QString("0x10..0x11 :BEEF"));
-    type(line(*form, 1), "32"); // the address: the result must not be undone
-    QCOMPARE(bench.bench.data(id).value(key::data).toString(), QString("BEEF"));
-    QCOMPARE(bench.bench.data(id).value(key::addr_device).toLongLong(), 32);
-
-    // What is being typed survives a result, and is stored when it is done. An odd digit is stored too.
-    line(*form, 2)->setFocus();
-    line(*form, 2)->selectAll();
-    QTest::keyClicks(line(*form, 2), "12 3");
-    project().setCmdParam(id, {{key::id_cmd, id}, {key::data, "ABCD"}});
-    QVERIFY(m_factory.updateForm(form.get(), bench.bench.data(id)));
-    QCOMPARE(line(*form, 2)->text(), QString("12 3"));
-    QVERIFY(form->findChild<QPlainTextEdit*>()->toPlainText().endsWith("AB CD"));
-    QTest::keyClick(line(*form, 2), Qt::Key_Return);
-    QCOMPARE(bench.bench.data(id).value(key::data).toString(), QString("123"));
-}
-
-void TestDeviceForms::blocks()
-{
-    const auto data = [](int size, int begin, int count) {
-        return TData{{key::id_cmd, 3}, {key::size, size}, {key::begin, begin}, {key::count, count}};
-    };
-    TFormDevEraseBlocks form(data(4096, 200, 300), {4096, 65536}, 1 << 20);
-    form.show();
-    Changes changes(&form, &TFormDevEraseBlocks::signalChangedCmdParam);
-    QCOMPARE(line(form, 1)->text(), QString("300")); // too many, but stored so
-    QTest::keyClick(form.findChild<QComboBox*>(), Qt::Key_Down);
-    QCOMPARE(last(changes), data(65536, 15, 1));
-    type(line(form, 0), "4");
-    QTest::keyClick(line(form, 1), Qt::Key_Asterisk);
-    QCOMPARE(last(changes), data(65536, 4, 12));
-    QCOMPARE(changes.size(), 3);
-
-    for (const int size : {123, 65536}) { // one that is not on offer, one that the chip is too small for
-        TFormDevEraseBlocks none(data(size, 0, 1), {4096, 65536}, 2000);
-        none.show();
-        Changes silent(&none, &TFormDevEraseBlocks::signalChangedCmdParam);
-        QCOMPARE(none.findChild<QComboBox*>()->currentIndex(), size == 123 ? -1 : 1);
-        QCOMPARE(line(none, 0)->toolTip() + line(none, 1)->toolTip(), QString("0..00..0"));
-        QCOMPARE(silent.size(), 0);
-    }
-}
-
-void TestDeviceForms::ranges()
-{
-    // An address that is moved takes the count along; what does not fit and is not touched stays.
-    TFormDevRWVChar form(
-        {{key::id_cmd, 3}, {key::addr_device, "0"}, {key::count, "999"}, {key::fill_char, "255"}});
-    form.setRegion({0, 256});
-    form.setDefaults({0, 256}, 255);
-    form.show();
-    Changes changes(&form, &TFormDevRWVChar::signalChangedCmdParam);
-    type(line(form, 4), "0x100");
-    QCOMPARE(changes.size(), 0); // clamped to what it was
-    type(line(form, 4), "0xA5");
-    QCOMPARE(last(changes).value(key::count).toLongLong(), 999);
-    type(line(form, 0), "0xF0");
-    QCOMPARE(last(changes).value(key::count).toLongLong(), 16);
-    QCOMPARE(last(changes).size(), 4);
-
-    TFormDevRWVFile file({{key::id_cmd, 3},
-                          {key::file, "a"},
-                          {key::format, "hex"},
-                          {key::addr_file, "77"},
-                          {key::addr_device, "0"},
-                          {key::count, "256"}});
-    file.setRegion({0, 256});
-    file.show();
-    Changes fileChanges(&file, &TFormDevRWVFile::signalChangedCmdParam);
-    QVERIFY(!line(file, 1)->isEnabled());
-    QTest::keyClicks(line(file, 0), "b");
-    QCOMPARE(last(fileChanges).value(key::addr_file).toInt(), 77);
-    QTest::keyClicks(file.findChild<QComboBox*>(), "B");
-    QVERIFY(line(file, 1)->isEnabled());
-    type(line(file, 3), "0x10");
-    QCOMPARE(last(fileChanges), (TData{{key::id_cmd, 3},
-                                       {key::file, "ab"},
-                                       {key::format, "BIN"},
-                                       {key::addr_file, 77},
-                                       {key::addr_device, 16},
-                                       {key::count, 240}}));
-}
-
-void TestDeviceForms::leave()
-{
-    ChipBench bench("ATmega328P");
-    const int id = bench.add(cmd::leave, {{key::state, "L?"}, {key::duration, 100}});
-    const auto form = bench.form(id);
-    QVERIFY(form);
-    Changes changes(form.get(), SIGNAL(signalChangedCmdParam(TData)));
-    const QList<QComboBox*> boxes = allOf<QComboBox>(*form);
-    QCOMPARE(boxes.at(1)->currentIndex(), -1); // no such state
-    QTest::keyClicks(boxes.at(1), "H");
-    QCOMPARE(last(changes).value(key::state).toString(), QString("LH-"));
-    QCOMPARE(last(changes).value(key::duration).toInt(), 100); // wrong sign, but not the user's doing
-    type(line(*form, 0), "-2000");
-    QCOMPARE(last(changes).value(key::duration).toInt(), -1000);
-    QTest::keyClick(line(*form, 0), Qt::Key_Asterisk);
-    QCOMPARE(last(changes).value(key::duration).toInt(), -400);
-    for (QPushButton* button : allOf<QPushButton>(*form)) {
-        if (button->toolTip().startsWith("I"))
-            QTest::mouseClick(button, Qt::LeftButton);
-    }
-    QCOMPARE(last(changes),
-             (TData{{key::id_cmd, id}, {key::state, "III"}, {key::reset, true}, {key::duration, -400}}));
-    QCOMPARE(changes.size(), 4);
-
-    // The clock of a programmer without a list is a number, with one a choice.
-    const int clk = bench.add(cmd::set_clk);
-    const auto number = bench.form(clk);
-    Changes clocks(number.get(), SIGNAL(signalChangedCmdParam(TData)));
-    type(line(*number, 0), "99999999999");
-    QCOMPARE(last(clocks), (TData{{key::id_cmd, clk}, {key::clk, 9000000}}));
 }
 
 void TestDeviceForms::randomForms()

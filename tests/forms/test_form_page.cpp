@@ -1,0 +1,306 @@
+#include "core/TAppData.h"
+#include "core/TDataCmd.h"
+#include "core/TDataPrj.h"
+#include "core/globals.h"
+#include "core/keys.h"
+#include "forms/FormBench.h"
+#include "forms/TWgtEditBase.h"
+#include "ui/TFormHost.h"
+#include "ui/TWgtCmdList.h"
+#include "ui/TWgtPrj.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QTimer>
+#include <QToolButton>
+#include <QtTest>
+
+/// Forms in the page of the project's panel: what they change around them, and what a run changes under
+/// them. The dialogs are the program's own.
+class TestFormPage : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void chips();
+    void tabOrder();
+    void routes();
+    void closedBehindADialog();
+    void bytesWhileRunning();
+    void registersWhileRunning();
+};
+
+namespace {
+
+/// The commands of a bench in the panel. What a worker stores comes to the panel as from a run.
+class Page : public FormBench
+{
+public:
+    Page() { setFormHost(&m_host); }
+    ~Page() override { setFormHost(nullptr); }
+
+    /// Shows the project as it has been opened, with the form of a row of the first configuration.
+    void show(int row)
+    {
+        project().markMadeFor();
+        project().validateAll();
+        project().clearChanged();
+        QObject::connect(&project(), &TDataPrj::signalChangeData, &m_prj, &TWgtPrj::slotUpdateGUI,
+                         Qt::QueuedConnection);
+        m_prj.resize(800, 700);
+        m_prj.build();
+        m_prj.setPage(TWgtConfig::PageParam);
+        m_prj.show();
+        QVERIFY(QTest::qWaitForWindowActive(&m_prj));
+        select(row);
+        QVERIFY(form());
+        QVERIFY(!project().isChanged());
+    }
+    void select(int row)
+    {
+        m_prj.setCurrentRow(row);
+        QCoreApplication::processEvents(); // shows the form
+    }
+    QWidget* form() const { return m_prj.current()->form(); }
+    /// Of those that are to be seen: a part that has been replaced may still be there.
+    template <typename T> T* field(int i = 0) const
+    {
+        QList<T*> fields = form()->findChildren<T*>();
+        fields.erase(std::remove_if(fields.begin(), fields.end(), [](T* one) { return !one->isVisible(); }),
+                     fields.end());
+        return fields.value(i);
+    }
+    /// Words and parameters of the table of the first configuration.
+    QStringList rows()
+    {
+        QCoreApplication::processEvents(); // for what is reported to the panel
+        QStringList rows;
+        const auto* table = m_prj.tabAt(0)->cmdList()->table();
+        for (int row = 0; row < table->rowCount(); ++row)
+            rows << table->item(row, 1)->data(Qt::UserRole).toString() + ' ' + table->item(row, 2)->text();
+        return rows;
+    }
+    QString row(int i) { return rows().value(i); }
+
+private:
+    TFormHost m_host;
+    TWgtPrj m_prj;
+};
+
+/// Works the next dialog as soon as it is open.
+void answer(const std::function<void(QDialog&)>& use)
+{
+    auto* timer = new QTimer(qApp);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, use] {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (!dialog || !dialog->isVisible())
+            return;
+        delete timer;
+        use(*dialog);
+        if (dialog->isVisible())
+            QVERIFY2((dialog->reject(), false), "The dialog stays open.");
+    });
+    timer->start(5);
+}
+
+/// Types a name into the list of names and takes it.
+void chooseName(QPushButton* button, const QString& name)
+{
+    answer([name](QDialog& dialog) {
+        QTest::keyClicks(dialog.findChild<QLineEdit*>(), name);
+        QTest::keyClick(dialog.findChild<QLineEdit*>(), Qt::Key_Down);
+        QTest::keyClick(dialog.findChild<QLineEdit*>(), Qt::Key_Return);
+    });
+    click(button);
+}
+
+void fillRoute(QToolButton* button, const QString& chip, const QString& cfg)
+{
+    answer([chip, cfg](QDialog& dialog) {
+        choose(dialog.findChildren<QComboBox*>().at(0), chip);
+        choose(dialog.findChildren<QComboBox*>().at(1), cfg);
+        QTest::keyClick(&dialog, Qt::Key_Return);
+    });
+    click(button);
+}
+
+} // namespace
+
+void TestFormPage::chips()
+{
+    Page page;
+    page.addShippedChip("ATmega328P");
+    page.add("fuse_write", {{"data", "112233"}});
+    page.add("flash_char_write", {{"addr_device", "9"}, {"count", "1"}, {"fill_char", "0"}});
+    page.add("stop");
+    page.addCfg("Second");
+    page.addShippedChip("ATmega328P");
+    const int other = page.add("fuse_write", {{"data", "445566"}});
+    const QStringList head{"set_prog bench: no-such-port, Model"};
+    const QStringList tiny{"set_device ATtiny13A", "fuse_write 6AFF"};
+    const QStringList chars{"flash_char_write 0x09..0x09 :0x00", "stop "};
+    const QStringList eeprom{"set_device AT24C02", "stop "};
+    page.show(1);
+    QVERIFY(page.field<QPlainTextEdit>(1)->toPlainText().startsWith("  1 >- CS\n  2 >- SO\n  3 >- GND\n"));
+
+    // Another chip has other fuses; what fits any chip stays. Refused, nothing changes.
+    answer([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    click(page.field<QPushButton>());
+    QVERIFY(!project().isChanged());
+    chooseName(page.field<QPushButton>(), "attiny13a");
+    QCOMPARE(page.rows(), head + tiny + chars);
+    QCOMPARE(page.data(other).value("data").toString(), QString("445566"));
+    // One that does not know the commands, first without and then with the setting that deletes them.
+    chooseName(page.field<QPushButton>(), "at24c02");
+    QCOMPARE(page.rows().size(), 5);
+    chooseName(page.field<QPushButton>(), "attiny13a");
+    appData().CmdDelCmdDev = true;
+    chooseName(page.field<QPushButton>(), "at24c02");
+    appData().CmdDelCmdDev = false;
+    QCOMPARE(page.rows(), head + eeprom);
+    QVERIFY(project().cmdById(other));
+
+    // The family's own part.
+    const int id = project().cmdsOfCfg(project().cfgIdAt(0)).at(1)->id();
+    click(page.field<QCheckBox>(0));
+    type(page.field<TWgtEditBase>(0)->lineEdit(), "999999");
+    click(page.field<QCheckBox>(2));
+    QCOMPARE(page.data(id).value("addr").toInt(), 5);
+    QCOMPARE(page.data(id).value("clk").toInt(), 400000);
+    QCOMPARE(page.data(id).value("device").toString(), QString("AT24C02"));
+}
+
+void TestFormPage::tabOrder()
+{
+    Page page;
+    page.addShippedChip("AT24C02");
+    page.show(1);
+    page.field<QLineEdit>()->setFocus();
+    QStringList order;
+    for (int i = 0; i < 8; ++i) {
+        order << QApplication::focusWidget()->metaObject()->className();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    QCOMPARE(order, (QStringList{"QLineEdit", "QPushButton", "QLineEdit", "QCheckBox", "QCheckBox",
+                                 "QCheckBox", "QPlainTextEdit", "QPlainTextEdit"}));
+}
+
+void TestFormPage::routes()
+{
+    Page page;
+    page.dir().write("auto.lst", "Flash=f.dev|f.lst\nOther=o.dev|o.lst\n");
+    page.dir().write("f.lst", "A1=Alpha\nB2=Beta\n");
+    const QString first = QString::number(project().cfgIdAt(0));
+    page.addProg();
+    const int id =
+        page.add("auto_detect", {{"name", "Flash"}, {"route", "A1=" + first + "|77=99"}, {"stop", "1"}});
+    const QString second = QString::number(page.addCfg("Second"));
+    const auto route = [&] { return page.data(id).value("route").toString(); };
+    page.show(1);
+    auto* table = page.field<QTableWidget>();
+    QCOMPARE(table->item(0, 0)->text() + table->item(0, 1)->text(), QString("AlphaFirst"));
+    choose(page.field<QComboBox>(0), "Execute");
+    choose(page.field<QComboBox>(1), "Skip");
+    QCOMPARE(page.row(1), QString("auto_detect Flash: Execute, Skip"));
+
+    // What is not known stays, and says what it is.
+    QCOMPARE(table->item(1, 0)->text(), QString("? (77)"));
+    const auto tool = [&](int i) { return page.field<QToolButton>(i); };
+    table->selectRow(0);
+    fillRoute(tool(0), "Beta", "Second");
+    QCOMPARE(route(), "A1=" + first + "|B2=" + second + "|77=99");
+    click(tool(4)); // down, where it stays selected
+    QCOMPARE(route(), "A1=" + first + "|77=99|B2=" + second);
+    QVERIFY(!tool(4)->isEnabled());
+    click(tool(3));
+    click(tool(3));
+    QVERIFY(!tool(3)->isEnabled());
+    table->selectRow(2);
+    fillRoute(tool(1), "Alpha", "Second");
+    QCOMPARE(route(), "B2=" + second + "|A1=" + first + "|A1=" + second);
+    for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
+        QCOMPARE(table->rowCount(), 3);
+        answer([key](QDialog& dialog) { QTest::keyClick(&dialog, key); });
+        click(tool(2));
+    }
+    QCOMPARE(route(), "B2=" + second + "|A1=" + first);
+    chooseName(page.field<QPushButton>(), "Other");
+    QCOMPARE(page.row(1), QString("auto_detect Other: Execute, Skip"));
+    QCOMPARE(route() + QString::number(page.field<QTableWidget>()->rowCount()), QString("0"));
+}
+
+void TestFormPage::closedBehindADialog()
+{
+    Page page;
+    page.dir().write("auto.lst", "Flash=f.dev|f.lst\n");
+    page.addProg();
+    const int id = page.add("auto_detect", {{"route", "A1=" + QString::number(project().cfgIdAt(0))}});
+    page.show(1);
+    // The buttons that open a dialog: add, edit and delete a route, and choose the family.
+    for (int i = 0; i < 4; ++i) {
+        page.select(1);
+        page.field<QTableWidget>()->selectRow(0);
+        answer([&page](QDialog& dialog) {
+            for (QComboBox* box : dialog.findChildren<QComboBox*>())
+                box->setCurrentIndex(0);
+            page.select(0);
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            dialog.accept();
+        });
+        QAbstractButton* button = page.field<QToolButton>(i);
+        click(i < 3 ? button : page.field<QPushButton>());
+        QVERIFY(!project().isChanged());
+    }
+    QVERIFY(page.data(id).value("name").toString().isEmpty());
+}
+
+void TestFormPage::bytesWhileRunning()
+{
+    Page page;
+    page.addShippedChip("W25Q64");
+    const int id = page.add("data_read", {{"data", "0000"}, {"addr_device", "16"}});
+    page.show(2);
+    const auto stored = [&](const char* key) { return page.data(id).value(key).toString(); };
+    project().setCmdParam(id, {{"id_cmd", id}, {"data", "BEEF"}});
+    QCOMPARE(page.row(2), QString("data_read 0x10..0x11 :BEEF"));
+    QCOMPARE(page.field<QPlainTextEdit>()->toPlainText(), QString("0x10: BE EF"));
+    type(page.field<TWgtEditBase>(1)->lineEdit(), "32"); // the address: the result must not be undone
+    QCOMPARE(page.row(2), QString("data_read 0x20..0x21 :BEEF"));
+
+    // What is being typed survives a result, and is stored when it is done. An odd digit is stored too.
+    QLineEdit* bytes = page.field<TWgtEditBase>(2)->lineEdit();
+    bytes->setFocus();
+    bytes->selectAll();
+    QTest::keyClicks(bytes, "12 3");
+    project().setCmdParam(id, {{"id_cmd", id}, {"data", "ABCD"}});
+    QCOMPARE(page.row(2), QString("data_read 0x20..0x21 :ABCD"));
+    QCOMPARE(bytes->text(), QString("12 3"));
+    QCOMPARE(page.field<QPlainTextEdit>()->toPlainText(), QString("0x20: AB CD"));
+    QTest::keyClick(bytes, Qt::Key_Return);
+    QCOMPARE(stored("data") + stored("addr_device"), QString("12332"));
+}
+
+void TestFormPage::registersWhileRunning()
+{
+    Page page;
+    page.addShippedChip("ATmega328P");
+    page.add("fuse_read", {{"data", "62D9FF"}});
+    page.show(2);
+    const int id = project().cmdsOfCfg(project().cfgIdAt(0)).at(2)->id();
+    project().setCmdParam(id, {{"id_cmd", id}, {"data", "E2D1FD"}});
+    QCOMPARE(page.row(2), QString("fuse_read E2D1FD"));
+    QCOMPARE(page.field<QLineEdit>()->text(), QString("E2D1FD"));
+    click(page.field<QCheckBox>(2));
+    QCOMPARE(page.row(2), QString("fuse_read E2D0FD"));
+    page.reopen();
+    QCOMPARE(page.rowText(), QString("E2D0FD"));
+}
+
+QTEST_MAIN(TestFormPage)
+#include "test_form_page.moc"
