@@ -3,6 +3,8 @@
 #include "forms/colors.h"
 
 #include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 
@@ -13,9 +15,13 @@ TNameLine addNameLine(QFormLayout* layout, const QString& label, const QString& 
     line.edit->setReadOnly(true);
     line.button = new QPushButton(buttonText);
     line.button->setAutoDefault(false);
-    // Side by side, or both behind the label, they would be wider than a narrow page.
-    layout->addRow(label, line.edit);
-    layout->addRow(line.button);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(3);
+    row->addWidget(line.edit, 1);
+    row->addWidget(line.button);
+    auto* title = new QLabel(label);
+    title->setBuddy(line.edit);
+    layout->addRow(title, row);
     return line;
 }
 

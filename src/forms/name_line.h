@@ -5,8 +5,8 @@ class QLineEdit;
 class QPushButton;
 class QString;
 
-/// A name that is not typed but chosen: a line that only shows it, and below it a
-/// button that lets choose.
+/// A name that is not typed but chosen: a line that only shows it, and beside it
+/// a button that lets choose.
 struct TNameLine
 {
     QLineEdit* edit = nullptr;
