@@ -54,7 +54,6 @@ QString storedIn(const QTableWidget* table, int row, int column)
 
 TFormProgAutoDetect::TFormProgAutoDetect(const TData& params)
     : TFormCommand(params, {key::name, key::route, key::execute, key::stop})
-    , m_chips(autoSignatures(textParam(key::name)))
 {
     QFormLayout* rows = formRows(nullptr);
     const TNameLine line = addNameLine(rows, langText(348), langText(349));
@@ -178,6 +177,7 @@ void TFormProgAutoDetect::showParams()
 void TFormProgAutoDetect::showRoutes()
 {
     const TPairStringList routes = TPairStringList::fromText(textParam(key::route));
+    m_chips = autoSignatures(textParam(key::name));
     const QSignalBlocker blocker(m_routes);
     const int current = m_routes->currentRow();
     m_routes->setRowCount(0);
@@ -294,7 +294,6 @@ void TFormProgAutoDetect::slotBtnSelectFamily()
         return;
     setParam(key::name, name);
     setParam(key::route, QString());
-    m_chips = autoSignatures(name);
     showRoutes();
     slotSelectItemRoute();
     emit signalChangedCmdParam({{key::id_cmd, idCmd()}, {key::name, name}, {key::route, QString()}});
