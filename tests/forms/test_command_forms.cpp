@@ -11,6 +11,7 @@
 #include "forms/TWgtEditBase.h"
 #include "forms/TWgtEditFileName.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
@@ -109,7 +110,10 @@ void TestCommandForms::edits()
     QFETCH(QString, reports);
     QCOMPARE(bench.reports(), reports.split("; "));
     QTEST(bench.rowText(), "text");
+    QApplication::setCursorFlashTime(0);
+    const QImage picture = bench.form()->grab().toImage();
     bench.refresh();
+    QCOMPARE(bench.form()->grab().toImage(), picture);
     QTEST(bench.rowText(), "text");
     QCOMPARE(bench.reports(), QStringList());
     bench.reopen();
