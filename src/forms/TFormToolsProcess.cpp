@@ -47,7 +47,7 @@ void TFormToolsProcess::showParams()
         m_edit->setValue(textParam(key::file));
 }
 
-void TFormToolsProcess::slotChanged(QString text)
+void TFormToolsProcess::slotChanged(const QString& text)
 {
     setParam(key::file, text);
     report();

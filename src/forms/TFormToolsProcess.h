@@ -13,7 +13,7 @@ public:
     explicit TFormToolsProcess(const TData& params);
 
 public slots:
-    void slotChanged(QString text);
+    void slotChanged(const QString& text);
 
 private:
     void showParams() override;

@@ -14,6 +14,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableWidget>
@@ -32,8 +33,7 @@ private slots:
     void tabOrder();
     void routes();
     void closedBehindADialog();
-    void bytesWhileRunning();
-    void registersWhileRunning();
+    void runResults();
 };
 
 namespace {
@@ -238,9 +238,10 @@ void TestFormPage::routes()
 void TestFormPage::closedBehindADialog()
 {
     Page page;
-    page.dir().write("auto.lst", "Flash=f.dev|f.lst\n");
+    page.dir().write("auto.lst", "Other=o.dev|o.lst\nFlash=f.dev|f.lst\n");
+    page.dir().write("f.lst", "A1=Alpha\n");
     page.addProg();
-    const int id = page.add("auto_detect", {{"route", "A1=" + QString::number(project().cfgIdAt(0))}});
+    page.add("auto_detect", {{"name", "Flash"}, {"route", "A1=99"}});
     page.show(1);
     // The buttons that open a dialog: add, edit and delete a route, and choose the family.
     for (int i = 0; i < 4; ++i) {
@@ -249,55 +250,52 @@ void TestFormPage::closedBehindADialog()
         answer([&page](QDialog& dialog) {
             for (QComboBox* box : dialog.findChildren<QComboBox*>())
                 box->setCurrentIndex(0);
+            if (auto* names = dialog.findChild<QListWidget*>())
+                names->setCurrentRow(0);
             page.select(0);
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-            dialog.accept();
+            QTest::keyClick(&dialog, Qt::Key_Return);
         });
         QAbstractButton* button = page.field<QToolButton>(i);
         click(i < 3 ? button : page.field<QPushButton>());
         QVERIFY(!project().isChanged());
     }
-    QVERIFY(page.data(id).value("name").toString().isEmpty());
 }
 
-void TestFormPage::bytesWhileRunning()
-{
-    Page page;
-    page.addShippedChip("W25Q64");
-    const int id = page.add("data_read", {{"data", "0000"}, {"addr_device", "16"}});
-    page.show(2);
-    const auto stored = [&](const char* key) { return page.data(id).value(key).toString(); };
-    project().setCmdParam(id, {{"id_cmd", id}, {"data", "BEEF"}});
-    QCOMPARE(page.row(2), QString("data_read 0x10..0x11 :BEEF"));
-    QCOMPARE(page.field<QPlainTextEdit>()->toPlainText(), QString("0x10: BE EF"));
-    type(page.field<TWgtEditBase>(1)->lineEdit(), "32"); // the address: the result must not be undone
-    QCOMPARE(page.row(2), QString("data_read 0x20..0x21 :BEEF"));
-
-    // What is being typed survives a result, and is stored when it is done. An odd digit is stored too.
-    QLineEdit* bytes = page.field<TWgtEditBase>(2)->lineEdit();
-    bytes->setFocus();
-    bytes->selectAll();
-    QTest::keyClicks(bytes, "12 3");
-    project().setCmdParam(id, {{"id_cmd", id}, {"data", "ABCD"}});
-    QCOMPARE(page.row(2), QString("data_read 0x20..0x21 :ABCD"));
-    QCOMPARE(bytes->text(), QString("12 3"));
-    QCOMPARE(page.field<QPlainTextEdit>()->toPlainText(), QString("0x20: AB CD"));
-    QTest::keyClick(bytes, Qt::Key_Return);
-    QCOMPARE(stored("data") + stored("addr_device"), QString("12332"));
-}
-
-void TestFormPage::registersWhileRunning()
+void TestFormPage::runResults()
 {
     Page page;
     page.addShippedChip("ATmega328P");
-    page.add("fuse_read", {{"data", "62D9FF"}});
+    const int bytes = page.add("flash_data_read", {{"data", "0000"}, {"addr_device", "16"}});
+    const int fuses = page.add("fuse_read", {{"data", "62D9FF"}});
     page.show(2);
-    const int id = project().cmdsOfCfg(project().cfgIdAt(0)).at(2)->id();
-    project().setCmdParam(id, {{"id_cmd", id}, {"data", "E2D1FD"}});
-    QCOMPARE(page.row(2), QString("fuse_read E2D1FD"));
+    const auto store = [](int id, const char* data) {
+        project().setCmdParam(id, {{"id_cmd", id}, {"data", data}});
+    };
+    store(bytes, "BEEF");
+    QCOMPARE(page.row(2), QString("flash_data_read 0x10..0x11 :BEEF"));
+    QCOMPARE(page.field<QPlainTextEdit>()->toPlainText(), QString("0x10: BE EF"));
+    type(page.field<TWgtEditBase>(1)->lineEdit(), "32"); // the address: the result must not be undone
+    QCOMPARE(page.row(2), QString("flash_data_read 0x20..0x21 :BEEF"));
+
+    // What is being typed survives a result, and is stored when it is done. An odd digit is stored too.
+    QLineEdit* line = page.field<TWgtEditBase>(2)->lineEdit();
+    line->setFocus();
+    line->selectAll();
+    QTest::keyClicks(line, "12 3");
+    store(bytes, "ABCD");
+    QCOMPARE(page.row(2), QString("flash_data_read 0x20..0x21 :ABCD"));
+    QCOMPARE(line->text(), QString("12 3"));
+    QCOMPARE(page.field<QPlainTextEdit>()->toPlainText(), QString("0x20: AB CD"));
+    QTest::keyClick(line, Qt::Key_Return);
+    QCOMPARE(page.data(bytes).value("data").toString(), QString("123"));
+
+    page.select(3);
+    store(fuses, "E2D1FD");
+    QCOMPARE(page.row(3), QString("fuse_read E2D1FD"));
     QCOMPARE(page.field<QLineEdit>()->text(), QString("E2D1FD"));
     click(page.field<QCheckBox>(2));
-    QCOMPARE(page.row(2), QString("fuse_read E2D0FD"));
+    QCOMPARE(page.row(3), QString("fuse_read E2D0FD"));
     page.reopen();
     QCOMPARE(page.rowText(), QString("E2D0FD"));
 }
