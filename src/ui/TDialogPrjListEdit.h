@@ -1,12 +1,10 @@
 #pragma once
 
-#include "ui/TDialogBase.h"
-
-class QLineEdit;
+#include "ui/TDialogNameFile.h"
 
 /// Edits the name and the file of one project list in the list of them. A file that is picked comes back
-/// relative to the folder of projects.
-class TDialogPrjListEdit : public TDialogBase
+/// relative to the folder of projects. Neither of the two is empty when the dialog was accepted.
+class TDialogPrjListEdit : public TDialogNameFile
 {
     Q_OBJECT
 
@@ -14,13 +12,6 @@ public:
     TDialogPrjListEdit(const QString& title, const QString& name, const QString& file,
                        QWidget* parent = nullptr);
 
-    /// Neither of them is empty when the dialog was accepted.
-    QString name() const;
-    QString file() const;
-
 private:
-    void browse();
-
-    QLineEdit* m_name = nullptr;
-    QLineEdit* m_file = nullptr;
+    QString pathOf(const QString& file) const override;
 };

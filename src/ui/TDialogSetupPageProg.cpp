@@ -328,7 +328,7 @@ void TDialogSetupPageProg::slotTypeAdd()
     if (dialog.exec() != QDialog::Accepted)
         return;
     const int row = appendRow(m_types);
-    setType(row, dialog.type(), dialog.file());
+    setType(row, dialog.name(), dialog.file());
     m_types->setCurrentCell(row, ColumnType);
     refresh();
 }
@@ -341,8 +341,8 @@ void TDialogSetupPageProg::slotTypeEdit()
                                         otherTexts(m_types, ColumnType, row), this);
     if (dialog.exec() != QDialog::Accepted)
         return;
-    setType(row, dialog.type(), dialog.file());
-    renameType(old, dialog.type());
+    setType(row, dialog.name(), dialog.file());
+    renameType(old, dialog.name());
     refresh();
 }
 
