@@ -2,11 +2,11 @@
 
 #include "core/TAppData.h"
 #include "core/globals.h"
-#include "link/TSerialPort.h"
+#include "forms/TComboBox.h"
+#include "forms/TPortBox.h"
 #include "ui/dialog_parts.h"
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QFormLayout>
 #include <QLineEdit>
 #include <QPushButton>
@@ -21,13 +21,13 @@ TDialogSetupPageProgAliasEdit::TDialogSetupPageProgAliasEdit(const QString& titl
                   parent)
     , m_enabled(new QCheckBox(langText(205), this))
     , m_alias(new QLineEdit(alias, this))
-    , m_port(new QComboBox(this))
-    , m_type(new QComboBox(this))
+    , m_port(new TPortBox(this))
+    , m_type(new TComboBox(this))
 {
     setWindowTitle(title);
     setMinimumWidth(350);
     m_enabled->setChecked(record.enabled);
-    fillPorts(record.port);
+    m_port->setPort(record.port);
     fillTypes(types, record.type);
     auto* layout = new QVBoxLayout(this);
     auto* rows = new QFormLayout;
@@ -49,23 +49,9 @@ TDialogSetupPageProgAliasEdit::TDialogSetupPageProgAliasEdit(const QString& titl
     m_alias->selectAll();
 }
 
-void TDialogSetupPageProgAliasEdit::fillPorts(const QString& port)
-{
-    m_port->setEditable(true);
-    m_port->setInsertPolicy(QComboBox::NoInsert);
-    m_port->addItems(TSerialPort::portList());
-    for (int i = 0; i < m_port->count(); ++i) {
-        if (TSerialPort::portNameOf(m_port->itemText(i)) == port) {
-            m_port->setCurrentIndex(i);
-            return;
-        }
-    }
-    m_port->setCurrentIndex(-1);
-    m_port->setEditText(port);
-}
-
 void TDialogSetupPageProgAliasEdit::fillTypes(const QStringList& types, const QString& type)
 {
+    m_type->allowNarrow();
     m_type->addItems(types);
     if (!type.isEmpty() && !types.contains(type))
         m_type->addItem(type);
@@ -80,8 +66,5 @@ QString TDialogSetupPageProgAliasEdit::alias() const
 
 TProgRecord TDialogSetupPageProgAliasEdit::record() const
 {
-    // A bracket in what was typed belongs to the name; only the texts of the list have a description.
-    const QString text = m_port->currentText().trimmed();
-    const bool isListed = m_port->findText(text, Qt::MatchFixedString | Qt::MatchCaseSensitive) >= 0;
-    return {m_enabled->isChecked(), isListed ? TSerialPort::portNameOf(text) : text, m_type->currentText()};
+    return {m_enabled->isChecked(), m_port->currentText().trimmed(), m_type->currentText()};
 }

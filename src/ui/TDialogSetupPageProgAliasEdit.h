@@ -4,8 +4,9 @@
 #include "ui/TDialogBase.h"
 
 class QCheckBox;
-class QComboBox;
 class QLineEdit;
+class TComboBox;
+class TPortBox;
 
 /// Edits one programmer: enabled, alias, port, type.
 class TDialogSetupPageProgAliasEdit : public TDialogBase
@@ -23,11 +24,10 @@ public:
     TProgRecord record() const;
 
 private:
-    void fillPorts(const QString& port);
     void fillTypes(const QStringList& types, const QString& type);
 
     QCheckBox* m_enabled;
     QLineEdit* m_alias;
-    QComboBox* m_port;
-    QComboBox* m_type;
+    TPortBox* m_port;
+    TComboBox* m_type;
 };
