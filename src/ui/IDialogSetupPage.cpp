@@ -72,7 +72,8 @@ QGroupBox* IDialogSetupPage::makeGroup(const TSetupGroup& group)
     auto* box = new QGroupBox(plainTitle(group.title), this);
     auto* grid = new QGridLayout(box);
     grid->setColumnStretch(1, 1);
-    grid->setVerticalSpacing(3);
+    grid->setContentsMargins(9, 3, 9, 3);
+    grid->setVerticalSpacing(2);
     for (const TSetupRow& row : group.rows) {
         const TSetupEditor editor = makeSetupEditor(row, box);
         const int line = grid->rowCount();

@@ -11,6 +11,7 @@ const std::vector<TSetupGroup>& mainGroups()
           {Kind::Language, -1, &TAppData::Language},
           {Kind::Check, 216, &TAppData::WindowMainCenter},
           {Kind::Check, 217, &TAppData::WindowOtherCenter},
+          {Kind::Number, 32, &TAppData::WindowCmdSelector},
           {Kind::Check, 218, &TAppData::CfgOrientation}}},
         {12, {{Kind::Check, 220, &TAppData::OpenLastPrj}, {Kind::Check, 219, &TAppData::AutoSavePrj}}},
         {63,

@@ -3,13 +3,13 @@
 #include "core/TAppData.h"
 #include "core/TDataPrj.h"
 #include "core/globals.h"
+#include "forms/TComboBox.h"
 #include "ui/TActionWidget.h"
 #include "ui/TDialogSetupPageProgAliasEdit.h"
 #include "ui/TDialogSetupPageProgTypeEdit.h"
 #include "ui/dialog_parts.h"
 #include "ui/window_helpers.h"
 
-#include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QSignalBlocker>
@@ -98,6 +98,7 @@ void TDialogSetupPageProg::makeTables()
     m_aliases->setObjectName(QStringLiteral("aliases"));
     m_types->setObjectName(QStringLiteral("types"));
     m_aliases->setColumnWidth(ColumnEnabled, 40);
+    m_aliases->setColumnWidth(ColumnPort, 120);
 }
 
 void TDialogSetupPageProg::makeActions()
@@ -138,7 +139,8 @@ QWidget* TDialogSetupPageProg::makeDefaultLine()
     auto* line = new QWidget(this);
     auto* row = new QHBoxLayout(line);
     row->setContentsMargins(0, 0, 0, 0);
-    m_default = new QComboBox(line);
+    m_default = new TComboBox(line);
+    m_default->allowNarrow();
     row->addWidget(new QLabel(langText(211), line));
     row->addWidget(m_default, 1);
     // Entry 0 stands for none.

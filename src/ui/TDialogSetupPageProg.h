@@ -4,10 +4,10 @@
 #include "ui/IDialogSetupPage.h"
 
 class QAction;
-class QComboBox;
 class QSplitter;
 class QTableWidget;
 class QTableWidgetItem;
+class TComboBox;
 
 /// The user's programmers and their models, as two tables. They are copies: nothing changes before the
 /// page is stored.
@@ -62,7 +62,7 @@ private:
     QTableWidget* m_types = nullptr;
     QList<QAction*> m_aliasActions;
     QList<QAction*> m_typeActions;
-    QComboBox* m_default = nullptr;
+    TComboBox* m_default = nullptr;
     QSplitter* m_splitter = nullptr;
     /// The cell of the default alias, which goes along when its row is moved; null with none.
     QTableWidgetItem* m_defaultItem = nullptr;

@@ -7,6 +7,7 @@
 #include "ui/TDialogSetupPageMain.h"
 #include "ui/TDialogSetupPageProg.h"
 #include "ui/dialog_parts.h"
+#include "ui/window_helpers.h"
 
 #include <QHeaderView>
 #include <QLabel>
@@ -27,7 +28,7 @@ TDialogSetupSelect::TDialogSetupSelect(QWidget* parent)
 {
     setWindowTitle(langText(176));
     m_tree->setHeaderHidden(true);
-    m_tree->setStyleSheet(QStringLiteral("QTreeView:item:selected:!active { background: #A0A0A0; }"));
+    markInactive(m_tree, QStringLiteral("QTreeView"));
     auto* right = new QWidget(m_splitter);
     auto* column = new QVBoxLayout(right);
     column->setContentsMargins(5, 0, 0, 0);
@@ -87,7 +88,10 @@ void TDialogSetupSelect::slotGroupSelect(QModelIndex index)
 
 void TDialogSetupSelect::accept()
 {
+    const QString language = appData().Language;
     for (IDialogSetupPage* page : m_pages)
         page->store();
+    if (appData().Language != language)
+        msgInfo(langText(2), this);
     TDialogBase::accept();
 }

@@ -18,6 +18,7 @@ TWgtColorEnableEdit::TWgtColorEnableEdit(const QString& text, bool hasCheck, QWi
         row->addWidget(new QLabel(text, this));
     row->addStretch();
     m_field->setFixedWidth(100);
+    m_field->setMinimumHeight(fontMetrics().height() + 5);
     m_field->setFrameStyle(int(QFrame::StyledPanel) | int(QFrame::Sunken));
     m_field->setAutoFillBackground(true);
     m_field->setFocusPolicy(Qt::StrongFocus);

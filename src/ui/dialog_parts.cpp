@@ -134,17 +134,25 @@ QTableWidget* makeRowTable(const QStringList& headers, QWidget* parent)
     table->setTabKeyNavigation(false);
     table->setWordWrap(false);
     table->setContextMenuPolicy(Qt::CustomContextMenu);
-    // Without the focus the choice must still be seen.
-    table->setStyleSheet(QStringLiteral("QTableWidget:item:selected:!active { background: #A0A0A0; }"));
+    markInactive(table, QStringLiteral("QTableWidget"));
     return table;
+}
+
+void markInactive(QAbstractItemView* view, const QString& viewClass)
+{
+    view->setStyleSheet(QStringLiteral("%1:item:selected:!active { background: #A0A0A0; }").arg(viewClass));
+    QPalette palette = view->palette();
+    palette.setColor(QPalette::Inactive, QPalette::HighlightedText, Qt::black);
+    view->setPalette(palette);
 }
 
 void setCell(QTableWidget* table, int row, int column, const QString& text)
 {
-    if (QTableWidgetItem* item = table->item(row, column))
-        item->setText(text);
-    else
-        table->setItem(row, column, new QTableWidgetItem(text));
+    QTableWidgetItem* item = table->item(row, column);
+    if (!item)
+        table->setItem(row, column, item = new QTableWidgetItem);
+    item->setText(text);
+    item->setToolTip(text);
 }
 
 QString cellText(const QTableWidget* table, int row, int column)

@@ -4,12 +4,13 @@
 #include "core/TDataPrj.h"
 #include "core/globals.h"
 #include "core/helpers.h"
+#include "forms/TComboBox.h"
+#include "forms/TWgtEditDec.h"
 #include "ui/TWgtColorEnableEdit.h"
 #include "ui/dialog_parts.h"
 #include "ui/language_files.h"
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QCoreApplication>
 #include <QFileDialog>
 #include <QLayout>
@@ -61,10 +62,23 @@ TSetupEditor makeColor(const TSetupRow& row, QWidget* parent)
             }};
 }
 
+TSetupEditor makeNumber(const TSetupRow& row, QWidget* parent)
+{
+    const auto field = std::get<int TAppData::*>(row.field);
+    auto* edit = new TWgtEditDec(appData().*field, parent);
+    edit->setRange(0, 9999);
+    edit->setRangeText(QStringLiteral("0..9999"));
+    const auto read = [edit] {
+        edit->editingFinished(); // also what was typed and not left yet
+        return edit->value();
+    };
+    return {edit, true, storeChange(field, read)};
+}
+
 TSetupEditor makeExpand(const TSetupRow& row, QWidget* parent)
 {
     const auto field = std::get<int TAppData::*>(row.field);
-    auto* box = new QComboBox(parent);
+    auto* box = new TComboBox(parent);
     for (int text : {233, 234, 235})
         box->addItem(langText(text));
     box->setCurrentIndex(appData().*field < box->count() ? appData().*field : -1);
@@ -75,7 +89,7 @@ TSetupEditor makeExpand(const TSetupRow& row, QWidget* parent)
 TSetupEditor makeChoice(const TSetupRow& row, const QMap<QString, QString>& valueOfText, QWidget* parent)
 {
     const auto field = std::get<QString TAppData::*>(row.field);
-    auto* box = new QComboBox(parent);
+    auto* box = new TComboBox(parent);
     for (auto it = valueOfText.begin(); it != valueOfText.end(); ++it)
         box->addItem(it.key(), it.value());
     const QString value = appData().*field;
@@ -127,6 +141,8 @@ TSetupEditor makePath(const TSetupRow& row, QWidget* parent)
 TSetupEditor makeSetupEditor(const TSetupRow& row, QWidget* parent)
 {
     switch (row.kind) {
+    case TSetupKind::Number:
+        return makeNumber(row, parent);
     case TSetupKind::Expand:
         return makeExpand(row, parent);
     case TSetupKind::Style:
@@ -146,6 +162,8 @@ TSetupEditor makeSetupEditor(const TSetupRow& row, QWidget* parent)
 
 QString setupText(const TSetupRow& row)
 {
+    if (row.kind == TSetupKind::Number)
+        return QStringLiteral("%1, px:").arg(plainTitle(row.text));
     if (row.text >= 0)
         return langText(row.text);
     // The word that the menu has in every language.

@@ -18,6 +18,7 @@ using TSetupField = std::variant<bool TAppData::*, int TAppData::*, QString TApp
 /// How a setting is edited.
 enum class TSetupKind {
     Check,    ///< a check mark: a bool, or a number that is read as one
+    Number,   ///< a count of pixels
     Expand,   ///< what the tree of projects shows at the start
     Style,    ///< one of the styles that there are
     Language, ///< one of the language files

@@ -1,62 +1,51 @@
 #include "core/TAppData.h"
-#include "core/TCmdCode.h"
 #include "core/TDataPrj.h"
 #include "core/TLang.h"
 #include "core/TPrjListFile.h"
 #include "core/TPrjLists.h"
+#include "core/TSettings.h"
 #include "core/globals.h"
 #include "core/helpers.h"
 #include "core/keys.h"
-#include "core/settingsRows.h"
 #include "devices/TDeviceList.h"
+#include "link/TPairStringList.h"
 #include "support/TestDir.h"
+#include "support/tables.h"
 #include "ui/TActionWidget.h"
+#include "ui/TDialogAbout.h"
 #include "ui/TDialogCfgEdit.h"
 #include "ui/TDialogCmdSelector.h"
+#include "ui/TDialogPrjEdit.h"
 #include "ui/TDialogPrjListEdit.h"
 #include "ui/TDialogSelectDevice.h"
 #include "ui/TDialogSelectPrjList.h"
+#include "ui/TDialogSetLanguage.h"
 #include "ui/TDialogSetupPageProg.h"
 #include "ui/TDialogSetupPageProgAliasEdit.h"
 #include "ui/TDialogSetupPageProgTypeEdit.h"
 #include "ui/TDialogSetupSelect.h"
+#include "ui/TFormProgAutoDetectEdit.h"
 #include "ui/TWgtColorEnableEdit.h"
 #include "ui/language_files.h"
 
-#include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMainWindow>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTableWidget>
-#include <QTimer>
-#include <QTreeWidget>
 #include <QtTest>
+#include <QtWidgets>
 
-#include <ctime>
+#include <memory>
 
 namespace {
 
-template <class T> T* modal()
-{
-    return qobject_cast<T*>(QApplication::activeModalWidget());
-}
+using MakeDialog = std::function<QDialog*()>;
 
 /// Does something with the dialog that the next event loop shows, which must be of that class.
 template <class T> void expect(const std::function<void(T&)>& answer)
 {
     QTimer::singleShot(0, qApp, [answer] {
-        QDialog* any = modal<QDialog>();
-        T* dialog = modal<T>();
-        if (dialog)
-            answer(*dialog);
-        else
-            QTest::qFail("no such dialog", __FILE__, __LINE__);
+        const QPointer<QWidget> any = QApplication::activeModalWidget();
+        T* dialog = qobject_cast<T*>(any);
+        dialog ? answer(*dialog) : QTest::qFail("no such dialog", __FILE__, __LINE__);
         if (any && any->isVisible())
-            any->reject();
+            any->close();
     });
 }
 
@@ -74,26 +63,29 @@ void click(const QWidget& window, const char* text)
     QTest::mouseClick(button(window, QLatin1String(text)), Qt::LeftButton);
 }
 
-/// Answers the next question with one of its buttons, and tells what was asked.
-void answerBox(const char* text, QString& asked)
+/// Answers the next box with one of its buttons, and tells what it said.
+void answerBox(const char* text, QString& said)
 {
-    expect<QMessageBox>([text, &asked](QMessageBox& box) {
-        asked = box.text();
+    expect<QMessageBox>([text, &said](QMessageBox& box) {
+        said = box.text();
         click(box, text);
     });
 }
 
-/// Types into the lines of a dialog, from top to bottom; an empty text leaves the line. Accepts.
+/// Types into the lines of a dialog, from top to bottom.
+void type(const QDialog& dialog, const QStringList& texts)
+{
+    const QList<QLineEdit*> lines = dialog.findChildren<QLineEdit*>();
+    for (int i = 0; i < texts.size(); ++i) {
+        lines.at(i)->selectAll();
+        QTest::keyClicks(lines.at(i), texts.at(i));
+    }
+}
+
 template <class T> void fillIn(const QStringList& texts)
 {
     expect<T>([texts](T& dialog) {
-        const QList<QLineEdit*> lines = dialog.template findChildren<QLineEdit*>();
-        for (int i = 0; i < texts.size(); ++i) {
-            if (texts.at(i).isEmpty())
-                continue;
-            lines.at(i)->selectAll();
-            QTest::keyClicks(lines.at(i), texts.at(i));
-        }
+        type(dialog, texts);
         click(dialog, "OK");
     });
 }
@@ -106,43 +98,51 @@ QStringList column(const QTableWidget& table, int column)
     return texts;
 }
 
-/// The values of all settings as text, by key.
-QMap<QString, QString> settings()
+/// What the settings file holds when the settings are saved now, by key.
+QVariantMap settings()
 {
-    QMap<QString, QString> values;
-    for (const SettingsRow& row : settingsRows()) {
-        std::visit(
-            [&](auto field) {
-                QString text;
-                QDebug(&text) << appData().*field;
-                values.insert(QLatin1String(row.key), text);
-            },
-            row.field);
-    }
+    appData().saveApp();
+    appData().saveWindow();
+    const TSettings file(fileInAppDir("ini"));
+    QVariantMap values;
+    for (const QString& key : file.allKeys())
+        values.insert(key, file.value(key));
     return values;
 }
 
-QSet<QString> changes(const QMap<QString, QString>& before)
+/// The keys with other values than before, but for the places of windows.
+QStringList changes(const QVariantMap& before)
 {
-    QSet<QString> keys;
-    const QMap<QString, QString> now = settings();
-    for (auto it = now.begin(); it != now.end(); ++it) {
-        if (before.value(it.key()) != it.value() && !it.key().startsWith(QLatin1String("Window")))
-            keys.insert(it.key());
-    }
+    const QVariantMap now = settings();
+    QStringList keys = now.keys();
+    const auto isSame = [&](const QString& key) {
+        return now[key] == before[key] || key.startsWith("Window");
+    };
+    keys.erase(std::remove_if(keys.begin(), keys.end(), isSame), keys.end());
     return keys;
 }
 
-QCheckBox* checkBox(const QWidget& window, int text)
+/// Gives an editor of a setting another value, by the keyboard.
+void change(QWidget* editor)
 {
-    for (QCheckBox* box : window.findChildren<QCheckBox*>()) {
-        if (box->text() == langText(text))
-            return box;
+    if (qobject_cast<QCheckBox*>(editor)) {
+        QTest::keyClick(editor, Qt::Key_Space);
+    } else if (const auto* choice = qobject_cast<QComboBox*>(editor)) {
+        QTest::keyClick(editor, choice->currentIndex() == 0 ? Qt::Key_Down : Qt::Key_Up);
+    } else if (qobject_cast<QLineEdit*>(editor)) {
+        QTest::keyClicks(editor, "1");
+    } else if (qobject_cast<TWgtColorEnableEdit*>(editor)) {
+        expect<QColorDialog>([](QColorDialog& colors) {
+            colors.setCurrentColor(QColor(1, 2, 3));
+            QTest::keyClick(&colors, Qt::Key_Return);
+        });
+        QTest::keyClick(editor->findChild<QLabel*>(), Qt::Key_Space);
     }
-    qFatal("no check box %d", text);
 }
 
 } // namespace
+
+Q_DECLARE_METATYPE(MakeDialog)
 
 class TestDialogs : public QObject
 {
@@ -152,17 +152,16 @@ private slots:
     void initTestCase();
     void init();
     void keysOfAWidget();
-    void placeIsKept();
+    void placeAndKeys_data();
+    void placeAndKeys();
+    void incomplete();
+    void choices();
     void deviceFilter();
-    void deviceFilterIsQuick();
-    void listsNewAndCopy();
-    void listsRows();
+    void projectLists();
     void selector();
     void setupStoresWhatWasChanged();
     void setupHasEverySetting();
-    void progAliases();
-    void progTypes();
-    void languages();
+    void programmers();
 
 private:
     TestDir m_dir;
@@ -170,23 +169,22 @@ private:
 
 void TestDialogs::initTestCase()
 {
-    lang().load(m_dir.file(QStringLiteral("language/eng.lng")));
-    QFile::remove(fileInAppDir(QStringLiteral("hk")));
-    QVERIFY(QFile::copy(m_dir.file(QStringLiteral("velmarkion.hk")), fileInAppDir(QStringLiteral("hk"))));
+    lang().load(m_dir.file("language/eng.lng"));
+    QFile::remove(fileInAppDir("hk"));
+    QVERIFY(QFile::copy(m_dir.file("velmarkion.hk"), fileInAppDir("hk")));
 }
 
 void TestDialogs::init()
 {
     appData() = TAppData();
-    appData().PathProjects = m_dir.file(QStringLiteral("projects"));
-    appData().PathDevices = m_dir.file(QStringLiteral("devices"));
-    appData().PathLanguage = m_dir.file(QStringLiteral("language"));
-    appData().progTypes.append(QStringLiteral("Model"), QStringLiteral("model.cfg"));
-    appData().progTypes.append(QStringLiteral("Other"), QStringLiteral("other.cfg"));
-    appData().progNames.append(QStringLiteral("A"), true, QStringLiteral("ttyS0"), QStringLiteral("Model"));
-    appData().progNames.append(QStringLiteral("B"), false, QStringLiteral("/dev/x (y)"),
-                               QStringLiteral("Other"));
-    appData().progNames.append(QStringLiteral("C"), true, QStringLiteral("ttyS2"), QStringLiteral("Model"));
+    appData().PathProjects = m_dir.file("projects");
+    appData().PathDevices = m_dir.file("devices");
+    appData().PathLanguage = m_dir.file("language");
+    appData().progTypes.append("Model", "model.cfg");
+    appData().progTypes.append("Other", "other.cfg");
+    appData().progNames.append("A", true, "ttyS0", "Model");
+    appData().progNames.append("B", false, "/dev/x (y)", "Other");
+    appData().progNames.append("C", true, "ttyS2", "Model");
     appData().ProgDefault = 1;
 }
 
@@ -194,398 +192,340 @@ void TestDialogs::init()
 void TestDialogs::keysOfAWidget()
 {
     QMainWindow window;
-    auto* table = new QTableWidget(2, 1, &window);
-    auto* line = new QLineEdit(&window);
-    window.setCentralWidget(table);
-    int inWindow = 0;
-    int inTable = 0;
-    QAction windowAction(&window);
-    windowAction.setShortcut(QKeySequence(QStringLiteral("F4")));
-    window.addAction(&windowAction);
-    connect(&windowAction, &QAction::triggered, this, [&] { ++inWindow; });
-    TActionWidget one(QStringLiteral("One"), QKeySequence(QStringLiteral("F4")), table);
-    TActionWidget two(QStringLiteral("Two"), QKeySequence(QStringLiteral("Ctrl+K, Ctrl+D")), table);
-    connect(&one, &QAction::triggered, this, [&] { ++inTable; });
-    connect(&two, &QAction::triggered, this, [&] { inTable += 10; });
+    QTableWidget table(2, 1, &window);
+    QLineEdit line(&window);
+    QAction inWindow(&window);
+    inWindow.setShortcut(QKeySequence("F4"));
+    window.addAction(&inWindow);
+    TActionWidget one("One", QKeySequence("F4"), &table);
+    const QSignalSpy windowSpy(&inWindow, &QAction::triggered);
+    const QSignalSpy oneSpy(&one, &QAction::triggered);
     window.show();
     QVERIFY(QTest::qWaitForWindowActive(&window));
-
-    table->setFocus();
-    QTest::keyClick(window.windowHandle(), Qt::Key_F4);
-    QCOMPARE(qMakePair(inWindow, inTable), qMakePair(0, 1));
-    QTest::keyClick(window.windowHandle(), Qt::Key_K, Qt::ControlModifier);
-    QTest::keyClick(window.windowHandle(), Qt::Key_D, Qt::ControlModifier);
-    QCOMPARE(inTable, 11);
+    const auto press = [&](QWidget& focus) {
+        focus.setFocus();
+        QTest::keyClick(window.windowHandle(), Qt::Key_F4);
+        return qMakePair(windowSpy.size(), oneSpy.size());
+    };
+    QCOMPARE(press(table), qMakePair(0, 1));
     one.setEnabled(false);
-    QTest::keyClick(window.windowHandle(), Qt::Key_F4);
-    QCOMPARE(qMakePair(inWindow, inTable), qMakePair(0, 11));
-    line->setFocus();
-    QTest::keyClick(window.windowHandle(), Qt::Key_F4);
-    QCOMPARE(qMakePair(inWindow, inTable), qMakePair(1, 11));
+    QCOMPARE(press(table), qMakePair(0, 1));
+    QCOMPARE(press(line), qMakePair(1, 1));
 }
 
-void TestDialogs::placeIsKept()
+void TestDialogs::placeAndKeys_data()
 {
+    tableColumns<MakeDialog, bool>("make", "isHigh");
+    const auto row = [](const char* group, bool isHigh, const MakeDialog& make) {
+        tableRow(group, make, isHigh);
+    };
+    row("WindowCfgEdit", false, [] { return new TDialogCfgEdit("t", "n"); });
+    row("WindowPrjEdit", false, [] { return new TDialogPrjEdit("t", "n", {}, {}); });
+    row("WindowPrjListEdit", false, [] { return new TDialogPrjListEdit("t", "n", "f"); });
+    row("WindowSettingsProgType", false, [] { return new TDialogSetupPageProgTypeEdit("t", "n", "f", {}); });
+    row("WindowSettingsProgName", false,
+        [] { return new TDialogSetupPageProgAliasEdit("t", "n", {}, {"Model"}, {}); });
+    row("WindowRouteEdit", false, [] { return new TFormProgAutoDetectEdit("t", {"id", "1"}, {}); });
+    row("WindowLanguage", true, [] { return new TDialogSetLanguage({"a"}); });
+    row("WindowSettings", true, [] { return new TDialogSetupSelect; });
+    row("WindowSelectPrjList", true, [this] { return new TDialogSelectPrjList(m_dir.file("vm.lpl")); });
+}
+
+void TestDialogs::placeAndKeys()
+{
+    QFETCH(MakeDialog, make);
+    QFETCH(bool, isHigh);
     appData().WindowOtherCenter = false;
-    {
-        TDialogCfgEdit never({}, QStringLiteral("x"));
+    const QString group = QTest::currentDataTag();
+    const auto stored = [group](const char* name) { return settings().value(group + name).toInt(); };
+    delete make(); // never shown, it has no place
+    QCOMPARE(stored("/Left"), 100);
+    const QRect place(30, 40, 780, 600);
+    for (Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
+        const std::unique_ptr<QDialog> dialog(make());
+        dialog->show();
+        QVERIFY(QTest::qWaitForWindowActive(dialog.get()));
+        if (key == Qt::Key_Return)
+            QCOMPARE(dialog->geometry(), QRect(place.topLeft(), QSize(780, isHigh ? 600 : dialog->height())));
+        dialog->setGeometry(place);
+        QTest::keyClick(dialog->windowHandle(), key);
+        QVERIFY(!dialog->isVisible());
+        QCOMPARE(dialog->result(), int(key == Qt::Key_Return ? QDialog::Accepted : QDialog::Rejected));
     }
-    QCOMPARE(appData().WindowCfgEditLeft, 100);
-    {
-        TDialogCfgEdit dialog({}, {});
-        dialog.show();
-        QVERIFY(!button(dialog, QStringLiteral("OK"))->isEnabled());
-        QTest::keyClicks(dialog.findChild<QLineEdit*>(), QStringLiteral(" \t name "));
-        QVERIFY(button(dialog, QStringLiteral("OK"))->isEnabled());
-        QCOMPARE(dialog.name(), QStringLiteral("name"));
-        dialog.setGeometry(30, 40, 333, dialog.height());
-    }
-    QCOMPARE(appData().WindowCfgEditLeft, 30);
-    QCOMPARE(appData().WindowCfgEditTop, 40);
-    QCOMPARE(appData().WindowCfgEditWidth, 333);
-    TDialogCfgEdit again({}, {});
-    again.show();
-    QCOMPARE(again.geometry().topLeft(), QPoint(30, 40));
-    QCOMPARE(again.width(), 333);
+    QCOMPARE(QRect(stored("/Left"), stored("/Top"), stored("/Width"), isHigh ? stored("/Height") : 600),
+             place);
+}
+
+void TestDialogs::incomplete()
+{
+    const auto accepts = [](const QDialog& dialog, const QStringList& texts) {
+        type(dialog, texts);
+        return button(dialog, "OK")->isEnabled();
+    };
+    QVERIFY(!accepts(TDialogCfgEdit({}, {}), {" \t "}));
+    QVERIFY(accepts(TDialogPrjEdit({}, {}, {}, {}), {"group"}));
+    QVERIFY(!accepts(TDialogPrjListEdit({}, {}, {}), {"n", " "}));
+    QVERIFY(!accepts(TDialogPrjListEdit({}, {}, {}), {" ", "f"}));
+    QVERIFY(!accepts(TDialogSetupPageProgTypeEdit({}, {}, {}, {"A"}), {" A ", "f"}));
+    for (const char* alias : {"A", " C ", " "})
+        QVERIFY(!accepts(TDialogSetupPageProgAliasEdit({}, "B", {}, {"Model"}, {"A", "C"}), {alias}));
+}
+
+void TestDialogs::choices()
+{
+    const TDialogPrjEdit edit({}, {}, {}, m_dir.file("projects"));
+    expect<QFileDialog>([this](QFileDialog& files) {
+        files.selectFile(m_dir.file("projects/serial-flash.prj"));
+        static_cast<QDialog&>(files).accept();
+    });
+    click(edit, "...");
+    QCOMPARE(edit.file(), QString("serial-flash.prj"));
+    QCOMPARE(edit.name(), QString("serial-flash"));
+    const QMap<QString, QString> files = languageFiles(appData().PathLanguage);
+    const TDialogSetLanguage language(files.keys());
+    QTest::keyClick(language.findChild<QListWidget*>(), Qt::Key_Down);
+    QCOMPARE(files.value(language.selected()), QString("rus.lng"));
+    // A chip that is not known any more stays until another is chosen.
+    const QString cfg = QString::number(project().addCfg("c", {}, -1));
+    TPairStringList chips;
+    chips.append("EF4017", "Chip");
+    const TFormProgAutoDetectEdit route({}, {"gone", {}}, chips);
+    QTest::keyClick(route.findChildren<QComboBox*>().at(1), Qt::Key_Down);
+    QCOMPARE(route.route().chip, QString("gone"));
+    QTest::keyClick(route.findChildren<QComboBox*>().at(0), Qt::Key_Down);
+    QCOMPARE(route.route().chip, QString("EF4017"));
+    QCOMPARE(route.route().cfg, cfg);
+    project().reset();
 }
 
 void TestDialogs::deviceFilter()
 {
-    m_dir.write(QStringLiteral("few/devices.lst"),
+    appData().PathDevices = m_dir.file("few");
+    m_dir.write("few/devices.lst",
                 "W25Q128FW=a.dev\nATmega16=a.dev\nW25Q64FW=a.dev\nATmega328P=a.dev\nW25Q64=a.dev\n");
-    const QString shipped = appData().PathDevices;
-    appData().PathDevices = m_dir.file(QStringLiteral("few"));
     expect<TDialogSelectDevice>([](TDialogSelectDevice& dialog) {
-        auto* filter = dialog.findChild<QLineEdit*>();
-        QCOMPARE(dialog.selected(), QStringLiteral("ATmega16"));
+        auto* line = dialog.findChild<QLineEdit*>();
+        const auto filtered = [&](const char* text) {
+            line->clear();
+            QTest::keyClicks(line, text);
+            return dialog.selected();
+        };
         // What the filter hides is not chosen, and of several none is chosen by itself.
-        QTest::keyClicks(filter, QStringLiteral("w25q*w"));
-        QCOMPARE(dialog.selected(), QString());
-        QVERIFY(!button(dialog, QStringLiteral("OK"))->isEnabled());
-        QTest::keyClick(filter, Qt::Key_Return);
-        QVERIFY(dialog.isVisible());
-        QTest::keyClick(filter, Qt::Key_Down);
-        QCOMPARE(dialog.selected(), QStringLiteral("W25Q64FW"));
+        QCOMPARE(dialog.selected(), QString("ATmega16"));
+        QCOMPARE(filtered("w25q*w"), QString());
+        QTest::keyClick(line, Qt::Key_Return);
+        QVERIFY(dialog.isVisible() && !button(dialog, "OK")->isEnabled());
+        QTest::keyClick(line, Qt::Key_Down);
         click(dialog, "*");
-        QCOMPARE(dialog.selected(), QStringLiteral("W25Q64FW"));
-        QTest::keyClicks(filter, QStringLiteral("["));
-        QCOMPARE(dialog.selected(), QString());
-        QTest::keyClicks(filter, QStringLiteral("a-f1]6"));
-        QCOMPARE(dialog.selected(), QStringLiteral("ATmega16"));
-        filter->clear();
+        QCOMPARE(dialog.selected(), QString("W25Q64FW"));
+        QCOMPARE(filtered("["), QString());
+        QCOMPARE(filtered("[a-f1]6"), QString("ATmega16"));
         // The only one left is meant.
-        QTest::keyClicks(filter, QStringLiteral("mega328p"));
-        QCOMPARE(dialog.selected(), QStringLiteral("ATmega328P"));
-        QTest::keyClick(filter, Qt::Key_Return);
+        QCOMPARE(filtered("mega328p"), QString("ATmega328P"));
+        QTest::keyClick(line, Qt::Key_Return);
     });
-    const QString chosen = TDialogSelectDevice::selectChip(QStringLiteral("ATmega16"));
-    appData().PathDevices = shipped;
-    QCOMPARE(chosen, QStringLiteral("ATmega328P"));
+    QCOMPARE(TDialogSelectDevice::selectChip("ATmega16"), QString("ATmega328P"));
 }
 
-void TestDialogs::deviceFilterIsQuick()
+void TestDialogs::projectLists()
 {
-    QStringList names;
-    for (int i = 0; i < 700; ++i)
-        names.append(QStringLiteral("CHIP%1-%2").arg(i % 26).arg(i));
-    TDialogSelectDevice dialog(QString(),
-                               {&appData().WindowSelectDeviceLeft, &appData().WindowSelectDeviceTop,
-                                &appData().WindowSelectDeviceWidth, &appData().WindowSelectDeviceHeight},
-                               names, names.at(600));
-    dialog.show();
-    QApplication::processEvents();
-    const QString typed = QStringLiteral("chip1*-1");
-    const std::clock_t start = std::clock();
-    for (const QChar letter : typed) {
-        QTest::keyClick(dialog.findChild<QLineEdit*>(), letter.toLatin1());
-        QApplication::processEvents();
-    }
-    for (int i = 0; i < typed.size(); ++i)
-        QTest::keyClick(dialog.findChild<QLineEdit*>(), Qt::Key_Backspace);
-    const double ms = 1000.0 * double(std::clock() - start) / CLOCKS_PER_SEC / (2 * typed.size());
-    QVERIFY2(ms < 10, qPrintable(QString::number(ms)));
-}
-
-void TestDialogs::listsNewAndCopy()
-{
-    const QByteArray samples = m_dir.read(QStringLiteral("projects/samples.lst"));
-    TDialogSelectPrjList dialog(m_dir.file(QStringLiteral("vm.lpl")));
-    QVERIFY(dialog.isLoaded());
-    dialog.show();
-    QVERIFY(QTest::qWaitForWindowActive(&dialog));
-    auto* table = dialog.findChild<QTableWidget*>();
-    table->setFocus();
-    // An existing file is never written: not by a new list, and not by a copy of itself.
-    fillIn<TDialogPrjListEdit>({QStringLiteral("New"), QStringLiteral("samples")});
-    QTest::keyClick(table, Qt::Key_N, Qt::ControlModifier);
-    QCOMPARE(dialog.file(), QStringLiteral("samples_new.lst"));
-    table->setCurrentCell(0, 0);
-    fillIn<TDialogPrjListEdit>({QStringLiteral("Copy"), QStringLiteral("samples.lst")});
-    QTest::keyClick(table, Qt::Key_C, Qt::ControlModifier);
-    QCOMPARE(dialog.file(), QStringLiteral("samples_new_new.lst"));
-    QCOMPARE(m_dir.read(QStringLiteral("projects/samples.lst")), samples);
-    QCOMPARE(m_dir.read(QStringLiteral("projects/samples_new_new.lst")), samples);
-    TPrjListFile list;
-    QCOMPARE(list.read(m_dir.file(QStringLiteral("projects/samples_new.lst"))), TPrjListFile::Ok);
-    QVERIFY(list.items().isEmpty());
-    // In another folder the copy still leads to the same projects.
-    table->setCurrentCell(0, 0);
-    fillIn<TDialogPrjListEdit>({QStringLiteral("Far"), QStringLiteral("../far.lst")});
-    dialog.slotCopy();
-    QCOMPARE(list.read(m_dir.file(QStringLiteral("far.lst"))), TPrjListFile::Ok);
-    QCOMPARE(list.items().at(1).file, QStringLiteral("projects/serial-flash.prj"));
-    // A folder that is not there.
-    expect<TDialogPrjListEdit>([](TDialogPrjListEdit& edit) {
-        edit.findChildren<QLineEdit*>().at(0)->setText(QStringLiteral("x"));
-        edit.findChildren<QLineEdit*>().at(1)->setText(QStringLiteral("no/such/x"));
-        QTimer::singleShot(0, qApp, [] { modal<QMessageBox>()->accept(); });
-        click(edit, "OK");
-    });
-    dialog.slotNew();
-    QCOMPARE(column(*table, 0), QStringList({"Samples", "New", "Copy", "Far"}));
-}
-
-void TestDialogs::listsRows()
-{
-    const QString file = m_dir.write(
-        QStringLiteral("my.lpl"),
-        R"({"version": 1, "list": [{"name": "a", "file": "a.lst"}, {"name": "b", "file": "b.lst"}]})");
+    const QByteArray samples = m_dir.read("projects/samples.lst");
+    const QString file = m_dir.file("vm.lpl");
     TDialogSelectPrjList dialog(file);
     auto* table = dialog.findChild<QTableWidget*>();
-    dialog.show();
-    dialog.setPreset(QStringLiteral("Samples"), m_dir.file(QStringLiteral("projects/samples.lst")));
-    QVERIFY(!dialog.isChanged());
-    QTest::keyClick(table, Qt::Key_Insert, Qt::ControlModifier);
-    QTest::keyClick(table, Qt::Key_Insert, Qt::ControlModifier); // it is there by now
-    QCOMPARE(column(*table, 0), QStringList({"a", "b", "Samples"}));
-    QTest::keyClick(table, Qt::Key_Up, Qt::ControlModifier);
-    QTest::keyClick(table, Qt::Key_Up, Qt::ControlModifier);
-    QTest::keyClick(table, Qt::Key_Up, Qt::ControlModifier);
-    QCOMPARE(column(*table, 0), QStringList({"Samples", "a", "b"}));
-    QCOMPARE(dialog.name(), QStringLiteral("Samples"));
-    table->setCurrentCell(1, 0);
-    QString asked;
-    answerBox("No", asked);
-    QTest::keyClick(table, Qt::Key_Delete);
-    QVERIFY(asked.contains(QLatin1String("\"a\"")));
-    QCOMPARE(table->rowCount(), 3);
+    const auto press = [table](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::ControlModifier) {
+        QTest::keyClick(table, key, modifiers);
+    };
+    // An existing file is never written: not by a new list, and not by a copy of itself.
+    fillIn<TDialogPrjListEdit>({"New", "samples"});
+    press(Qt::Key_N);
+    QCOMPARE(dialog.file(), QString("samples_new.lst"));
+    press(Qt::Key_Up, Qt::NoModifier);
+    fillIn<TDialogPrjListEdit>({"Copy", "samples.lst"});
+    press(Qt::Key_C);
+    QCOMPARE(dialog.file(), QString("samples_new_new.lst"));
+    QCOMPARE(m_dir.read("projects/samples.lst"), samples);
+    QCOMPARE(m_dir.read("projects/samples_new_new.lst"), samples);
+    // In another folder the copy still leads to the same projects.
+    fillIn<TDialogPrjListEdit>({"Far", "../far.lst"});
+    press(Qt::Key_C);
+    TPrjListFile list;
+    QCOMPARE(list.read(m_dir.file("far.lst")), TPrjListFile::Ok);
+    QCOMPARE(list.items().at(1).file, QString("projects/serial-flash.prj"));
+    // A folder that is not there.
+    QString said;
+    expect<TDialogPrjListEdit>([&said](TDialogPrjListEdit& edit) {
+        type(edit, {"x", "no/such/x"});
+        answerBox("OK", said);
+        click(edit, "OK");
+    });
+    press(Qt::Key_N);
+    QVERIFY(said.contains("no/such/x.lst"));
+    // The open list, once: then it is there.
+    dialog.setPreset("Open", m_dir.file("projects/open.lst"));
+    press(Qt::Key_Insert);
+    press(Qt::Key_Insert);
+    for (int i = 0; i < 9; ++i)
+        press(Qt::Key_Up);
+    fillIn<TDialogPrjListEdit>({"First"});
+    press(Qt::Key_F2, Qt::NoModifier);
+    QCOMPARE(column(*table, 0), QStringList({"First", "Samples", "New", "Copy", "Far"}));
+    answerBox("No", said);
+    press(Qt::Key_Delete, Qt::NoModifier);
+    QVERIFY(said.contains("\"First\"") && table->rowCount() == 5);
     appData().ConfirmProjectsListDelete = false;
-    QTest::keyClick(table, Qt::Key_Delete);
-    QCOMPARE(column(*table, 0), QStringList({"Samples", "b"}));
-    QVERIFY(dialog.isChanged());
-    QVERIFY(dialog.write());
-    QVERIFY(!dialog.isChanged());
+    press(Qt::Key_Delete, Qt::NoModifier);
+    QVERIFY(dialog.isChanged() && dialog.write() && !dialog.isChanged());
     TPrjLists lists;
     QVERIFY(lists.read(file));
-    QCOMPARE(lists.entries().size(), 2);
-    QCOMPARE(lists.entries().at(1).file, QStringLiteral("b.lst"));
-    QTest::keyClick(table, Qt::Key_Delete);
-    QTest::keyClick(table, Qt::Key_Delete);
-    QTest::keyClick(table, Qt::Key_Delete);
-    QCOMPARE(table->rowCount(), 0);
-    QVERIFY(!button(dialog, QStringLiteral("Select"))->isEnabled());
-    QVERIFY(!TDialogSelectPrjList(m_dir.file(QStringLiteral("gone.lpl"))).isLoaded());
+    QCOMPARE(lists.entries().size(), 4);
+    QCOMPARE(lists.entries().at(0).file, QString("samples.lst"));
+    for (int i = 0; i < 5; ++i)
+        press(Qt::Key_Delete, Qt::NoModifier);
+    QVERIFY(!button(dialog, "Select")->isEnabled());
+    QVERIFY(!TDialogSelectPrjList(m_dir.file("gone.lpl")).isLoaded());
 }
 
 void TestDialogs::selector()
 {
     project().setCatalogue(&deviceList());
-    project().setFile(m_dir.file(QStringLiteral("projects/x.prj")));
-    const int cfg = project().addCfg(QStringLiteral("c"), QString(), -1);
-    const auto add = [cfg](const QString& chip) {
-        return project().addCmd({{key::id_cfg, cfg},
-                                 {key::cmd, cmd::set_device},
-                                 {key::device, chip},
-                                 {key::file, TDeviceList::deviceFiles().value(chip)}},
-                                -1);
-    };
-    const int flash = add(QStringLiteral("W25Q64FV"));
-    const int avr = add(QStringLiteral("ATmega8"));
+    project().setFile(m_dir.file("projects/x.prj"));
+    const int cfg = project().addCfg("c", {}, -1);
+    const QString file = TDeviceList::deviceFiles().value("ATmega8");
+    const int avr = project().addCmd(
+        {{key::id_cfg, cfg}, {key::cmd, cmd::set_device}, {key::device, "ATmega8"}, {key::file, file}}, -1);
     project().bindAll();
 
-    TDialogCmdSelector window(cfg, flash);
-    window.setAttribute(Qt::WA_DeleteOnClose, false);
-    window.show();
+    const QPointer<TDialogCmdSelector> window = new TDialogCmdSelector(-1, -1);
+    window->show();
+    QVERIFY(QTest::qWaitForWindowActive(window));
     const auto device = [&window](const QLatin1String& word) {
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        return window.findChild<QPushButton*>(word);
+        return window->findChild<QPushButton*>(word);
     };
-    QVERIFY(device(cmd::unique_id_read));
-    QVERIFY(!device(cmd::fuse_read));
-    window.slotSelectCmd(cfg, avr);
-    QVERIFY(!device(cmd::unique_id_read));
-    QVERIFY(device(cmd::fuse_read));
+    QVERIFY(device(cmd::set_vcc) && !device(cmd::fuse_read) && !device(cmd::separator));
+    window->slotSelectCmd(cfg, avr);
     QCOMPARE(device(cmd::flash_file_write)->palette().color(QPalette::Button), appData().SelectorColorFile);
     QCOMPARE(device(cmd::flash_char_write)->palette().color(QPalette::Button), appData().SelectorColorChar);
     QCOMPARE(device(cmd::erase)->height(), appData().WindowCmdSelectorButtonHeight);
-    QVERIFY(!device(cmd::separator));
-
-    QSignalSpy added(&window, &TDialogCmdSelector::signalAddCmd);
+    const QSignalSpy added(window, &TDialogCmdSelector::signalAddCmd);
     QTest::mouseClick(device(cmd::fuse_read), Qt::LeftButton);
-    checkBox(window, 244)->click();
+    window->findChild<QCheckBox*>()->click();
     QTest::mouseClick(device(cmd::set_vcc), Qt::LeftButton);
     QCOMPARE(added, (QList<QVariantList>{{cmd::fuse_read, true}, {cmd::set_vcc, false}}));
-
     project().reset();
-    window.slotSelectCmd(-1, -1);
+    window->slotSelectCmd(-1, -1);
     QVERIFY(!device(cmd::fuse_read));
-    QVERIFY(device(cmd::set_vcc));
+    window->resize(600, 500);
+    QTest::keyPress(window, Qt::Key_Escape);
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(!window);
+    QCOMPARE(appData().WindowCmdSelectorHeight, 500);
 }
 
-// Values that no editor can show stay as they are.
+// Values that no editor can show stay as they are, and the wheel only scrolls the page.
 void TestDialogs::setupStoresWhatWasChanged()
 {
     appData().CfgOrientation = 5;
     appData().PrjListExpand = 7;
-    appData().Style = QStringLiteral("no such style");
+    appData().Style = "no such style";
     appData().ProgDefault = 9;
-    const QMap<QString, QString> before = settings();
-    const auto change = [](TDialogSetupSelect& dialog) {
-        checkBox(dialog, 219)->click();
-        checkBox(dialog, 288)->click();
+    appData().WindowCmdSelector = -20;
+    const QVariantMap before = settings();
+    for (const char* answer : {"Cancel", "OK"}) {
+        QCOMPARE(changes(before), QStringList());
+        TDialogSetupSelect dialog;
+        QWheelEvent turn({}, {}, {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        for (QComboBox* box : dialog.findChildren<QComboBox*>())
+            QApplication::sendEvent(box, &turn);
         for (QLineEdit* line : dialog.findChildren<QLineEdit*>()) {
             if (line->text() == appData().PathProgs)
-                line->setText(QStringLiteral("other"));
+                line->setText("other");
             else if (line->text() == appData().PathDevices)
-                line->setText(QStringLiteral("  "));
+                line->setText("  ");
         }
-    };
-    TDialogSetupSelect refused;
-    change(refused);
-    refused.reject();
-    QVERIFY(changes(before).isEmpty());
-    TDialogSetupSelect untouched;
-    untouched.accept();
-    QVERIFY(changes(before).isEmpty());
-    TDialogSetupSelect accepted;
-    change(accepted);
-    accepted.accept();
-    QCOMPARE(changes(before), (QSet<QString>{"Main/AutoSavePrj", "Confirmation/Quit", "Main/PathProgs"}));
+        dialog.findChild<QStackedWidget*>()->widget(2)->findChildren<QCheckBox*>().last()->click();
+        click(dialog, answer);
+    }
+    QCOMPARE(changes(before), QStringList({"Confirmation/Quit", "Main/PathProgs"}));
+    TDialogSetupSelect dialog;
+    change(dialog.findChild<QStackedWidget*>()->widget(0)->findChildren<QComboBox*>().at(1));
+    QString said;
+    answerBox("OK", said);
+    click(dialog, "OK");
+    QCOMPARE(said, langText(2));
 }
 
-// Each editor leads to a setting of its own: changing all of them changes all that the file keeps, but
-// where the program was left, and the distance of the selector.
+// Each editor leads to a setting of its page and of its own: changing all of a page changes all that the
+// file keeps of its group, but where the program was left.
 void TestDialogs::setupHasEverySetting()
 {
-    const QMap<QString, QString> before = settings();
-    QSet<QString> expected;
-    for (const SettingsRow& row : settingsRows()) {
-        if (row.written == Written::App)
-            expected.insert(QLatin1String(row.key));
-    }
-    for (const char* state :
-         {"PrjListName", "PrjListFile", "LastPrj", "LastCfg", "LastCmd", "WindowCmdSelector"})
-        expected.remove(QStringLiteral("Main/%1").arg(QLatin1String(state)));
-
+    const QVariantMap before = settings();
     TDialogSetupSelect dialog;
-    for (QCheckBox* box : dialog.findChildren<QCheckBox*>())
-        box->setChecked(!box->isChecked());
-    for (TWgtColorEnableEdit* edit : dialog.findChildren<TWgtColorEnableEdit*>())
-        edit->setColor(QColor(1, 2, 3));
-    for (QLineEdit* line : dialog.findChildren<QLineEdit*>())
-        line->setText(line->text() + QLatin1Char('x'));
-    for (QComboBox* box : dialog.findChildren<QComboBox*>()) {
-        box->setCurrentIndex((box->currentIndex() + 1) % box->count());
-        emit box->activated(box->currentIndex());
+    const auto* pages = dialog.findChild<QStackedWidget*>();
+    QStringList expected;
+    int index = 0;
+    for (const char* group : {"Main/", "Interface/", "Confirmation/", "Prog/"}) {
+        for (const QString& key : before.keys()) {
+            if (key.startsWith(group) && !key.startsWith("Main/Last") && !key.startsWith("Main/PrjList"))
+                expected.append(key);
+        }
+        expected.sort();
+        auto* page = static_cast<IDialogSetupPage*>(pages->widget(index++));
+        // From the end: a box that is off turns those below it off.
+        QList<QWidget*> editors = page->findChildren<QWidget*>();
+        while (!editors.isEmpty())
+            change(editors.takeLast());
+        page->store();
+        QCOMPARE(changes(before), expected);
     }
-    dialog.accept();
-    QCOMPARE(changes(before), expected);
 }
 
-void TestDialogs::progAliases()
+void TestDialogs::programmers()
 {
     TDialogSetupPageProg page;
-    page.show();
-    QTableWidget* table = page.findChild<QTableWidget*>(QStringLiteral("aliases"));
+    auto* aliases = page.findChild<QTableWidget*>("aliases");
+    auto* types = page.findChild<QTableWidget*>("types");
     // The default, in the second row, goes along with its row.
-    table->setCurrentCell(1, 1);
-    QTest::keyClick(table, Qt::Key_Up, Qt::ControlModifier);
-    QCOMPARE(column(*table, 1), QStringList({"B", "A", "C"}));
-    // An alias that another programmer has, or none, is not accepted. A port that is not in the list is
-    // taken as it was typed.
-    expect<TDialogSetupPageProgAliasEdit>([](TDialogSetupPageProgAliasEdit& dialog) {
-        auto* alias = dialog.findChild<QLineEdit*>();
-        for (const char* refused : {"A", " C ", " "}) {
-            alias->setText(QLatin1String(refused));
-            QVERIFY(!button(dialog, QStringLiteral("OK"))->isEnabled());
-        }
-        alias->setText(QStringLiteral("Bench"));
-        dialog.findChild<QCheckBox*>()->click();
-        click(dialog, "OK");
-    });
-    QTest::keyClick(table, Qt::Key_F2);
-    expect<TDialogSetupPageProgAliasEdit>([](TDialogSetupPageProgAliasEdit& dialog) {
-        dialog.findChild<QLineEdit*>()->setText(QStringLiteral("New"));
-        dialog.findChildren<QComboBox*>().at(0)->setEditText(QStringLiteral(" ./sim (2) "));
-        click(dialog, "OK");
-    });
-    QTest::keyClick(table, Qt::Key_Insert);
-    table->setCurrentCell(1, 1);
+    aliases->setCurrentCell(1, 1);
+    QTest::keyClick(aliases, Qt::Key_Up, Qt::ControlModifier);
+    fillIn<TDialogSetupPageProgAliasEdit>({"Bench"});
+    QTest::keyClick(aliases, Qt::Key_F2);
+    // A port that is not in the list is taken as it was typed.
+    fillIn<TDialogSetupPageProgAliasEdit>({"New", " ./sim (2) "});
+    QTest::keyClick(aliases, Qt::Key_Insert);
+    aliases->setCurrentCell(1, 1);
     QString asked;
     answerBox("Yes", asked);
-    QTest::keyClick(table, Qt::Key_Delete);
-    QVERIFY(asked.contains(QLatin1String("\"A\"")));
-    table->item(1, 0)->setCheckState(Qt::Unchecked);
-    QCOMPARE(appData().progNames.count(), 3);
-    QCOMPARE(appData().progNames.name(0), QStringLiteral("A"));
+    QTest::keyClick(aliases, Qt::Key_Delete);
+    QVERIFY(asked.contains("\"A\""));
+    aliases->item(1, 0)->setCheckState(Qt::Unchecked);
+    // Programmers follow the new name of their type.
+    fillIn<TDialogSetupPageProgTypeEdit>({"Renamed", "new.cfg"});
+    QTest::keyClick(types, Qt::Key_F2);
+    // Those of a type that goes are named before, and keep its name.
+    types->setCurrentCell(1, 0);
+    answerBox("Yes", asked);
+    QTest::keyClick(types, Qt::Key_Delete);
+    QVERIFY(asked.contains("\"Other\"") && asked.endsWith(": Bench"));
+    QCOMPARE(aliases->item(0, 3)->foreground().color(), QColor(Qt::red));
+    QVERIFY(aliases->item(1, 3)->foreground().color() != QColor(Qt::red));
+    QCOMPARE(appData().progNames.name(0), QString("A"));
 
     page.store();
-    const TProgName& names = appData().progNames;
-    QStringList rows;
-    for (int row = 0; row < names.count(); ++row) {
-        const TProgRecord record = names.record(row);
-        rows.append(QStringLiteral("%1 %2 %3 %4")
-                        .arg(names.name(row), record.enabled ? "on" : "off", record.port, record.type));
-    }
-    QCOMPARE(rows, QStringList({"Bench on /dev/x (y) Other", "C off ttyS2 Model", "New on ./sim (2) Model"}));
+    const QVariantMap stored = settings();
+    const auto row = [&stored](const char* key) { return stored.value(key).toStringList(); };
+    QCOMPARE(row("ProgNameList/Name0"), QStringList({"0", "Bench", "/dev/x (y)", "Other"}));
+    QCOMPARE(row("ProgNameList/Name1"), QStringList({"0", "C", "ttyS2", "Renamed"}));
+    QCOMPARE(row("ProgNameList/Name2"), QStringList({"1", "New", "./sim (2)", "Renamed"}));
+    QCOMPARE(row("ProgTypeList/Type0"), QStringList({"Renamed", "new.cfg"}));
     QCOMPARE(appData().ProgDefault, 0);
     // Without its programmer there is no default any more.
     TDialogSetupPageProg second;
-    second.show();
     answerBox("Yes", asked);
     second.slotAliasDelete();
     second.store();
     QCOMPARE(appData().ProgDefault, -1);
-}
-
-void TestDialogs::progTypes()
-{
-    TDialogSetupPageProg page;
-    page.show();
-    QTableWidget* aliases = page.findChild<QTableWidget*>(QStringLiteral("aliases"));
-    QTableWidget* types = page.findChild<QTableWidget*>(QStringLiteral("types"));
-    // Programmers follow the new name of their type.
-    fillIn<TDialogSetupPageProgTypeEdit>({QStringLiteral("Renamed"), QStringLiteral("new.cfg")});
-    QTest::keyClick(types, Qt::Key_F2);
-    QCOMPARE(column(*aliases, 3), QStringList({"Renamed", "Other", "Renamed"}));
-    // Those of a type that goes are named before, and keep its name.
-    types->setCurrentCell(1, 0);
-    QString asked;
-    answerBox("Yes", asked);
-    QTest::keyClick(types, Qt::Key_Delete);
-    QVERIFY(asked.contains(QLatin1String("\"Other\"")));
-    QVERIFY(asked.endsWith(QLatin1String(": B")));
-    QCOMPARE(aliases->item(1, 3)->foreground().color(), QColor(Qt::red));
-    QVERIFY(aliases->item(0, 3)->foreground().color() != QColor(Qt::red));
-    aliases->setCurrentCell(1, 1);
-    fillIn<TDialogSetupPageProgAliasEdit>({QStringLiteral("Bb")});
-    QTest::keyClick(aliases, Qt::Key_F2);
-    fillIn<TDialogSetupPageProgTypeEdit>({QStringLiteral("Third"), QStringLiteral("third.cfg")});
-    QTest::keyClick(types, Qt::Key_Insert);
-    QTest::keyClick(types, Qt::Key_Up, Qt::ControlModifier);
-    page.store();
-    QCOMPARE(appData().progTypes.count(), 2);
-    QCOMPARE(appData().progTypes.name(0), QStringLiteral("Third"));
-    QCOMPARE(appData().progTypes.file(QStringLiteral("Renamed")), QStringLiteral("new.cfg"));
-    QCOMPARE(appData().progNames.record(QStringLiteral("Bb")).type, QStringLiteral("Other"));
-}
-
-void TestDialogs::languages()
-{
-    const QMap<QString, QString> files = languageFiles(appData().PathLanguage);
-    QCOMPARE(files.value(QStringLiteral("English (International)")), QStringLiteral("eng.lng"));
-    QCOMPARE(files.value(QStringLiteral("Русский (Россия)")), QStringLiteral("rus.lng"));
-    QCOMPARE(files.size(), 2);
 }
 
 QTEST_MAIN(TestDialogs)
