@@ -8,6 +8,7 @@
 #include "forms/TComboBox.h"
 #include "forms/TWgtDeviceView.h"
 #include "forms/align_labels.h"
+#include "forms/colors.h"
 #include "forms/name_line.h"
 #include "link/AutoList.h"
 
@@ -104,7 +105,7 @@ QLayout* TFormProgAutoDetect::routeTable()
     m_routes->setWordWrap(false);
     m_routes->setMinimumHeight(tableHeight);
     m_routes->setContextMenuPolicy(Qt::CustomContextMenu);
-    m_routes->setStyleSheet(QStringLiteral("QTableWidget:item:selected:!active { background: #A0A0A0; }"));
+    markInactive(m_routes);
     makeActions();
     auto* column = new QVBoxLayout;
     column->setSpacing(1);

@@ -1,7 +1,9 @@
 #include "forms/colors.h"
 
+#include <QAbstractItemView>
 #include <QFontMetrics>
 #include <QPalette>
+#include <QTreeView>
 #include <QWidget>
 
 namespace {
@@ -38,6 +40,16 @@ void markFault(QWidget* field, bool fault)
         palette.setColor(QPalette::ButtonText, Qt::black);
     }
     field->setPalette(palette);
+}
+
+void markInactive(QAbstractItemView* view)
+{
+    view->setStyleSheet(qobject_cast<QTreeView*>(view)
+                            ? QStringLiteral("QTreeView:item:selected:!active { background: #A0A0A0; }")
+                            : QStringLiteral("QTableWidget:item:selected:!active { background: #A0A0A0; }"));
+    QPalette palette = view->palette();
+    palette.setColor(QPalette::Inactive, QPalette::HighlightedText, Qt::black);
+    view->setPalette(palette);
 }
 
 void setDanger(QWidget* widget)

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+class QAbstractItemView;
 class QColor;
 class QWidget;
 
@@ -11,6 +12,9 @@ void setTextColor(QWidget* widget, const QColor& colour);
 void setBaseColor(QWidget* widget, const QColor& colour);
 /// Shows a field on the colour of faults, or again as its style has it.
 void markFault(QWidget* field, bool fault);
+/// Shows the current row of a table or a tree also while something else has the focus, and so that it
+/// can be read.
+void markInactive(QAbstractItemView* view);
 /// Makes the text of a widget stand out: what it sets can harm the chip.
 void setDanger(QWidget* widget);
 /// text as a button or check box has to be given it, so that an "&" shows as itself.

@@ -2,6 +2,7 @@
 
 #include "core/TAppData.h"
 #include "core/globals.h"
+#include "forms/colors.h"
 #include "ui/TDialogSetupPageConfirm.h"
 #include "ui/TDialogSetupPageInterface.h"
 #include "ui/TDialogSetupPageMain.h"
@@ -28,7 +29,7 @@ TDialogSetupSelect::TDialogSetupSelect(QWidget* parent)
 {
     setWindowTitle(langText(176));
     m_tree->setHeaderHidden(true);
-    markInactive(m_tree, QStringLiteral("QTreeView"));
+    markInactive(m_tree);
     auto* right = new QWidget(m_splitter);
     auto* column = new QVBoxLayout(right);
     column->setContentsMargins(5, 0, 0, 0);

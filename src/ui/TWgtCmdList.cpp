@@ -7,6 +7,7 @@
 #include "core/TDataPrj.h"
 #include "core/globals.h"
 #include "core/keys.h"
+#include "forms/colors.h"
 #include "forms/mono_font.h"
 #include "ui/Delegate.h"
 #include "ui/TStyleCmdList.h"
@@ -126,7 +127,7 @@ void TWgtCmdList::makeTable()
     columns->hide();
     m_table->setColumnWidth(columnCheck, checkWidth);
     m_table->setColumnWidth(columnName, appData().WindowMainCmdListColumnNameWidth);
-    m_table->setStyleSheet(QStringLiteral("QTableWidget:item:selected:!active { background: #A0A0A0; }"));
+    markInactive(m_table);
     takeStyle();
 }
 

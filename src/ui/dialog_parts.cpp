@@ -3,6 +3,7 @@
 #include "core/TSettings.h"
 #include "core/globals.h"
 #include "core/helpers.h"
+#include "forms/colors.h"
 
 #include <QAction>
 #include <QDialog>
@@ -134,16 +135,8 @@ QTableWidget* makeRowTable(const QStringList& headers, QWidget* parent)
     table->setTabKeyNavigation(false);
     table->setWordWrap(false);
     table->setContextMenuPolicy(Qt::CustomContextMenu);
-    markInactive(table, QStringLiteral("QTableWidget"));
+    markInactive(table);
     return table;
-}
-
-void markInactive(QAbstractItemView* view, const QString& viewClass)
-{
-    view->setStyleSheet(QStringLiteral("%1:item:selected:!active { background: #A0A0A0; }").arg(viewClass));
-    QPalette palette = view->palette();
-    palette.setColor(QPalette::Inactive, QPalette::HighlightedText, Qt::black);
-    view->setPalette(palette);
 }
 
 void setCell(QTableWidget* table, int row, int column, const QString& text)

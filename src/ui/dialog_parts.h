@@ -4,7 +4,6 @@
 #include <QList>
 #include <QString>
 
-class QAbstractItemView;
 class QAction;
 class QBoxLayout;
 class QDialog;
@@ -44,8 +43,6 @@ void showActionMenu(const QList<QAction*>& actions, QWidget* viewport, const QPo
 
 /// A table of rows of text, of which one is chosen, without editing; the last column stretches.
 QTableWidget* makeRowTable(const QStringList& headers, QWidget* parent);
-/// Marks the current row also while the window is not the active one, with a text that can be read.
-void markInactive(QAbstractItemView* view, const QString& viewClass);
 /// Sets the text of a cell, which is also its tool tip, and gives the cell an item if it has none.
 void setCell(QTableWidget* table, int row, int column, const QString& text);
 QString cellText(const QTableWidget* table, int row, int column);
