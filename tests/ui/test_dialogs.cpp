@@ -63,15 +63,6 @@ void click(const QWidget& window, const char* text)
     QTest::mouseClick(button(window, QLatin1String(text)), Qt::LeftButton);
 }
 
-/// Answers the next box with one of its buttons, and tells what it said.
-void answerBox(const char* text, QString& said)
-{
-    expect<QMessageBox>([text, &said](QMessageBox& box) {
-        said = box.text();
-        click(box, text);
-    });
-}
-
 /// Types into the lines of a dialog, from top to bottom.
 void type(const QDialog& dialog, const QStringList& texts)
 {
@@ -82,20 +73,33 @@ void type(const QDialog& dialog, const QStringList& texts)
     }
 }
 
-template <class T> void fillIn(const QStringList& texts)
+void press(QWidget* widget, const char* keys)
+{
+    const int code = QKeySequence(keys)[0];
+    const int modifiers = code & int(Qt::KeyboardModifierMask);
+    QTest::keyClick(widget, Qt::Key(code - modifiers), Qt::KeyboardModifiers(modifiers));
+}
+
+/// Fills in and accepts the dialog that opens with the keys.
+template <class T> void fillIn(QWidget* widget, const char* keys, const QStringList& texts)
 {
     expect<T>([texts](T& dialog) {
         type(dialog, texts);
         click(dialog, "OK");
     });
+    press(widget, keys);
 }
 
-QStringList column(const QTableWidget& table, int column)
+/// Answers the box that opens with the keys, and tells what it says.
+QString answerBox(QWidget* widget, const char* keys, const char* answer)
 {
-    QStringList texts;
-    for (int row = 0; row < table.rowCount(); ++row)
-        texts.append(table.item(row, column)->text());
-    return texts;
+    QString said;
+    expect<QMessageBox>([answer, &said](QMessageBox& box) {
+        said = box.text();
+        click(box, answer);
+    });
+    press(widget, keys);
+    return said;
 }
 
 /// What the settings file holds when the settings are saved now, by key.
@@ -113,13 +117,12 @@ QVariantMap settings()
 /// The keys with other values than before, but for the places of windows.
 QStringList changes(const QVariantMap& before)
 {
-    const QVariantMap now = settings();
-    QStringList keys = now.keys();
-    const auto isSame = [&](const QString& key) {
-        return now[key] == before[key] || key.startsWith("Window");
-    };
-    keys.erase(std::remove_if(keys.begin(), keys.end(), isSame), keys.end());
-    return keys;
+    QVariantMap now = settings();
+    for (const QString& key : before.keys()) {
+        if (now.value(key) == before[key] || key.startsWith("Window"))
+            now.remove(key);
+    }
+    return now.keys();
 }
 
 /// Gives an editor of a setting another value, by the keyboard.
@@ -252,8 +255,8 @@ void TestDialogs::placeAndKeys()
         QVERIFY(!dialog->isVisible());
         QCOMPARE(dialog->result(), int(key == Qt::Key_Return ? QDialog::Accepted : QDialog::Rejected));
     }
-    QCOMPARE(QRect(stored("/Left"), stored("/Top"), stored("/Width"), isHigh ? stored("/Height") : 600),
-             place);
+    QCOMPARE(QPoint(stored("/Left"), stored("/Top")), place.topLeft());
+    QCOMPARE(QSize(stored("/Width"), isHigh ? stored("/Height") : 600), place.size());
 }
 
 void TestDialogs::incomplete()
@@ -285,6 +288,9 @@ void TestDialogs::choices()
     const TDialogSetLanguage language(files.keys());
     QTest::keyClick(language.findChild<QListWidget*>(), Qt::Key_Down);
     QCOMPARE(files.value(language.selected()), QString("rus.lng"));
+    const TDialogAbout about;
+    press(button(about, "Close"), "Space");
+    QCOMPARE(about.result(), int(QDialog::Accepted));
     // A chip that is not known any more stays until another is chosen.
     const QString cfg = QString::number(project().addCfg("c", {}, -1));
     TPairStringList chips;
@@ -333,22 +339,16 @@ void TestDialogs::projectLists()
     const QString file = m_dir.file("vm.lpl");
     TDialogSelectPrjList dialog(file);
     auto* table = dialog.findChild<QTableWidget*>();
-    const auto press = [table](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::ControlModifier) {
-        QTest::keyClick(table, key, modifiers);
-    };
     // An existing file is never written: not by a new list, and not by a copy of itself.
-    fillIn<TDialogPrjListEdit>({"New", "samples"});
-    press(Qt::Key_N);
+    fillIn<TDialogPrjListEdit>(table, "Ctrl+N", {"New", "samples"});
     QCOMPARE(dialog.file(), QString("samples_new.lst"));
-    press(Qt::Key_Up, Qt::NoModifier);
-    fillIn<TDialogPrjListEdit>({"Copy", "samples.lst"});
-    press(Qt::Key_C);
+    press(table, "Up");
+    fillIn<TDialogPrjListEdit>(table, "Ctrl+C", {"Copy", "samples.lst"});
     QCOMPARE(dialog.file(), QString("samples_new_new.lst"));
     QCOMPARE(m_dir.read("projects/samples.lst"), samples);
     QCOMPARE(m_dir.read("projects/samples_new_new.lst"), samples);
     // In another folder the copy still leads to the same projects.
-    fillIn<TDialogPrjListEdit>({"Far", "../far.lst"});
-    press(Qt::Key_C);
+    fillIn<TDialogPrjListEdit>(table, "Ctrl+C", {"Far", "../far.lst"});
     TPrjListFile list;
     QCOMPARE(list.read(m_dir.file("far.lst")), TPrjListFile::Ok);
     QCOMPARE(list.items().at(1).file, QString("projects/serial-flash.prj"));
@@ -356,32 +356,27 @@ void TestDialogs::projectLists()
     QString said;
     expect<TDialogPrjListEdit>([&said](TDialogPrjListEdit& edit) {
         type(edit, {"x", "no/such/x"});
-        answerBox("OK", said);
+        expect<QMessageBox>([&said](QMessageBox& box) { said = box.text(); });
         click(edit, "OK");
     });
-    press(Qt::Key_N);
+    press(table, "Ctrl+N");
     QVERIFY(said.contains("no/such/x.lst"));
     // The open list, once: then it is there.
     dialog.setPreset("Open", m_dir.file("projects/open.lst"));
-    press(Qt::Key_Insert);
-    press(Qt::Key_Insert);
-    for (int i = 0; i < 9; ++i)
-        press(Qt::Key_Up);
-    fillIn<TDialogPrjListEdit>({"First"});
-    press(Qt::Key_F2, Qt::NoModifier);
-    QCOMPARE(column(*table, 0), QStringList({"First", "Samples", "New", "Copy", "Far"}));
-    answerBox("No", said);
-    press(Qt::Key_Delete, Qt::NoModifier);
-    QVERIFY(said.contains("\"First\"") && table->rowCount() == 5);
-    appData().ConfirmProjectsListDelete = false;
-    press(Qt::Key_Delete, Qt::NoModifier);
+    for (const char* keys : {"Ctrl+Ins", "Ctrl+Ins", "Ctrl+Up", "Ctrl+Up", "Ctrl+Up", "Ctrl+Up", "Ctrl+Up"})
+        press(table, keys);
+    fillIn<TDialogPrjListEdit>(table, "F2", {"First"});
+    QVERIFY(answerBox(table, "Del", "No").contains("\"First\""));
     QVERIFY(dialog.isChanged() && dialog.write() && !dialog.isChanged());
     TPrjLists lists;
     QVERIFY(lists.read(file));
-    QCOMPARE(lists.entries().size(), 4);
-    QCOMPARE(lists.entries().at(0).file, QString("samples.lst"));
-    for (int i = 0; i < 5; ++i)
-        press(Qt::Key_Delete, Qt::NoModifier);
+    QStringList names;
+    for (const TPrjListEntry& entry : lists.entries())
+        names.append(entry.name);
+    QCOMPARE(names, QStringList({"First", "Samples", "New", "Copy", "Far"}));
+    appData().ConfirmProjectsListDelete = false;
+    for (int i = 0; i < names.size(); ++i)
+        press(table, "Del");
     QVERIFY(!button(dialog, "Select")->isEnabled());
     QVERIFY(!TDialogSelectPrjList(m_dir.file("gone.lpl")).isLoaded());
 }
@@ -450,10 +445,7 @@ void TestDialogs::setupStoresWhatWasChanged()
     QCOMPARE(changes(before), QStringList({"Confirmation/Quit", "Main/PathProgs"}));
     TDialogSetupSelect dialog;
     change(dialog.findChild<QStackedWidget*>()->widget(0)->findChildren<QComboBox*>().at(1));
-    QString said;
-    answerBox("OK", said);
-    click(dialog, "OK");
-    QCOMPARE(said, langText(2));
+    QCOMPARE(answerBox(button(dialog, "OK"), "Space", "OK"), langText(2));
 }
 
 // Each editor leads to a setting of its page and of its own: changing all of a page changes all that the
@@ -488,25 +480,18 @@ void TestDialogs::programmers()
     auto* types = page.findChild<QTableWidget*>("types");
     // The default, in the second row, goes along with its row.
     aliases->setCurrentCell(1, 1);
-    QTest::keyClick(aliases, Qt::Key_Up, Qt::ControlModifier);
-    fillIn<TDialogSetupPageProgAliasEdit>({"Bench"});
-    QTest::keyClick(aliases, Qt::Key_F2);
+    press(aliases, "Ctrl+Up");
+    fillIn<TDialogSetupPageProgAliasEdit>(aliases, "F2", {"Bench"});
     // A port that is not in the list is taken as it was typed.
-    fillIn<TDialogSetupPageProgAliasEdit>({"New", " ./sim (2) "});
-    QTest::keyClick(aliases, Qt::Key_Insert);
+    fillIn<TDialogSetupPageProgAliasEdit>(aliases, "Ins", {"New", " ./sim (2) "});
     aliases->setCurrentCell(1, 1);
-    QString asked;
-    answerBox("Yes", asked);
-    QTest::keyClick(aliases, Qt::Key_Delete);
-    QVERIFY(asked.contains("\"A\""));
+    QVERIFY(answerBox(aliases, "Del", "Yes").contains("\"A\""));
     aliases->item(1, 0)->setCheckState(Qt::Unchecked);
     // Programmers follow the new name of their type.
-    fillIn<TDialogSetupPageProgTypeEdit>({"Renamed", "new.cfg"});
-    QTest::keyClick(types, Qt::Key_F2);
+    fillIn<TDialogSetupPageProgTypeEdit>(types, "F2", {"Renamed", "new.cfg"});
     // Those of a type that goes are named before, and keep its name.
     types->setCurrentCell(1, 0);
-    answerBox("Yes", asked);
-    QTest::keyClick(types, Qt::Key_Delete);
+    const QString asked = answerBox(types, "Del", "Yes");
     QVERIFY(asked.contains("\"Other\"") && asked.endsWith(": Bench"));
     QCOMPARE(aliases->item(0, 3)->foreground().color(), QColor(Qt::red));
     QVERIFY(aliases->item(1, 3)->foreground().color() != QColor(Qt::red));
@@ -514,16 +499,14 @@ void TestDialogs::programmers()
 
     page.store();
     const QVariantMap stored = settings();
-    const auto row = [&stored](const char* key) { return stored.value(key).toStringList(); };
-    QCOMPARE(row("ProgNameList/Name0"), QStringList({"0", "Bench", "/dev/x (y)", "Other"}));
-    QCOMPARE(row("ProgNameList/Name1"), QStringList({"0", "C", "ttyS2", "Renamed"}));
-    QCOMPARE(row("ProgNameList/Name2"), QStringList({"1", "New", "./sim (2)", "Renamed"}));
-    QCOMPARE(row("ProgTypeList/Type0"), QStringList({"Renamed", "new.cfg"}));
+    QCOMPARE(stored["ProgNameList/Name0"], QVariant(QStringList({"0", "Bench", "/dev/x (y)", "Other"})));
+    QCOMPARE(stored["ProgNameList/Name1"], QVariant(QStringList({"0", "C", "ttyS2", "Renamed"})));
+    QCOMPARE(stored["ProgNameList/Name2"], QVariant(QStringList({"1", "New", "./sim (2)", "Renamed"})));
+    QCOMPARE(stored["ProgTypeList/Type0"], QVariant(QStringList({"Renamed", "new.cfg"})));
     QCOMPARE(appData().ProgDefault, 0);
     // Without its programmer there is no default any more.
     TDialogSetupPageProg second;
-    answerBox("Yes", asked);
-    second.slotAliasDelete();
+    answerBox(second.findChild<QTableWidget*>("aliases"), "Del", "Yes");
     second.store();
     QCOMPARE(appData().ProgDefault, -1);
 }
