@@ -15,7 +15,6 @@ TPortBox::TPortBox(QWidget* parent)
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(8);
     setCompleter(nullptr); // would change the case of a name to that of another
-    fill();
     connect(this, QOverload<int>::of(&QComboBox::activated), this, &TPortBox::take);
     connect(lineEdit(), &QLineEdit::editingFinished, this, &TPortBox::take);
 }
@@ -35,6 +34,15 @@ void TPortBox::showPopup()
 {
     fill();
     QComboBox::showPopup();
+}
+
+// Not before somebody comes: asking the system for its ports takes longer than all else of a form, and the
+// forms of all tabs are made when a project opens.
+void TPortBox::focusInEvent(QFocusEvent* event)
+{
+    if (count() == 0)
+        fill();
+    QComboBox::focusInEvent(event);
 }
 
 void TPortBox::wheelEvent(QWheelEvent* event)

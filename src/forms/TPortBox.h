@@ -21,6 +21,7 @@ signals:
     void signalChanged(QString port);
 
 protected:
+    void focusInEvent(QFocusEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:
