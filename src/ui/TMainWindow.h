@@ -258,6 +258,7 @@ private:
     QTreeWidgetItem* m_openNode = nullptr;
     QString m_openPath;
     Step m_afterRuns;
+    bool m_showsChange = false; ///< the save button has the icon of a changed project
     bool m_isActing = false;
     bool m_isClosing = false;
     bool m_mayClose = false;

@@ -496,6 +496,10 @@ void TMainWindow::updateExecute()
 
 void TMainWindow::slotChangePrj(bool change)
 {
+    // Told for every command of a load; an icon is read from its files each time.
+    if (m_showsChange == change)
+        return;
+    m_showsChange = change;
     button(mbSave)->setIcon(icon(change ? "save_change" : "save"));
 }
 
