@@ -8,12 +8,14 @@
 #include "ui/TMainWindow.h"
 #include "ui/TTreeWidget.h"
 #include "ui/TWgtCmdList.h"
+#include "ui/TWgtLogExec.h"
 #include "ui/TWgtPrj.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QTableWidget>
 #include <QTemporaryDir>
+#include <QTextEdit>
 
 #include <cstdio>
 #include <ctime>
@@ -24,6 +26,8 @@ namespace {
 constexpr int configs = 20;
 constexpr int commandsPerConfig = 500;
 constexpr int nodes = 2000;
+constexpr int linesOfLog = 20000;
+constexpr int linesMeasured = 2000;
 
 void settle()
 {
@@ -74,6 +78,11 @@ QByteArray projectBytes()
         }
         text += "]}";
     }
+    // An endless run that writes nothing but its log.
+    text += ",\n{\"name\": \"Loop\", \"description\": \"\", \"commands\": [\n"
+            "{\"status\": \"1\", \"cmd\": \"delay\", \"value\": \"0\"},\n"
+            "{\"status\": \"1\", \"cmd\": \"jamp\", \"to_cmd\": \"" +
+            QByteArray::number(configs * commandsPerConfig) + "\"}]}";
     return text + "]}\n";
 }
 
@@ -108,6 +117,43 @@ void setUp(const QTemporaryDir& dir)
     write(dir.filePath(QStringLiteral("large.lst")), listBytes());
 }
 
+/// CPU time in ms until the run has written so many lines more.
+double linesOfRun(const TWgtLogExec& log, int count)
+{
+    const double begin = cpu();
+    int written = 0;
+    const auto counting = QObject::connect(log.edit(), &QTextEdit::textChanged, [&written] { ++written; });
+    while (written < count)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    QObject::disconnect(counting);
+    return cpu() - begin;
+}
+
+/// Whether a long log slows the run that writes it.
+void measureLog(TMainWindow& window)
+{
+    TWgtPrj& prj = *window.prj();
+    prj.setCurrentIndex(configs);
+    prj.setPage(TWgtConfig::PageExec);
+    settle();
+    TWgtLogExec& log = *prj.current()->logExec();
+    window.runs()->start(prj.currentCfg());
+    const double first = linesOfRun(log, linesMeasured);
+    linesOfRun(log, linesOfLog - 2 * linesMeasured);
+    const double last = linesOfRun(log, linesMeasured);
+    printf("%d lines of a run's log, the first of %d   %9.1f ms\n", linesMeasured, linesOfLog, first);
+    printf("%d lines of a run's log, the last          %9.1f ms, ratio %.2f\n", linesMeasured, last,
+           last / first);
+    while (log.edit()->document()->blockCount() < TWgtLogExec::maxLines - linesMeasured / 2)
+        log.addEvent(ceText, QStringLiteral("line"), QString());
+    const double full = linesOfRun(log, linesMeasured);
+    printf("%d lines where old ones have to go         %9.1f ms, ratio %.2f\n", linesMeasured, full,
+           full / first);
+    window.runs()->stopAll();
+    while (!window.runs()->isIdle())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
 } // namespace
 
 /// What the window costs with 2000 nodes and 10,000 commands in 20 configurations: CPU time of one of each.
@@ -127,7 +173,7 @@ int main(int argc, char** argv)
     });
     measure("open the project", 1, [&](int) { window->prjList()->selectByIndex(0); });
     TWgtPrj& prj = *window->prj();
-    if (project().cmdCount() != configs * commandsPerConfig || prj.count() != configs)
+    if (project().cmdCount() != configs * commandsPerConfig + 2 || prj.count() != configs + 1)
         qFatal("the project is not open");
     prj.focusTable();
     QTableWidget* table = prj.current()->cmdList()->table();
@@ -145,6 +191,7 @@ int main(int argc, char** argv)
     measure("move a row", 20, [&](int) { window->action(maCmdMoveDown)->trigger(); });
     if (prj.currentRow() != row + 20)
         qFatal("the row has not moved");
+    measureLog(*window);
     project().clearChanged();
     return 0;
 }

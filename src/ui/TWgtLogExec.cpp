@@ -15,8 +15,8 @@
 namespace {
 
 constexpr int barHeight = 15;
-/// A run that never ends must not fill the memory.
-constexpr int maxLines = 100000;
+/// What stays of a full log. Much goes at once, for what is behind it is laid out anew each time.
+constexpr int keptLines = TWgtLogExec::maxLines / 5 * 4;
 
 } // namespace
 
@@ -29,7 +29,6 @@ TWgtLogExec::TWgtLogExec(QWidget* parent)
     m_edit->setUndoRedoEnabled(false);
     m_edit->setLineWrapMode(QTextEdit::NoWrap);
     m_edit->setFont(monoFont());
-    m_edit->document()->setMaximumBlockCount(maxLines);
     m_bar->setRange(0, 100);
     m_bar->setValue(0);
     m_bar->setFixedHeight(barHeight);
@@ -75,7 +74,19 @@ void TWgtLogExec::addEvent(TCodeExec code, const QString& text1, const QString& 
         cursor.insertText(piece.text, format);
     }
     cursor.endEditBlock();
+    dropOldLines();
     showEnd();
+}
+
+void TWgtLogExec::dropOldLines()
+{
+    const QTextDocument* document = m_edit->document();
+    if (document->blockCount() <= maxLines)
+        return;
+    QTextCursor cursor(m_edit->document());
+    const QTextBlock kept = document->findBlockByNumber(document->blockCount() - keptLines);
+    cursor.setPosition(kept.position(), QTextCursor::KeepAnchor);
+    cursor.removeSelectedText();
 }
 
 void TWgtLogExec::setPercent(int percent)

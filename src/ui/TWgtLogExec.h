@@ -15,6 +15,9 @@ class TWgtLogExec : public QWidget
     Q_OBJECT
 
 public:
+    /// The oldest lines of a longer log go: a run that never ends must not fill the memory.
+    static constexpr int maxLines = 100000;
+
     explicit TWgtLogExec(QWidget* parent = nullptr);
     ~TWgtLogExec() override;
 
@@ -31,6 +34,7 @@ public:
     QProgressBar* bar() const { return m_bar; }
 
 private:
+    void dropOldLines();
     void showEnd();
 
     QTextEdit* m_edit = nullptr;
