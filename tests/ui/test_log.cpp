@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Each piece of text with the name of its colour in front; times read "T".
+/// Each piece of text with the name of its colour in front; times read "T" and "T.ms".
 QString coloured(const QTextEdit& edit)
 {
     QStringList lines;
@@ -23,8 +23,10 @@ QString coloured(const QTextEdit& edit)
                                                  it.fragment().text());
         lines.append(line);
     }
-    static const QRegularExpression time(QStringLiteral("\\d\\d:\\d\\d:\\d\\d(\\.\\d\\d\\d)? "));
-    return lines.join(QLatin1Char('\n')).replace(time, QStringLiteral("T\\1 "));
+    static const QRegularExpression time(QStringLiteral("\\d\\d:\\d\\d:\\d\\d "));
+    static const QRegularExpression ms(QStringLiteral("\\d\\d:\\d\\d:\\d\\d\\.\\d\\d\\d "));
+    const QString text = lines.join(QLatin1Char('\n'));
+    return QString(text).replace(time, QStringLiteral("T ")).replace(ms, QStringLiteral("T.ms "));
 }
 
 } // namespace
@@ -36,8 +38,8 @@ class TestLog : public QObject
 private slots:
     void initTestCase();
     void init();
-    void lines_data();
     void lines();
+    void startsAnew();
     void locked();
     void oldLinesGo();
 };
@@ -51,66 +53,56 @@ void TestLog::init()
 {
     appData() = TAppData();
     // Colours that tell each piece from every other.
-    appData().ExecLogColorTime = QColor(1, 0, 0);
-    appData().ExecLogColorCmd = QColor(2, 0, 0);
-    appData().ExecLogColorParam = QColor(3, 0, 0);
-    appData().ExecLogColorText = QColor(4, 0, 0);
-    appData().ExecLogColorWork = QColor(5, 0, 0);
-    appData().ExecLogColorResult = QColor(6, 0, 0);
-    appData().ExecLogColorSuccess = QColor(7, 0, 0);
-    appData().ExecLogColorFailed = QColor(8, 0, 0);
-}
-
-void TestLog::lines_data()
-{
-    QTest::addColumn<int>("code");
-    QTest::addColumn<int>("times"); // 0 none, 1 seconds, 2 milliseconds
-    QTest::addColumn<QString>("text2");
-    QTest::addColumn<QString>("text"); // "ms" stands for the milliseconds
-    const QString rule(60, QLatin1Char('='));
-    const QString box = QStringLiteral("<#080000>%1\n<#080000>%2\n<#080000>a <b>&\n<#080000>%2\n");
-    QTest::newRow("command") << 0 << 1 << "p"
-                             << "<#010000>T <#020000>a <b>&<#030000> (p)";
-    QTest::newRow("bare command") << 0 << 0 << ""
-                                  << "<#020000>a <b>&";
-    QTest::newRow("text with time") << 1 << 1 << ""
-                                    << "<#010000>T <#040000>a <b>&";
-    QTest::newRow("text, seconds") << 2 << 1 << ""
-                                   << "<#040000>         a <b>&";
-    QTest::newRow("text, no time") << 2 << 0 << ""
-                                   << "<#040000>a <b>&";
-    QTest::newRow("text, milliseconds") << 2 << 2 << ""
-                                        << "<#040000>             a <b>&";
-    QTest::newRow("work") << 3 << 2 << ""
-                          << "<#050000>a <b>&";
-    QTest::newRow("result") << 4 << 1 << ""
-                            << "<#060000>         a <b>&";
-    QTest::newRow("success") << 5 << 1 << ""
-                             << "<#010000>T <#070000>a <b>&";
-    QTest::newRow("failure") << 6 << 0 << "" << box.arg(langText(386), rule);
-    QTest::newRow("unknown") << 7 << 1 << ""
-                             << "-";
-    QTest::newRow("negative") << -1 << 1 << ""
-                              << "-";
+    static constexpr QColor TAppData::*colors[] = {
+        &TAppData::ExecLogColorTime,    &TAppData::ExecLogColorCmd,   &TAppData::ExecLogColorParam,
+        &TAppData::ExecLogColorText,    &TAppData::ExecLogColorWork,  &TAppData::ExecLogColorResult,
+        &TAppData::ExecLogColorSuccess, &TAppData::ExecLogColorFailed};
+    int red = 0;
+    for (QColor TAppData::*color : colors)
+        appData().*color = QColor(++red, 0, 0);
 }
 
 void TestLog::lines()
 {
-    QFETCH(int, code);
-    QFETCH(int, times);
-    QFETCH(QString, text2);
-    QFETCH(QString, text);
-    appData().ExecLogShowTime = times > 0;
-    appData().ExecLogShowTime_ms = times == 2;
+    const QString rule(60, QLatin1Char('='));
+    const QString box = QStringLiteral("<#080000>%1\n<#080000>%2\n<#080000>a <b>&\n<#080000>%2\n");
+    const struct
+    {
+        int code;
+        bool time;
+        bool ms;
+        QString text2;
+        QString line; ///< empty: none
+    } rows[] = {
+        {0, true, false, QStringLiteral("p"), QStringLiteral("<#010000>T <#020000>a <b>&<#030000> (p)")},
+        {0, false, true, QString(), QStringLiteral("<#020000>a <b>&")},
+        {1, true, true, QString(), QStringLiteral("<#010000>T.ms <#040000>a <b>&")},
+        {2, true, false, QString(), QStringLiteral("<#040000>         a <b>&")},
+        {2, false, false, QString(), QStringLiteral("<#040000>a <b>&")},
+        {2, true, true, QString(), QStringLiteral("<#040000>             a <b>&")},
+        {3, true, true, QString(), QStringLiteral("<#050000>a <b>&")},
+        {4, true, false, QString(), QStringLiteral("<#060000>         a <b>&")},
+        {5, true, false, QString(), QStringLiteral("<#010000>T <#070000>a <b>&")},
+        {6, false, false, QString(), box.arg(langText(386), rule)},
+        {7, true, false, QString(), QString()},
+        {-1, true, false, QString(), QString()},
+    };
+    for (const auto& row : rows) {
+        appData().ExecLogShowTime = row.time;
+        appData().ExecLogShowTime_ms = row.ms;
+        TWgtLogExec log;
+        log.addEvent(ceWork, QStringLiteral("first"), QString());
+        log.addEvent(static_cast<TCodeExec>(row.code), QStringLiteral("a <b>&"), row.text2);
+        const QString wanted = row.line.isEmpty() ? QString() : QLatin1Char('\n') + row.line;
+        QCOMPARE(coloured(*log.edit()), QStringLiteral("<#050000>first") + wanted);
+    }
+}
+
+void TestLog::startsAnew()
+{
     TWgtLogExec log;
-    log.addEvent(ceText, QStringLiteral("first"), QString());
-    const QString before = coloured(*log.edit());
-    log.addEvent(static_cast<TCodeExec>(code), QStringLiteral("a <b>&"), text2);
-    const QString after = coloured(*log.edit());
-    QCOMPARE(after, text == QLatin1String("-") ? before : before + QLatin1Char('\n') + text);
     log.setPercent(900);
-    QCOMPARE(log.bar()->value(), 100);
-    log.addEvent(ceCmdBegin, QString(), QString());
+    log.addEvent(ceCmdBegin, QStringLiteral("x"), QString());
     QCOMPARE(log.bar()->value(), 0);
     log.clear();
     log.addEvent(ceWork, QString(), QString());
