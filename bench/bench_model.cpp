@@ -76,7 +76,7 @@ QString writeProject(const QTemporaryDir& dir, int count)
         data.insert(key::status, 1);
         model.addCmd(data, -1);
     }
-    const QString file = dir.filePath(QStringLiteral("%1.prj").arg(count));
+    QString file = dir.filePath(QStringLiteral("%1.prj").arg(count));
     save(file);
     return file;
 }
