@@ -52,6 +52,12 @@ QString wordOf(const QString& word, bool checked)
     return checked ? word : QLatin1Char('!') + word;
 }
 
+QByteArray bytesOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 void turnQuestionsOff()
 {
     TAppData& app = appData();
@@ -75,8 +81,10 @@ WindowBench::WindowBench()
     project().reset();
     appData() = TAppData();
     TAppData& app = appData();
-    app.PathLanguage = m_dir.file(QStringLiteral("language"));
-    app.PathDevices = m_dir.file(QStringLiteral("devices"));
+    // The many files that nothing here writes are read where they are.
+    const QDir shipped(QStringLiteral(VM_DATA_DIR));
+    app.PathLanguage = shipped.filePath(QStringLiteral("language"));
+    app.PathDevices = shipped.filePath(QStringLiteral("devices"));
     app.PathProgs = m_dir.file(QStringLiteral("progs"));
     app.PathProjects = m_dir.file(QStringLiteral("projects"));
     app.PrjListName = QStringLiteral("Test");
@@ -92,11 +100,12 @@ WindowBench::WindowBench()
     turnQuestionsOff();
     loadLanguage();
     // A short patience, so that silence costs a test no seconds.
-    const QString prog = QStringLiteral("progs/simulator.cfg");
-    m_dir.write(prog, m_dir.read(prog).replace("TimeOut=5000", "TimeOut=400"));
+    m_dir.write(QStringLiteral("progs/simulator.cfg"),
+                bytesOf(shipped.filePath(QStringLiteral("progs/simulator.cfg")))
+                    .replace("TimeOut=5000", "TimeOut=400"));
     const QString hotKeys = fileInAppDir(QStringLiteral("hk"));
     if (!QFile::exists(hotKeys))
-        QFile::copy(m_dir.file(QStringLiteral("velmarkion.hk")), hotKeys);
+        QFile::copy(shipped.filePath(QStringLiteral("velmarkion.hk")), hotKeys);
     // Posted: a timer does not fire again while its slot shows the next box.
     QObject::connect(&m_user, &QTimer::timeout, &m_user, [this] {
         QMetaObject::invokeMethod(

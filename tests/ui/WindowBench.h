@@ -75,7 +75,7 @@ public:
 private:
     void answer();
 
-    TestDir m_dir;
+    TestDir m_dir{TestDir::Empty};
     QTimer m_user;
     struct Node
     {

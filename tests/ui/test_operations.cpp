@@ -413,7 +413,8 @@ void TestOperations::dragIsKeptAtTheNextSave()
     tree->addTopLevelItem(tree->takeTopLevelItem(0));
     bench.settle();
     QVERIFY(bench.listBytes().indexOf("One") < bench.listBytes().indexOf("Two"));
-    const QString other = bench.dir().file(QStringLiteral("projects/samples.lst"));
+    const QString other =
+        bench.dir().write(QStringLiteral("projects/other.lst"), "{\"version\": 1, \"list\": []}");
     bench.typedFile = other;
     QVERIFY(bench.trigger(maPrjListLoad));
     QCOMPARE(bench.window().prjList()->listFile(), other);
