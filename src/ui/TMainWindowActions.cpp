@@ -48,8 +48,7 @@ enum Flag : quint8 {
     Plain = 0,
     Check = 1,    ///< checkable
     Focus = 2,    ///< only while the command table has the keyboard focus
-    Commit = 4,   ///< a field that is being edited is stored first
-    NoRepeat = 8, ///< a held key does it once
+    NoRepeat = 4, ///< a held key does it once
 };
 
 } // namespace
@@ -240,7 +239,7 @@ void TMainWindow::createActions()
         {maPrjPasteNew, &W::slotPrjPasteNew, 18, "PrjPasteNew", L | B | Free, Plain},
         {maPrjPasteNewSub, &W::slotPrjPasteNewSub, 19, "PrjPasteNewSub", L | B | Free, Plain},
         {maPrjEdit, &W::slotPrjEdit, 20, "PrjEdit", I | Free, Plain},
-        {maPrjSave, &W::slotPrjSave, 21, "PrjSave", I | Free, Commit},
+        {maPrjSave, &W::slotPrjSave, 21, "PrjSave", I | Free, Plain},
         {maPrjDelete, &W::slotPrjDelete, 22, "PrjDeleteCur", I | Free, Plain},
         {maPrjDeleteSubAll, &W::slotPrjDeleteSubAll, 23, "PrjDeleteSubAll", S | Free, Plain},
         {maPrjOpenFolder, &W::slotPrjOpenFolder, 24, "PrjOpenFolder", I, Plain},
@@ -266,13 +265,13 @@ void TMainWindow::createActions()
         {maCmdMoveUp, &W::slotCmdMoveUp, 47, "CmdMoveUp", P | N | NotFirst | Free, Focus},
         {maCmdMoveDown, &W::slotCmdMoveDown, 48, "CmdMoveDown", P | NotLast | Free, Focus},
         {maCmdUncheckHide, &W::slotCmdUncheckHide, 49, "CmdUncheckHide", Always, Check},
-        {maExecIDProg, &W::slotExecIDProg, 51, "ExecIDProg", P | CanAsk | Free, Focus | Commit | NoRepeat},
-        {maExecReset, &W::slotExecReset, 52, "ExecReset", P | CanReset | Free, Commit | NoRepeat},
-        {maExecCfg, &W::slotExecCfg, 53, "ExecCfg1", P | Free, Commit | NoRepeat},
+        {maExecIDProg, &W::slotExecIDProg, 51, "ExecIDProg", P | CanAsk | Free, Focus | NoRepeat},
+        {maExecReset, &W::slotExecReset, 52, "ExecReset", P | CanReset | Free, NoRepeat},
+        {maExecCfg, &W::slotExecCfg, 53, "ExecCfg1", P | Free, NoRepeat},
         {maExecClearState, &W::slotExecClearState, 54, "ExecClearCfgState", P, Plain},
         {maExecClearAllState, &W::slotExecClearAllState, 55, "ExecClearAllState", P, Plain},
         {maQuit, &W::slotQuit, 56, "Quit", Always, NoRepeat},
-        {maSettings, &W::slotSettings, 64, "Setup", Free, Commit},
+        {maSettings, &W::slotSettings, 64, "Setup", Free, Plain},
         {maSetLanguage, &W::slotSetLanguage, 0, "Language", Always, Plain},
         {maSaveSettings, &W::slotSaveSettings, 65, "SaveSettings", Always, Plain},
         {maHelp, &W::slotHelp, 66, nullptr, Always, Plain},
@@ -315,8 +314,8 @@ void TMainWindow::trigger(const ActionRow& row)
     if (m_isActing || ((row.flags & Focus) && !m_prj->tableHasFocus()))
         return;
     const QScopedValueRollback<bool> guard(m_isActing, true);
-    if (row.flags & Commit)
-        commitEdit();
+    // Neither a tool button nor a hot key takes the focus from a field whose value is not stored yet.
+    commitEdit();
     (this->*row.slot)();
 }
 

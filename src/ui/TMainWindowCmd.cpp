@@ -51,7 +51,8 @@ void TMainWindow::slotCmdSelectorClose()
 void TMainWindow::slotNewCmd(const QString& cmd_code, bool cmd_state)
 {
     TWgtConfig* tab = m_prj->current();
-    if (!tab)
+    // The selector stays usable while the window waits.
+    if (!tab || isWaitingForRuns())
         return;
     const int id_cfg = tab->idCfg();
     const int current = m_prj->currentCmd();

@@ -29,9 +29,11 @@ bool isBusy()
 
 TMainWindow::~TMainWindow()
 {
-    m_runs.stopAll();
-    while (!m_runs.isIdle())
+    while (!m_runs.isIdle()) {
+        // Each time: a run may start another one before it sees the stop.
+        m_runs.stopAll();
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
 
     const TAppData& app = appData();
     if (app.SaveSettingsApp)
@@ -78,8 +80,9 @@ void TMainWindow::leave()
 
 void TMainWindow::commitEdit()
 {
-    if (TWgtConfig* tab = m_prj->current())
-        tab->commitEdit();
+    // The table is no field, and one without a current row would take its first one as the focus returns.
+    if (m_prj->current() && !m_prj->tableHasFocus())
+        m_prj->current()->commitEdit();
 }
 
 // The slots that write the log process events, so this may stand on the stack of one, with its worker
@@ -176,7 +179,8 @@ void TMainWindow::loadPrj(const QString& file)
                 logError(QStringLiteral("debug"),
                          QStringLiteral("TMainWindow::slotSelectPrj: %1").arg(control.errorText()));
             }
-            m_status->showText(text, TWgtStatusBar::Red);
+            // Behind the report that the project before it has been saved.
+            report(text, TWgtStatusBar::Red);
         }
     }
     showPrj();
