@@ -4,9 +4,11 @@
 #include "ui/TMainWindow.h"
 
 #include <QAction>
-#include <QStringList>
+#include <QDialog>
+#include <QJsonArray>
 #include <QTimer>
 
+#include <functional>
 #include <memory>
 
 /// The main window on a folder of its own, with a user that answers every box and dialog. The process-wide
@@ -23,14 +25,19 @@ public:
     WindowBench& operator=(const WindowBench&) = delete;
 
     const TestDir& dir() const { return m_dir; }
+    /// The switch of a question, by its key in the settings file.
+    static bool& question(const QString& key);
+    /// An executable script in the folder; its path.
+    QString writeScript(const QByteArray& lines) const;
     /// A project file in the list's folder. Each configuration is "Name: command; command".
-    void writeProject(const QString& file, const QStringList& configs);
+    void writeProject(const QString& file, const QStringList& configs) const;
     /// A node of the list, parent counted from 1.
     void addNode(const QString& name, const QString& file, int parent = 0);
-    /// Three nodes with a project each: "One", "Two", and below "Two" the node "Sub"; and a group "Group".
-    void addSampleNodes();
     /// The window, shown, on the list of the nodes so far.
     void open();
+    /// Opens a list of three nodes with a project each: "One", "Two", and below "Two" the node "Sub"; and a
+    /// group "Group"; behind them the nodes so far. Clicks one if a name is given.
+    void openSamples(const QString& name = QString());
     /// Opens the only project of a list with these configurations, the table with the focus.
     void openWith(const QStringList& configs);
     /// Closes the window as its frame would; true when it went.
@@ -39,11 +46,10 @@ public:
 
     TMainWindow& window() { return *m_window; }
     TWgtPrj& prj() { return *m_window->prj(); }
-    QTreeWidgetItem* node(const QString& name);
     /// Clicks a node of the tree, and lets its project open.
     void clickNode(const QString& name);
-    void clickRow(int row);
-    void clickCheck(int row);
+    /// Column 0 turns the check mark.
+    void clickRow(int row, int column = 1);
     /// Triggers an action as its menu does; false when it is disabled.
     bool trigger(TMainAction id);
     void click(TMainButton id, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
@@ -51,17 +57,19 @@ public:
     static void settle();
     bool waitIdle(int timeoutMs = 20000);
 
-    /// Words of the commands of a configuration, as the model has them, and as the table shows them.
-    QStringList words(int index) const;
-    QStringList rows(int index);
+    /// Words of the commands of a configuration.
+    QString words(int index) const;
     /// What differs between the model and the panels; empty when they agree.
     QString difference();
-    /// What differs between the model and a project file of the list's folder.
-    QString fileDifference(const QString& file);
-    QStringList nodeNames();
+    /// What differs between the model and its file.
+    QString fileDifference() const;
+    /// What differs between the tree and the list's file.
+    QString listDifference();
+    /// From the top, a dot a level in front of each.
+    QString nodeNames();
     QString status() const { return m_window->statusLine()->text(); }
     QString log(int index);
-    QByteArray listBytes() const { return m_dir.read(QStringLiteral("projects/test.lst")); }
+    QByteArray listBytes() const { return m_dir.read("projects/test.lst"); }
 
     /// How questions are answered.
     bool yes = true;
@@ -69,6 +77,8 @@ public:
     QStringList boxes;
     /// What is typed in the fields of the next dialog, from the top; an empty list cancels it.
     QStringList typed;
+    /// Done in the next dialog that is no box, which is accepted then.
+    std::function<void(QDialog&)> inDialog;
     /// Set to a file to be given to the next file dialog.
     QString typedFile;
 
@@ -77,12 +87,6 @@ private:
 
     TestDir m_dir{TestDir::Empty};
     QTimer m_user;
-    struct Node
-    {
-        QString name;
-        QString file;
-        int parent;
-    };
-    QList<Node> m_nodes;
+    QJsonArray m_nodes;
     std::unique_ptr<TMainWindow> m_window;
 };

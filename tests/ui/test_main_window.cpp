@@ -2,8 +2,11 @@
 #include "core/TDataCmd.h"
 #include "core/TDataPrj.h"
 #include "core/globals.h"
+#include "core/helpers.h"
 #include "core/keys.h"
+#include "core/startup.h"
 #include "support/SimProcess.h"
+#include "support/tables.h"
 #include "ui/TButtonAction.h"
 #include "ui/TDialogCmdSelector.h"
 #include "ui/TTreeWidget.h"
@@ -12,19 +15,21 @@
 #include "ui/TWgtPrj.h"
 #include "ui/WindowBench.h"
 
-#include <QAction>
-#include <QFile>
+#include <QCheckBox>
+#include <QDesktopServices>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
+#include <QMenuBar>
 #include <QTabBar>
 #include <QTableWidget>
 #include <QTextEdit>
-#include <QtTest>
 
 namespace {
 
-const QString runsQuestion = QStringLiteral("Configurations are running. Stop them?");
-const QString link = QStringLiteral("set_prog prog=Simulator alt_enabled=false");
+const QString runsQuestion = "Configurations are running. Stop them?";
+const QString link = "set_prog prog=Simulator alt_enabled=false";
+const QString flash = "; set_device device=W25Q64 file=spi-flash/W25Q64FV.dev clk=4000000";
 
 QColor tabColor(WindowBench& bench, int index)
 {
@@ -41,113 +46,241 @@ bool becomes(int index, int wanted)
     return QTest::qWaitFor([=] { return status(index) == wanted; }, 15000);
 }
 
+/// Those that are not as they should be.
+QString wrong(WindowBench& bench, bool enabled, const QList<TMainAction>& actions)
+{
+    QString texts;
+    for (TMainAction id : actions)
+        texts += bench.isEnabled(id) == enabled ? QString() : bench.window().action(id)->text() + "; ";
+    return texts;
+}
+
+QList<QAction*> entries(const QMenu* menu)
+{
+    QList<QAction*> actions = menu ? menu->actions() : QList<QAction*>();
+    actions.erase(std::remove_if(actions.begin(), actions.end(), [](auto* a) { return a->isSeparator(); }),
+                  actions.end());
+    return actions;
+}
+
+QMenu* openMenu()
+{
+    WindowBench::settle();
+    return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+}
+
+/// The menu of a click of the right button, as the window system hands it in.
+QMenu* contextMenu(WindowBench& bench, const QWidget* widget, const QPoint& pos,
+                   Qt::KeyboardModifiers keys = {})
+{
+    const QPoint at = widget->mapTo(&bench.window(), pos);
+    QTest::mouseClick(bench.window().windowHandle(), Qt::RightButton, keys, at);
+    return openMenu();
+}
+
+void choose(QMenu* menu, QAction* action)
+{
+    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+    WindowBench::settle();
+}
+
 } // namespace
 
-/// The frame of the window: what is enabled, the start button, ID Prog and Reset, and the ways out of a
-/// project while something runs.
+/// The frame of the window: what is enabled, menus and keys, the start button, ID Prog and Reset, and the
+/// ways out of a project while something runs.
 class TestMainWindow : public QObject
 {
     Q_OBJECT
 
+public slots:
+    void slotUrl(const QUrl& url) { m_opened.append(url.toLocalFile()); }
+
 private slots:
-    void nothingOpen();
     void enabledByState();
-    void focusGuardsHotKeys();
+    void focusGuard();
+    void menus();
+    void settingsFromTheWindow();
+    void languageAndHelp();
     void startButtonThreeMeanings();
     void wrongRunIsRed();
     void runsSideBySide();
-    void pauseOfABackgroundTab();
     void idProgAndReset_data();
     void idProgAndReset();
     void closeDuringRun_data();
     void closeDuringRun();
-    void refusedQuestionLeavesTheRunAlone();
-    void switchDuringRun();
-    void deleteCfgDuringRun();
+    void leaveDuringRun_data();
+    void leaveDuringRun();
     void runsStartedBehindTheStopEndToo();
-    void typedValueCountsForRunAndSave();
+    void typedValueCounts_data();
+    void typedValueCounts();
     void unsavedChanges_data();
     void unsavedChanges();
     void failedLoadIsRed();
     void selectorFollows();
     void lastPlaceIsOpened();
     void settingsAreWrittenAtTheEnd();
-};
 
-void TestMainWindow::nothingOpen()
-{
-    WindowBench bench;
-    bench.addSampleNodes();
-    bench.open();
-    QVERIFY(!bench.window().button(mbExecute)->isVisible());
-    for (TMainAction id :
-         {maCfgNew, maCmdSelector, maCmdCopy, maCmdPaste, maCmdDeleteAll, maExecCfg, maExecIDProg,
-          maExecReset, maSetViewParamExec, maPrjCopy, maPrjEdit, maPrjPasteNew})
-        QVERIFY2(!bench.isEnabled(id), qPrintable(bench.window().action(id)->text()));
-    for (TMainAction id : {maPrjListReload, maPrjNew, maPrjListNew, maQuit, maCmdUncheckHide})
-        QVERIFY(bench.isEnabled(id));
-    bench.clickNode(QStringLiteral("Group"));
-    QVERIFY(!project().isOpen());
-    QVERIFY(bench.isEnabled(maPrjEdit));
-    QVERIFY(!bench.isEnabled(maPrjDeleteSubAll));
-    bench.clickNode(QStringLiteral("Two"));
-    QVERIFY(bench.isEnabled(maPrjDeleteSubAll));
-    QVERIFY(bench.window().button(mbExecute)->isVisible());
-    QVERIFY(bench.status().endsWith(QStringLiteral("projects/two.prj")));
-    QCOMPARE(bench.difference(), QString());
-}
+private:
+    QStringList m_opened;
+};
 
 void TestMainWindow::enabledByState()
 {
     WindowBench bench;
-    bench.openWith({QStringLiteral("A: delay value=0; stop; pause")});
-    QVERIFY(!bench.isEnabled(maCfgDelete));
-    QCOMPARE(bench.window().action(maCmdDeleteAll)->text(), langText(43));
-    QVERIFY(!bench.isEnabled(maCmdMoveUp));
+    bench.openSamples();
+    const TButtonAction* execute = bench.window().button(mbExecute);
+    QVERIFY(!execute->isVisible());
+    QCOMPARE(wrong(bench, false,
+                   {maCfgNew, maCmdSelector, maCmdCopy, maCmdPaste, maCmdDeleteAll, maExecCfg, maExecIDProg,
+                    maExecReset, maSetViewParamExec, maPrjCopy, maPrjEdit}),
+             QString());
+    QCOMPARE(wrong(bench, true, {maPrjListReload, maPrjNew, maPrjListNew, maQuit, maCmdUncheckHide}),
+             QString());
+    bench.clickNode("Group");
+    QVERIFY(!project().isOpen());
+    QVERIFY(bench.isEnabled(maPrjEdit) && !bench.isEnabled(maPrjDeleteSubAll));
+    bench.clickNode("Two");
+    QVERIFY(bench.isEnabled(maPrjDeleteSubAll) && execute->isVisible());
+    QVERIFY(bench.status().endsWith("projects/two.prj"));
+    const auto text = [&](TMainAction id) { return bench.window().action(id)->text(); };
+    QCOMPARE(text(maCmdDeleteAll), langText(43));
+    bench.prj().focusTable();
+    QCOMPARE(wrong(bench, false, {maCfgDelete, maCfgPaste, maCmdMoveUp, maCmdPaste, maPrjPasteNew}),
+             QString());
     QVERIFY(bench.isEnabled(maCmdMoveDown));
     bench.clickRow(2);
-    QVERIFY(bench.isEnabled(maCmdMoveUp));
-    QVERIFY(!bench.isEnabled(maCmdMoveDown));
-    QVERIFY(!bench.isEnabled(maCmdPaste));
+    QVERIFY(bench.isEnabled(maCmdMoveUp) && !bench.isEnabled(maCmdMoveDown));
     QVERIFY(bench.trigger(maCmdCopy));
     QVERIFY(bench.isEnabled(maCmdPaste));
-    QCOMPARE(bench.window().action(maCmdPaste)->text(), QStringLiteral("Paste commands [Pause]"));
-    bench.typed = QStringList{QStringLiteral("R&D")};
+    QCOMPARE(text(maCmdPaste), QString("Paste commands [Pause]"));
+    bench.typed = QStringList{"R&D"};
     QVERIFY(bench.trigger(maCfgNew));
-    QVERIFY(bench.isEnabled(maCfgDelete));
-    QCOMPARE(bench.window().action(maCmdDeleteAll)->text(), langText(44));
-    QVERIFY(!bench.isEnabled(maCmdDeleteAll));
+    QVERIFY(bench.isEnabled(maCfgDelete) && !bench.isEnabled(maCmdDeleteAll));
+    QCOMPARE(text(maCmdDeleteAll), langText(44));
     QVERIFY(bench.trigger(maCfgCopy));
-    QCOMPARE(bench.window().action(maCfgPaste)->text(), QStringLiteral("Paste configuration [R&&D]"));
-    QCOMPARE(bench.status(), QStringLiteral("Configuration \"R&D\" copied"));
+    QCOMPARE(text(maCfgPaste), QString("Paste configuration [R&&D]"));
+    QCOMPARE(bench.status(), QString("Configuration \"R&D\" copied"));
 }
 
-void TestMainWindow::focusGuardsHotKeys()
+void TestMainWindow::focusGuard()
 {
     WindowBench bench;
-    bench.openWith({QStringLiteral("A: delay value=0; stop; pause")});
-    bench.prj().current()->logExec()->edit()->setFocus();
+    bench.openWith({"A: delay value=0; stop; pause"});
     bench.trigger(maSetViewParamExec);
     bench.prj().current()->logExec()->edit()->setFocus();
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Delete);
     QVERIFY(bench.trigger(maCmdDeleteCur));
-    QCOMPARE(bench.words(0).size(), 3);
+    QCOMPARE(bench.words(0), QString("delay stop pause"));
     bench.clickRow(1);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Delete);
     bench.settle();
-    QCOMPARE(bench.words(0), (QStringList{QStringLiteral("delay"), QStringLiteral("pause")}));
-    QTest::mouseClick(bench.window().button(mbSave), Qt::LeftButton);
+    QCOMPARE(bench.words(0), QString("delay pause"));
+    bench.click(mbSave);
     QVERIFY(bench.prj().tableHasFocus());
+}
+
+void TestMainWindow::menus()
+{
+    WindowBench bench;
+    bench.openWith({"A: delay value=0; stop; pause; stop"});
+    TMainWindow& window = bench.window();
+    QTableWidget* table = bench.prj().current()->cmdList()->table();
+    const auto row = [&](int i) { return table->visualItemRect(table->item(i, 1)).center(); };
+    QMenu* menu = contextMenu(bench, table->viewport(), row(1));
+    QCOMPARE(entries(menu), entries(window.menu(mmCmd)));
+    choose(menu, window.action(maCmdDeleteCur));
+    QCOMPARE(bench.words(0), QString("delay pause stop"));
+
+    menu = contextMenu(bench, table->viewport(), row(0), Qt::ControlModifier);
+    QCOMPARE(entries(menu), entries(window.menu(mmCfg)));
+    choose(menu, window.action(maCfgCopy));
+    QCOMPARE(bench.status(), langText(121).arg("A"));
+
+    TTreeWidget* tree = window.prjList()->tree();
+    menu = contextMenu(bench, tree->viewport(), tree->visualItemRect(tree->topLevelItem(0)).center());
+    QCOMPARE(entries(menu), entries(window.menu(mmPrj)) << window.action(maPrjListDragDrop));
+    choose(menu, window.action(maPrjListDragDrop));
+    QVERIFY(!appData().PrjListDragDrop);
+
+    // From the menu bar: the table has the focus again when the action is done.
+    bench.clickRow(0);
+    QTest::mouseClick(window.menuBar(), Qt::LeftButton, {},
+                      window.menuBar()->actionGeometry(window.menu(mmTop)->menuAction()).center());
+    QCOMPARE(openMenu(), window.menu(mmTop));
+    choose(window.menu(mmTop), window.menu(mmCmd)->menuAction());
+    QTRY_COMPARE(openMenu(), window.menu(mmCmd));
+    choose(window.menu(mmCmd), window.action(maCmdMoveDown));
+    QCOMPARE(bench.words(0), QString("pause delay stop"));
+    QVERIFY(!openMenu());
+}
+
+void TestMainWindow::settingsFromTheWindow()
+{
+    WindowBench bench;
+    bench.openWith({"A: delay value=0; !stop"});
+    const auto turn = [&](const QStringList& texts) {
+        bench.inDialog = [texts](QDialog& dialog) {
+            for (QCheckBox* box : dialog.findChildren<QCheckBox*>()) {
+                if (texts.contains(box->text()))
+                    box->click();
+            }
+        };
+        bench.click(mbSettings);
+        QVERIFY(!bench.inDialog);
+    };
+    const auto* bar = bench.prj().findChild<QTabBar*>();
+    const auto* table = bench.prj().current()->cmdList()->table();
+    QVERIFY(!bar->isVisible() && !table->isRowHidden(1));
+    turn({langText(237), langText(241), langText(242)});
+    QVERIFY(bar->isVisible() && table->isRowHidden(1));
+    QVERIFY(bench.window().button(mbHide)->isChecked());
+    QVERIFY(!appData().PrjListShowName && !appData().PrjHideTabCfg);
+    QCOMPARE(bench.difference(), QString());
+    turn({langText(242)});
+    QVERIFY(!table->isRowHidden(1));
+}
+
+void TestMainWindow::languageAndHelp()
+{
+    WindowBench bench;
+    bench.openSamples("One");
+    const auto pick = [&](int row) {
+        bench.inDialog = [row](QDialog& dialog) { dialog.findChild<QListWidget*>()->setCurrentRow(row); };
+        QVERIFY(bench.trigger(maSetLanguage));
+    };
+    pick(0);
+    QCOMPARE(bench.boxes, QStringList());
+    pick(1);
+    QCOMPARE(appData().Language, QString("rus.lng"));
+    QCOMPARE(bench.boxes, QStringList{langText(2)});
+    QCOMPARE(bench.window().menu(mmTop)->title(), QString("&File"));
+    loadLanguage();
+    bench.destroy();
+    bench.open();
+    QVERIFY(bench.window().menu(mmTop)->title() != "&File" &&
+            bench.window().menu(mmTop)->title() == langText(3));
+
+    QDesktopServices::setUrlHandler("file", this, "slotUrl");
+    const QString manual = absFile(QCoreApplication::applicationDirPath(), "manual.html");
+    QFile::remove(manual);
+    QVERIFY(bench.trigger(maHelp));
+    QVERIFY(m_opened.isEmpty());
+    QVERIFY(QFile::copy(VM_DATA_DIR "/manual.html", manual));
+    bench.clickNode("One");
+    for (TMainAction id : {maHelp, maPrjOpenFolder, maPrjListOpenFolder})
+        QVERIFY(bench.trigger(id));
+    const QString folder = bench.dir().file("projects");
+    QCOMPARE(m_opened, (QStringList{manual, folder, folder}));
+    QDesktopServices::unsetUrlHandler("file");
 }
 
 void TestMainWindow::startButtonThreeMeanings()
 {
-    SimProcess sim({QStringLiteral("--chip"), QStringLiteral("W25Q64")});
+    SimProcess sim({"--chip", "W25Q64"});
     QVERIFY2(sim.isReady(), sim.output().constData());
     WindowBench bench;
-    appData().progNames.append(QStringLiteral("Simulator"), true, sim.path(), QStringLiteral("Simulator"));
-    const QString chip = QStringLiteral("set_device device=W25Q64 file=spi-flash/W25Q64FV.dev clk=4000000");
-    bench.openWith({QStringLiteral("Go: %1; %2; ident; pause; delay value=1").arg(link, chip)});
+    appData().progNames.append("Simulator", true, sim.path(), "Simulator");
+    bench.openWith({"Go: " + link + flash + "; ident; pause; delay value=1"});
     const TButtonAction* execute = bench.window().button(mbExecute);
     QCOMPARE(execute->toolTip(), langText(68));
 
@@ -158,12 +291,11 @@ void TestMainWindow::startButtonThreeMeanings()
     QCOMPARE(execute->palette().color(QPalette::Button), appData().ExecBtnColorPause);
     QVERIFY(!bench.isEnabled(maExecIDProg));
     bench.click(mbExecute);
-    QVERIFY(becomes(0, csDone));
-    QVERIFY(bench.waitIdle());
+    QVERIFY(becomes(0, csDone) && bench.waitIdle());
     QCOMPARE(execute->toolTip(), langText(68));
     QCOMPARE(tabColor(bench, 0), appData().ExecTabColorSuccess);
-    const QString log = bench.log(0);
-    QVERIFY2(log.contains(QStringLiteral("Ident")) && log.trimmed().endsWith(langText(391)), qPrintable(log));
+    QVERIFY2(bench.log(0).contains("Ident") && bench.log(0).endsWith(langText(391)),
+             qPrintable(bench.log(0)));
     // The lines have their colours.
     QTextCursor cursor(bench.prj().current()->logExec()->edit()->document());
     cursor.movePosition(QTextCursor::End);
@@ -173,9 +305,8 @@ void TestMainWindow::startButtonThreeMeanings()
     bench.click(mbExecute);
     QVERIFY(becomes(0, csPause));
     bench.click(mbExecute, Qt::ControlModifier);
-    QVERIFY(becomes(0, csDone));
-    QVERIFY(bench.waitIdle());
-    QVERIFY2(bench.log(0).trimmed().endsWith(langText(390)), qPrintable(bench.log(0)));
+    QVERIFY(becomes(0, csDone) && bench.waitIdle());
+    QVERIFY2(bench.log(0).endsWith(langText(390)), qPrintable(bench.log(0)));
     QVERIFY(bench.trigger(maExecClearState));
     QCOMPARE(status(0), int(csIdle));
 }
@@ -183,41 +314,46 @@ void TestMainWindow::startButtonThreeMeanings()
 void TestMainWindow::wrongRunIsRed()
 {
     WindowBench bench;
-    bench.openWith({QStringLiteral("A: ") + link});
-    appData().ConfirmExecConfig = true;
+    bench.openWith({"A: " + link});
+    bench.question("Confirmation/ExecConfig") = true;
     bench.yes = false;
     bench.trigger(maExecCfg);
     QCOMPARE(bench.boxes, QStringList{langText(384)});
     QCOMPARE(status(0), int(csIdle));
     bench.yes = true;
     bench.trigger(maExecCfg);
-    QVERIFY(becomes(0, csFailed));
-    QVERIFY(bench.waitIdle());
+    QVERIFY(becomes(0, csFailed) && bench.waitIdle());
     QCOMPARE(tabColor(bench, 0), appData().ExecTabColorFailed);
-    QVERIFY(bench.log(0).contains(QStringLiteral("Port /nowhere: ") + langText(393)));
+    QVERIFY(bench.log(0).contains("Port /nowhere: " + langText(393)));
     QVERIFY(bench.log(0).contains(langText(386)));
 }
 
 void TestMainWindow::runsSideBySide()
 {
     WindowBench bench;
-    bench.openWith({QStringLiteral("A: execute cfg=1; delay value=3000"), QStringLiteral("B: pause; stop"),
-                    QStringLiteral("C: delay value=3000")});
+    bench.openWith(
+        {"A: execute cfg=1; delay value=3000", "B: pause; stop", "C: delay value=3000", "D: stop"});
+    const TButtonAction* execute = bench.window().button(mbExecute);
+    const auto showTab = [&](int index) {
+        bench.prj().setCurrentIndex(index);
+        bench.settle();
+    };
     bench.trigger(maExecCfg);
     QVERIFY(becomes(1, csPause));
     QCOMPARE(status(0), int(csRun));
-    bench.prj().setCurrentIndex(2);
+    showTab(2);
     bench.trigger(maExecCfg);
     QCOMPARE(status(2), int(csRun));
     QCOMPARE(tabColor(bench, 0), appData().ExecTabColorExecute);
     QCOMPARE(tabColor(bench, 1), appData().ExecTabColorPause);
-    // Each tab has its own button.
-    bench.prj().setCurrentIndex(1);
-    bench.settle();
-    QCOMPARE(bench.window().button(mbExecute)->toolTip(), langText(69));
-    bench.prj().setCurrentIndex(0);
-    bench.settle();
-    QCOMPARE(bench.window().button(mbExecute)->toolTip(), langText(70));
+    // The button means the configuration that is shown.
+    showTab(3);
+    bench.click(mbExecute);
+    QVERIFY(becomes(3, csDone));
+    showTab(1);
+    QCOMPARE(execute->toolTip(), langText(69));
+    showTab(0);
+    QCOMPARE(execute->toolTip(), langText(70));
     bench.click(mbExecute);
     QVERIFY(becomes(0, csDone));
     QCOMPARE(status(1), int(csPause));
@@ -230,36 +366,14 @@ void TestMainWindow::runsSideBySide()
     QVERIFY(bench.waitIdle());
 }
 
-void TestMainWindow::pauseOfABackgroundTab()
-{
-    WindowBench bench;
-    bench.openWith({QStringLiteral("A: pause"), QStringLiteral("B: stop")});
-    bench.trigger(maExecCfg);
-    QVERIFY(becomes(0, csPause));
-    bench.prj().setCurrentIndex(1);
-    bench.settle();
-    // The button means the configuration that is shown.
-    bench.click(mbExecute);
-    QVERIFY(becomes(1, csDone));
-    QCOMPARE(status(0), int(csPause));
-    bench.window().runs()->stopAll();
-    QVERIFY(bench.waitIdle());
-}
-
 void TestMainWindow::idProgAndReset_data()
 {
-    QTest::addColumn<QString>("commands");
-    QTest::addColumn<int>("action");
-    QTest::addColumn<bool>("enabled");
-    QTest::addColumn<QString>("last");
-    const QString flash =
-        QStringLiteral("; set_device device=W25Q64 file=spi-flash/W25Q64FV.dev clk=4000000");
-    const QString avr =
-        QStringLiteral("; set_device device=ATmega328P file=avr/ATmega328P.dev clk=100000 data=");
-    QTest::newRow("id") << link << int(maExecIDProg) << true << "Done";
-    QTest::newRow("id without programmer") << "delay value=0" << int(maExecIDProg) << false << "";
-    QTest::newRow("reset without reset line") << link + flash << int(maExecReset) << false << "";
-    QTest::newRow("reset") << link + avr << int(maExecReset) << true << "Done";
+    tableColumns<QString, int, bool, QString>("commands", "action", "enabled", "last");
+    const QString avr = "; set_device device=ATmega328P file=avr/ATmega328P.dev clk=100000 data=";
+    tableRow("id", link, int(maExecIDProg), true, QString("Done"));
+    tableRow("id without programmer", QString("delay value=0"), int(maExecIDProg), false, QString());
+    tableRow("reset without reset line", link + flash, int(maExecReset), false, QString());
+    tableRow("reset", link + avr, int(maExecReset), true, QString("Done"));
 }
 
 void TestMainWindow::idProgAndReset()
@@ -267,40 +381,36 @@ void TestMainWindow::idProgAndReset()
     QFETCH(QString, commands);
     QFETCH(int, action);
     QFETCH(bool, enabled);
-    QFETCH(QString, last);
     SimProcess sim;
     QVERIFY2(sim.isReady(), sim.output().constData());
     WindowBench bench;
-    appData().progNames.append(QStringLiteral("Simulator"), true, sim.path(), QStringLiteral("Simulator"));
-    bench.openWith({QStringLiteral("A: ") + commands});
-    bench.clickRow(bench.words(0).size() - 1);
+    appData().progNames.append("Simulator", true, sim.path(), "Simulator");
+    bench.openWith({"A: " + commands});
+    bench.clickRow(commands.count(';'));
     QCOMPARE(bench.isEnabled(TMainAction(action)), enabled);
     bench.trigger(TMainAction(action));
-    QVERIFY2(bench.log(0).trimmed().endsWith(last), qPrintable(bench.log(0)));
+    QFETCH(QString, last);
+    QVERIFY2(bench.log(0).endsWith(last), qPrintable(bench.log(0)));
     if (action == maExecReset && enabled)
-        QVERIFY2(bench.log(0).contains(QStringLiteral("Reset (-400 ms)")), qPrintable(bench.log(0)));
+        QVERIFY2(bench.log(0).contains("Reset (-400 ms)"), qPrintable(bench.log(0)));
     QCOMPARE(status(0), int(csIdle));
 }
 
 void TestMainWindow::closeDuringRun_data()
 {
-    QTest::addColumn<QString>("commands");
-    QTest::newRow("delay") << "delay value=20000";
-    QTest::newRow("pause") << "pause";
-    QTest::newRow("loop") << "delay value=1; jamp to_cmd=0";
-    QTest::newRow("process") << "process file=sleep_1";
-    QTest::newRow("execute loop") << "execute cfg=0; delay value=1; jamp to_cmd=0";
-    QTest::newRow("dead port") << "set_prog prog=Simulator alt_enabled=true alt_port=/dev/ptmx";
+    tableColumns<QString>("commands");
+    tableRow("delay", QString("delay value=20000"));
+    tableRow("loop", QString("delay value=1; jamp to_cmd=0"));
+    tableRow("process", QString("process file=%1"));
+    tableRow("execute loop", QString("execute cfg=0; delay value=1; jamp to_cmd=0"));
+    tableRow("dead port", QString("set_prog prog=Simulator alt_enabled=true alt_port=/dev/ptmx"));
 }
 
 void TestMainWindow::closeDuringRun()
 {
     QFETCH(QString, commands);
     WindowBench bench;
-    const QString sleeper = bench.dir().write(QStringLiteral("sleep_1"), "#!/bin/sh\nsleep 1\n");
-    QFile::setPermissions(sleeper, QFile::permissions(sleeper) | QFile::ExeOwner);
-    commands.replace(QStringLiteral("sleep_1"), sleeper);
-    bench.openWith({QStringLiteral("A: ") + commands});
+    bench.openWith({"A: " + commands.replace("%1", bench.writeScript("sleep 0.5\n"))});
     bench.trigger(maExecCfg);
     QTest::qWait(30);
     const bool ran = !bench.window().runs()->isIdle();
@@ -310,75 +420,55 @@ void TestMainWindow::closeDuringRun()
     QVERIFY(!project().isOpen());
 }
 
-void TestMainWindow::refusedQuestionLeavesTheRunAlone()
+void TestMainWindow::leaveDuringRun_data()
 {
+    tableColumns<int, QString>("action", "configurations");
+    tableRow("close", -1, QString());
+    tableRow("switch", -2, QString("C"));
+    tableRow("reload", int(maPrjListReload), QString());
+    tableRow("delete configuration", int(maCfgDelete), QString("B"));
+    tableRow("delete project", int(maPrjDelete), QString("C"));
+    tableRow("other file", int(maPrjEdit), QString("D"));
+}
+
+void TestMainWindow::leaveDuringRun()
+{
+    QFETCH(int, action);
     WindowBench bench;
-    bench.addSampleNodes();
-    bench.open();
-    bench.clickNode(QStringLiteral("One"));
-    bench.prj().focusTable();
-    bench.clickRow(0);
+    bench.openSamples("One");
+    const auto leave = [&] {
+        bench.typed = QStringList{"One", "sub.prj"};
+        if (action >= 0)
+            bench.trigger(TMainAction(action));
+        else
+            action == -1 ? void(bench.close()) : bench.clickNode("Two");
+    };
     bench.trigger(maExecCfg);
     QVERIFY(becomes(0, csPause));
-    appData().LastPrj = 77;
     bench.yes = false;
-    QVERIFY(!bench.close());
-    bench.clickNode(QStringLiteral("Two"));
-    QCOMPARE(bench.window().prjList()->nodeName(), QStringLiteral("One"));
-    bench.trigger(maPrjListReload);
-    bench.prj().focusTable();
-    bench.trigger(maCfgDelete);
-    bench.trigger(maPrjDelete);
-    QCOMPARE(bench.boxes,
-             (QStringList{runsQuestion, runsQuestion, runsQuestion, runsQuestion, runsQuestion}));
-    QCOMPARE(status(0), int(csPause));
-    QCOMPARE(bench.nodeNames().size(), 4);
-    QCOMPARE(bench.difference(), QString());
-    // The question before all: nothing is stored when it is refused.
-    appData().ConfirmQuit = true;
-    QVERIFY(!bench.close());
-    QCOMPARE(bench.boxes.last(), langText(89));
-    QCOMPARE(appData().LastPrj, 77);
-    bench.window().runs()->stopAll();
-    QVERIFY(bench.waitIdle());
-}
-
-void TestMainWindow::switchDuringRun()
-{
-    WindowBench bench;
-    bench.addSampleNodes();
-    bench.open();
-    bench.clickNode(QStringLiteral("One"));
-    bench.trigger(maExecCfg);
-    QVERIFY(becomes(0, csPause));
-    bench.clickNode(QStringLiteral("Two"));
-    QVERIFY(bench.waitIdle());
-    QTRY_VERIFY(project().file().endsWith(QStringLiteral("two.prj")));
-    QCOMPARE(bench.difference(), QString());
+    leave();
     QCOMPARE(bench.boxes, QStringList{runsQuestion});
-    QVERIFY(bench.isEnabled(maExecCfg));
-}
-
-void TestMainWindow::deleteCfgDuringRun()
-{
-    WindowBench bench;
-    bench.openWith({QStringLiteral("A: pause"), QStringLiteral("B: stop")});
-    bench.trigger(maExecCfg);
-    QVERIFY(becomes(0, csPause));
-    QVERIFY(bench.trigger(maCfgDelete));
-    QVERIFY(bench.waitIdle());
-    QTRY_COMPARE(project().cfgNames(), QStringList{QStringLiteral("B")});
+    QCOMPARE(status(0), int(csPause));
+    QCOMPARE(bench.nodeNames(), QString("One Two .Sub Group"));
+    QCOMPARE(bench.window().prjList()->nodeName(), QString("One"));
     QCOMPARE(bench.difference(), QString());
+    bench.yes = true;
+    bench.prj().focusTable();
+    leave();
+    QVERIFY(bench.waitIdle());
+    QFETCH(QString, configurations);
+    QTRY_COMPARE(project().cfgNames().join(' '), configurations);
+    QCOMPARE(bench.difference(), QString());
+    QVERIFY(!bench.window().isWaitingForRuns());
+    QCOMPARE(bench.isEnabled(maExecCfg), project().isOpen());
 }
 
 void TestMainWindow::runsStartedBehindTheStopEndToo()
 {
     // A process cannot be stopped; behind it the run starts another one before it looks.
     WindowBench bench;
-    const QString sleeper = bench.dir().write(QStringLiteral("sleeper"), "#!/bin/sh\nsleep 0.5\n");
-    QFile::setPermissions(sleeper, QFile::permissions(sleeper) | QFile::ExeOwner);
-    bench.openWith(
-        {QStringLiteral("A: process file=%1; execute cfg=1").arg(sleeper), QStringLiteral("B: pause")});
+    const QString script = bench.writeScript("sleep 0.5\n");
+    bench.openWith({"A: process file=" + script + "; execute cfg=1", "B: pause"});
     bench.trigger(maExecCfg);
     QTest::qWait(100);
     bench.window().close();
@@ -391,44 +481,42 @@ void TestMainWindow::runsStartedBehindTheStopEndToo()
     QTRY_VERIFY_WITH_TIMEOUT(!bench.window().isVisible(), 5000);
 }
 
-void TestMainWindow::typedValueCountsForRunAndSave()
+void TestMainWindow::typedValueCounts_data()
 {
+    tableColumns<int>("action");
+    for (TMainAction id : {maExecCfg, maPrjSave, maPrjListReload})
+        tableRow(QByteArray::number(id).constData(), int(id));
+}
+
+/// Buttons and hot keys leave the focus in the field whose value is not stored yet.
+void TestMainWindow::typedValueCounts()
+{
+    QFETCH(int, action);
     WindowBench bench;
-    bench.openWith({QStringLiteral("A: delay value=5")});
-    const auto typeValue = [&](const QString& text) {
-        bench.clickRow(0);
-        QWidget* form = bench.prj().current()->form();
-        QVERIFY(form);
-        auto* field = form->findChild<QLineEdit*>();
-        QVERIFY(field);
-        field->setFocus();
-        field->selectAll();
-        QTest::keyClicks(field, text);
-    };
-    const auto value = [] { return project().cmdAt(0)->param(key::value).toString(); };
-    typeValue(QStringLiteral("17"));
-    bench.click(mbExecute);
-    QCOMPARE(value(), QStringLiteral("17"));
+    bench.openWith({"A: delay value=5"});
+    appData().AutoSavePrj = true;
+    bench.clickRow(0);
+    auto* field = bench.prj().current()->form()->findChild<QLineEdit*>();
+    field->setFocus();
+    field->selectAll();
+    QTest::keyClicks(field, "17");
+    QVERIFY(bench.trigger(TMainAction(action)));
     QVERIFY(bench.waitIdle());
-    typeValue(QStringLiteral("23"));
-    bench.click(mbSave);
-    QCOMPARE(value(), QStringLiteral("23"));
-    QVERIFY(bench.dir().read(QStringLiteral("projects/main.prj")).contains("\"23\""));
+    if (action == maExecCfg)
+        QCOMPARE(project().cmdAt(0)->param(key::value).toString(), QString("17"));
+    else
+        QVERIFY(bench.dir().read("projects/main.prj").contains("\"17\""));
 }
 
 void TestMainWindow::unsavedChanges_data()
 {
-    QTest::addColumn<bool>("autoSave");
-    QTest::addColumn<bool>("writable");
-    QTest::addColumn<bool>("yes");
-    QTest::addColumn<int>("questions");
-    QTest::addColumn<bool>("closes");
-    QTest::addColumn<bool>("stored");
-    QTest::newRow("saved by itself") << true << true << false << 0 << true << true;
-    QTest::newRow("yes saves") << false << true << true << 1 << true << true;
-    QTest::newRow("no drops") << false << true << false << 1 << true << false;
-    QTest::newRow("cannot be saved, dropped") << false << false << true << 2 << true << false;
-    QTest::newRow("cannot be saved, kept open") << true << false << false << 1 << false << false;
+    tableColumns<bool, bool, bool, int, bool, bool>("autoSave", "writable", "yes", "questions", "closes",
+                                                    "stored");
+    tableRow("saved by itself", true, true, false, 0, true, true);
+    tableRow("yes saves", false, true, true, 1, true, true);
+    tableRow("no drops", false, true, false, 1, true, false);
+    tableRow("cannot be saved, dropped", false, false, true, 2, true, false);
+    tableRow("cannot be saved, kept open", true, false, false, 1, false, false);
 }
 
 void TestMainWindow::unsavedChanges()
@@ -436,77 +524,69 @@ void TestMainWindow::unsavedChanges()
     QFETCH(bool, autoSave);
     QFETCH(bool, writable);
     QFETCH(bool, yes);
-    QFETCH(int, questions);
     QFETCH(bool, closes);
-    QFETCH(bool, stored);
     WindowBench bench;
-    bench.addSampleNodes();
-    bench.open();
-    bench.clickNode(QStringLiteral("One"));
-    bench.prj().focusTable();
+    bench.openSamples("One");
     appData().AutoSavePrj = autoSave;
     bench.yes = yes;
     QVERIFY(bench.trigger(maCmdDeleteCur));
     QVERIFY(project().isChanged());
-    const QByteArray before = bench.dir().read(QStringLiteral("projects/one.prj"));
-    if (!writable) {
-        // A folder in the place of the file cannot be written, whoever runs the test.
-        const QString file = bench.dir().file(QStringLiteral("projects/one.prj"));
-        QVERIFY(QFile::remove(file) && QDir().mkpath(file + QStringLiteral("/x")));
-    }
-    bench.clickNode(QStringLiteral("Two"));
-    QCOMPARE(bench.boxes.size(), questions);
-    QCOMPARE(bench.window().prjList()->nodeName(), closes ? QStringLiteral("Two") : QStringLiteral("One"));
+    const QString file = bench.dir().file("projects/one.prj");
+    const QByteArray before = bench.dir().read("projects/one.prj");
+    // A folder in the place of the file cannot be written, whoever runs the test.
+    if (!writable)
+        QVERIFY(QFile::remove(file) && QDir().mkpath(file + "/x"));
+    bench.clickNode("Two");
+    QTEST(bench.boxes.size(), "questions");
+    QCOMPARE(bench.window().prjList()->nodeName(), QString(closes ? "Two" : "One"));
     QCOMPARE(project().isChanged(), !closes);
-    QCOMPARE(project().file().endsWith(closes ? QStringLiteral("two.prj") : QStringLiteral("one.prj")), true);
+    QVERIFY(project().file().endsWith(closes ? "two.prj" : "one.prj"));
     if (writable)
-        QCOMPARE(bench.dir().read(QStringLiteral("projects/one.prj")) != before, stored);
+        QTEST(bench.dir().read("projects/one.prj") != before, "stored");
     project().clearChanged();
 }
 
 void TestMainWindow::failedLoadIsRed()
 {
     WindowBench bench;
-    bench.dir().write(QStringLiteral("projects/bad.prj"), "{ not a project");
-    bench.addSampleNodes();
-    bench.addNode(QStringLiteral("Bad"), QStringLiteral("bad.prj"));
-    bench.addNode(QStringLiteral("Gone"), QStringLiteral("gone.prj"));
-    bench.open();
-    bench.clickNode(QStringLiteral("One"));
-    for (const auto& [name, text] :
-         {qMakePair(QStringLiteral("Bad"), 88), qMakePair(QStringLiteral("Gone"), 87)}) {
+    bench.dir().write("projects/bad.prj", "{ not a project");
+    bench.addNode("Bad", "bad.prj");
+    bench.addNode("Gone", "gone.prj");
+    bench.openSamples();
+    appData().AutoSavePrj = true;
+    for (const auto& [name, text] : {std::pair("Bad", 88), std::pair("Gone", 87)}) {
+        // The report that this one was saved must not hide the other one's error.
+        bench.clickNode("One");
+        bench.prj().focusTable();
+        QVERIFY(bench.trigger(maCmdMoveDown));
         bench.clickNode(name);
-        QVERIFY2(bench.status().startsWith(langText(text) + QStringLiteral(": ")),
-                 qPrintable(bench.status()));
+        QVERIFY2(bench.status().startsWith(langText(text) + ": "), qPrintable(bench.status()));
         QVERIFY(!project().isOpen());
         QCOMPARE(bench.prj().count(), 0);
         QVERIFY(!bench.window().button(mbExecute)->isVisible());
     }
-    bench.clickNode(QStringLiteral("One"));
+    bench.clickNode("One");
     QCOMPARE(bench.difference(), QString());
 }
 
 void TestMainWindow::selectorFollows()
 {
     WindowBench bench;
-    bench.openWith({QStringLiteral("A: delay value=0; stop")});
+    bench.openWith({"A: delay value=0; stop"});
     bench.clickRow(0);
     QVERIFY(bench.trigger(maCmdSelector));
-    QVERIFY(bench.window().cmdSelector());
-    QVERIFY(bench.window().button(mbCmdSelector)->isChecked());
+    QVERIFY(bench.window().cmdSelector() && bench.window().button(mbCmdSelector)->isChecked());
     emit bench.window().cmdSelector()->signalAddCmd(cmd::pause, false);
     bench.settle();
-    QCOMPARE(bench.words(0),
-             (QStringList{QStringLiteral("delay"), QStringLiteral("!pause"), QStringLiteral("stop")}));
+    QCOMPARE(bench.words(0), QString("delay !pause stop"));
     QCOMPARE(bench.prj().currentRow(), 1);
     bench.window().cmdSelector()->close();
     bench.settle();
-    QVERIFY(!bench.window().cmdSelector());
-    QVERIFY(!bench.window().action(maCmdSelector)->isChecked());
-    QVERIFY(bench.trigger(maCmdSelector));
-    QVERIFY(bench.trigger(maCmdSelector));
-    QVERIFY(!bench.window().cmdSelector());
-    QVERIFY(bench.trigger(maCmdSelector));
+    QVERIFY(!bench.window().cmdSelector() && !bench.window().action(maCmdSelector)->isChecked());
+    for (bool isOpen : {true, false, true}) {
+        QVERIFY(bench.trigger(maCmdSelector));
+        QCOMPARE(bench.window().cmdSelector() != nullptr, isOpen);
+    }
     project().clearChanged();
     QVERIFY(bench.close());
     QVERIFY(!bench.window().cmdSelector());
@@ -515,19 +595,24 @@ void TestMainWindow::selectorFollows()
 void TestMainWindow::lastPlaceIsOpened()
 {
     WindowBench bench;
-    bench.addSampleNodes();
-    bench.open();
-    bench.clickNode(QStringLiteral("One"));
+    bench.openSamples("One");
     bench.prj().setCurrentIndex(1);
     bench.prj().setCurrentRow(1);
+    bench.question("Confirmation/Quit") = true;
+    bench.yes = false;
+    QVERIFY(!bench.close());
+    QCOMPARE(bench.boxes, QStringList{langText(89)});
+    QCOMPARE(appData().LastPrj, -1);
+    bench.yes = true;
     QVERIFY(bench.close());
     QCOMPARE(appData().LastPrj, 0);
     QCOMPARE(appData().LastCfg, 1);
     QCOMPARE(appData().LastCmd, 1);
     bench.destroy();
+    bench.question("Confirmation/Quit") = false;
     appData().OpenLastPrj = true;
     bench.open();
-    QVERIFY(project().file().endsWith(QStringLiteral("one.prj")));
+    QVERIFY(project().file().endsWith("one.prj"));
     QCOMPARE(bench.prj().currentIndex(), 1);
     QCOMPARE(bench.prj().currentRow(), 1);
     QVERIFY(bench.prj().tableHasFocus());
@@ -535,7 +620,6 @@ void TestMainWindow::lastPlaceIsOpened()
     QVERIFY(bench.close());
     bench.destroy();
     appData().LastPrj = 99;
-    appData().LastCmd = 99;
     bench.open();
     QVERIFY(!project().isOpen());
 }
@@ -543,8 +627,7 @@ void TestMainWindow::lastPlaceIsOpened()
 void TestMainWindow::settingsAreWrittenAtTheEnd()
 {
     WindowBench bench;
-    bench.addSampleNodes();
-    bench.open();
+    bench.openSamples();
     bench.window().setGeometry(31, 42, 801, 555);
     bench.window().prjList()->tree()->topLevelItem(1)->setExpanded(false);
     QVERIFY(bench.close());

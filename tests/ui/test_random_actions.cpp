@@ -1,8 +1,7 @@
-#include "core/TAppData.h"
-#include "core/TDataCmd.h"
 #include "core/TDataPrj.h"
 #include "core/globals.h"
-#include "core/keys.h"
+#include "support/tables.h"
+#include "ui/TButtonAction.h"
 #include "ui/TWgtCmdList.h"
 #include "ui/TWgtPrj.h"
 #include "ui/WindowBench.h"
@@ -11,7 +10,6 @@
 #include <QRandomGenerator>
 #include <QTabBar>
 #include <QTableWidget>
-#include <QtTest>
 
 namespace {
 
@@ -29,12 +27,6 @@ const QList<TMainAction> userActions{
     maExecCfg,         maExecClearState,  maExecClearAllState, maSetViewParamPrj, maSetViewParamCmd,
     maSetViewParamExec};
 
-int sequences()
-{
-    const int wanted = qEnvironmentVariableIntValue("VM_RANDOM_SEQUENCES");
-    return wanted > 0 ? wanted : 20;
-}
-
 /// One user with a mouse, a keyboard and no plan.
 class User
 {
@@ -48,12 +40,11 @@ public:
     /// Does something; its name.
     QString act()
     {
-        m_bench.yes = m_random.bounded(4) != 0;
-        const QString name = QStringLiteral("N%1").arg(m_random.bounded(6));
-        m_bench.typed =
-            m_random.bounded(5) == 0 ? QStringList() : QStringList{name, name + QLatin1String(".prj")};
+        m_bench.yes = roll(4) != 0;
+        const QString name = "N" + QString::number(roll(6));
+        m_bench.typed = roll(5) == 0 ? QStringList() : QStringList{name, name + ".prj"};
         m_bench.prj().focusTable();
-        switch (m_random.bounded(10)) {
+        switch (roll(10)) {
         case 0:
             return clickNode();
         case 1:
@@ -63,97 +54,101 @@ public:
         case 3:
             return changeTab();
         case 4:
-            m_bench.trigger(maExecCfg);
-            return QStringLiteral("run");
+            return pressExecute();
         default:
-            return trigger();
+            return choose();
         }
     }
 
 private:
+    int roll(int sides) { return static_cast<int>(m_random.bounded(sides)); }
+
     QString clickNode()
     {
-        const QStringList names = m_bench.nodeNames();
-        if (names.isEmpty())
-            return QStringLiteral("no node");
-        QString name = names.at(m_random.bounded(names.size()));
-        name.remove(QLatin1Char('.'));
-        m_bench.clickNode(name);
-        return QStringLiteral("node ") + name;
+        const QStringList names = m_bench.nodeNames().remove('.').split(' ', Qt::SkipEmptyParts);
+        if (!names.isEmpty())
+            m_bench.clickNode(names.at(roll(names.size())));
+        return "node";
     }
 
     QString clickRow()
     {
-        TWgtConfig* tab = m_bench.prj().current();
-        const int rows = tab ? tab->cmdList()->rowCount() : 0;
-        if (rows == 0)
-            return QStringLiteral("no row");
-        const int row = m_random.bounded(rows);
-        if (tab->cmdList()->table()->isRowHidden(row))
-            return QStringLiteral("hidden row");
-        m_random.bounded(2) ? m_bench.clickRow(row) : m_bench.clickCheck(row);
-        return QStringLiteral("row %1").arg(row);
+        const TWgtConfig* tab = m_bench.prj().current();
+        const int row = roll(tab ? tab->cmdList()->rowCount() + 1 : 1) - 1;
+        if (row >= 0 && !tab->cmdList()->table()->isRowHidden(row))
+            m_bench.clickRow(row, roll(2));
+        return QString("row %1").arg(row);
     }
 
     QString typeValue()
     {
-        TWgtConfig* tab = m_bench.prj().current();
-        QWidget* form = tab ? tab->form() : nullptr;
-        QLineEdit* field = form ? form->findChild<QLineEdit*>() : nullptr;
+        const TWgtConfig* tab = m_bench.prj().current();
+        auto* field = tab && tab->form() ? tab->form()->findChild<QLineEdit*>() : nullptr;
         if (!field || !field->isVisible() || field->isReadOnly())
-            return QStringLiteral("no field");
+            return "no field";
         field->setFocus();
-        QTest::keyClicks(field, QString::number(m_random.bounded(30)));
-        if (m_random.bounded(2))
+        QTest::keyClicks(field, QString::number(roll(30)));
+        // Without Enter the value is stored by whatever comes next.
+        if (roll(2))
             QTest::keyClick(field, Qt::Key_Return);
         m_bench.settle();
-        return QStringLiteral("type");
+        return "type";
     }
 
     QString changeTab()
     {
         const int count = m_bench.prj().count();
-        if (count == 0)
-            return QStringLiteral("no tab");
-        if (m_random.bounded(3) == 0)
-            m_bench.prj().findChild<QTabBar*>()->moveTab(m_random.bounded(count), m_random.bounded(count));
-        else
-            m_bench.prj().setCurrentIndex(m_random.bounded(count));
+        if (count > 0 && roll(3) == 0)
+            m_bench.prj().findChild<QTabBar*>()->moveTab(roll(count), roll(count));
+        else if (count > 0)
+            m_bench.prj().setCurrentIndex(roll(count));
         m_bench.settle();
-        return QStringLiteral("tab");
+        return "tab";
     }
 
-    QString trigger()
+    QString pressExecute()
     {
-        const TMainAction id = userActions.at(m_random.bounded(userActions.size()));
-        const bool done = m_bench.trigger(id);
-        return QStringLiteral("%1%2").arg(m_bench.window().action(id)->text(),
-                                          QLatin1String(done ? "" : " (off)"));
+        if (m_bench.window().button(mbExecute)->isVisible())
+            m_bench.click(mbExecute, roll(3) ? Qt::NoModifier : Qt::ControlModifier);
+        return "run or stop";
+    }
+
+    /// From a menu, or by its keys, which may find it off.
+    QString choose()
+    {
+        const TMainAction id = userActions.at(roll(userActions.size()));
+        const QAction* action = m_bench.window().action(id);
+        const QString told = action->text() + (action->isEnabled() ? "" : " (off)");
+        QWidget* focus = QApplication::focusWidget();
+        if (roll(2) || !focus)
+            m_bench.trigger(id);
+        else
+            QTest::keySequence(focus, action->shortcut());
+        m_bench.settle();
+        return told;
     }
 
     WindowBench& m_bench;
     QRandomGenerator m_random;
 };
 
-void prepare(WindowBench& bench)
+/// What does not fit together; empty if all does.
+QString fault(WindowBench& bench)
 {
-    const QString flash = QStringLiteral("set_prog prog=Simulator alt_enabled=false; "
-                                         "set_device device=W25Q64 file=spi-flash/W25Q64FV.dev clk=4000000; "
-                                         "ident; erase_blocks begin=0 count=1 size=4096");
-    bench.writeProject(
-        QStringLiteral("flow.prj"),
-        {QStringLiteral("A: delay value=1; execute cfg=1; counter value=0 limit=3 delta=1; jamp to_cmd=0"),
-         QStringLiteral("B: pause; delay value=2; stop; jamp to_cmd=4"), QStringLiteral("C: ") + flash});
-    bench.addSampleNodes();
-    bench.addNode(QStringLiteral("Flow"), QStringLiteral("flow.prj"));
-    bench.open();
-    bench.clickNode(QStringLiteral("Flow"));
+    const bool isOpen = project().isOpen();
+    if (bench.prj().count() == 0 ? isOpen : !isOpen)
+        return "tabs without a project, or the other way round";
+    if (bench.isEnabled(maCfgNew) != (isOpen && !bench.window().isWaitingForRuns()))
+        return "an action is on without its object";
+    if (!bench.difference().isEmpty() || !isOpen || project().isChanged())
+        return bench.difference() + bench.listDifference();
+    return bench.fileDifference() + bench.listDifference();
 }
 
 } // namespace
 
-/// Random sequences of user actions: after each the model, the panels and the state of the actions agree,
-/// and at the end the saved file does. VM_RANDOM_SEQUENCES sets their number, VM_RANDOM_SEED the first.
+/// Random sequences of user actions: after each action the model, the panels, the state of the actions and
+/// the files agree. VM_RANDOM_SEQUENCES sets their number, VM_RANDOM_SEED the first.
 class TestRandomActions : public QObject
 {
     Q_OBJECT
@@ -165,44 +160,42 @@ private slots:
 
 void TestRandomActions::sequence_data()
 {
-    QTest::addColumn<quint32>("seed");
+    tableColumns<quint32>("seed");
+    const int wanted = qEnvironmentVariableIntValue("VM_RANDOM_SEQUENCES");
     const int first = qMax(1, qEnvironmentVariableIntValue("VM_RANDOM_SEED"));
-    for (int i = 0; i < sequences(); ++i)
-        QTest::newRow(qPrintable(QString::number(first + i))) << quint32(first + i);
+    for (int i = 0; i < (wanted > 0 ? wanted : 20); ++i)
+        tableRow(qPrintable(QString::number(first + i)), quint32(first + i));
 }
 
 void TestRandomActions::sequence()
 {
     QFETCH(quint32, seed);
     WindowBench bench;
-    prepare(bench);
+    bench.writeProject(
+        "flow.prj",
+        {"A: delay value=1; execute cfg=1; counter value=0 limit=3 delta=1; jamp to_cmd=0",
+         "B: pause; delay value=2; stop; jamp to_cmd=4",
+         "C: set_prog prog=Simulator alt_enabled=false; set_device device=W25Q64 file=spi-flash/W25Q64FV.dev "
+         "clk=4000000; ident; erase_blocks begin=0 count=1 size=4096"});
+    bench.addNode("Flow", "flow.prj");
+    bench.openSamples("Flow");
     User user(bench, seed);
     QStringList done;
     for (int i = 0; i < actionsPerSequence; ++i) {
         done.append(user.act());
-        const QByteArray told = done.join(QLatin1String(", ")).toUtf8();
-        QVERIFY2(bench.difference().isEmpty(), (bench.difference().toUtf8() + " after " + told).constData());
-        QVERIFY2(bench.isEnabled(maCfgNew) == (project().isOpen() && !bench.window().isWaitingForRuns()),
-                 told.constData());
-        QVERIFY2(project().isOpen() || bench.prj().count() == 0, told.constData());
+        QVERIFY2(fault(bench).isEmpty(), qPrintable(fault(bench) + " after " + done.join(", ")));
     }
     bench.yes = true;
     // More than once: a run may start another one behind the stop.
-    QVERIFY(QTest::qWaitFor(
-        [&] {
-            bench.window().runs()->stopAll();
-            return bench.window().runs()->isIdle();
-        },
-        20000));
+    const auto stopped = [&] {
+        bench.window().runs()->stopAll();
+        return bench.window().runs()->isIdle();
+    };
+    QVERIFY(QTest::qWaitFor(stopped, 20000));
     QTRY_VERIFY(!bench.window().isWaitingForRuns());
     bench.settle();
-    if (project().isOpen() && bench.trigger(maPrjSave)) {
-        const QString file = project().file().section(QLatin1Char('/'), -1);
-        QVERIFY2(bench.fileDifference(file).isEmpty(),
-                 (bench.fileDifference(file) + QLatin1String(" after ") + done.join(QLatin1String(", ")))
-                     .toUtf8()
-                     .constData());
-    }
+    bench.trigger(maPrjSave);
+    QVERIFY2(fault(bench).isEmpty(), qPrintable(fault(bench) + " after " + done.join(", ")));
     QVERIFY(bench.close());
 }
 

@@ -10,100 +10,46 @@
 #include <QMessageBox>
 #include <QScreen>
 #include <QStyle>
-#include <QStyleFactory>
 #include <QTableWidget>
 #include <QTimer>
-#include <QtTest>
-
-namespace {
-
-/// Does something with the message box that the next event loop shows.
-void withBox(const std::function<void(QMessageBox*)>& answer)
-{
-    QTimer::singleShot(0, qApp, [answer] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        QVERIFY(box);
-        answer(box);
-        if (box->isVisible())
-            box->reject();
-    });
-}
-
-QStringList column(const QTableWidget& table, int column)
-{
-    QStringList texts;
-    for (int row = 0; row < table.rowCount(); ++row)
-        texts.append(table.item(row, column) ? table.item(row, column)->text() : QStringLiteral("-"));
-    return texts;
-}
-
-} // namespace
 
 class TestWindowHelpers : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void askedByButtons();
-    void shownText();
+    void boxes();
     void placed_data();
     void placed();
     void placedOnWindow();
     void movedRow_data();
     void movedRow();
-    void style();
-    void fonts();
+    void styleAndFonts();
 };
 
-void TestWindowHelpers::initTestCase()
+void TestWindowHelpers::boxes()
 {
-    lang().load(QStringLiteral(VM_DATA_DIR "/language/eng.lng"));
-}
-
-void TestWindowHelpers::askedByButtons()
-{
-    for (const QString& answer : {QStringLiteral("Yes"), QStringLiteral("No")}) {
-        QStringList seen;
-        withBox([&](QMessageBox* box) {
-            for (QAbstractButton* button : box->buttons())
-                seen.append(button->text());
-            for (QAbstractButton* button : box->buttons()) {
-                if (button->text() == answer)
-                    QTest::mouseClick(button, Qt::LeftButton);
-            }
-        });
-        QCOMPARE(msgAsk(QStringLiteral("?"), nullptr), answer == QLatin1String("Yes"));
-        std::sort(seen.begin(), seen.end());
-        QCOMPARE(seen, (QStringList{"No", "Yes"}));
-    }
-    withBox([](QMessageBox* box) { box->close(); });
-    QVERIFY(!msgAsk(QStringLiteral("?"), nullptr));
-    withBox([](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Return); });
-    QVERIFY(msgAsk(QStringLiteral("?"), nullptr));
-}
-
-// Names come from files: markup in them is shown and not obeyed.
-void TestWindowHelpers::shownText()
-{
-    const QString text = QStringLiteral("<b>project</b> & \"name\"");
-    int shown = 0;
-    const auto look = [&](QMessageBox::Icon icon) {
-        withBox([&, icon](QMessageBox* box) {
-            ++shown;
+    lang().load(VM_DATA_DIR "/language/eng.lng");
+    // Names come from files: markup in them is shown and not obeyed.
+    const QString text = "<b>project</b> & \"name\"";
+    const auto answered = [&](QMessageBox::Icon icon, int key, const auto& show) {
+        QTimer::singleShot(0, qApp, [=] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            QVERIFY(box);
             QCOMPARE(box->icon(), icon);
-            QCOMPARE(box->windowTitle(), QStringLiteral("Velmarkion"));
+            QCOMPARE(box->windowTitle(), QString("Velmarkion"));
             QCOMPARE(box->text(), text);
             QCOMPARE(box->textFormat(), Qt::PlainText);
+            if (icon == QMessageBox::Question)
+                QCOMPARE(box->buttons().size(), 2);
+            QTest::keyClick(box, Qt::Key(key));
         });
+        return show(text, nullptr);
     };
-    look(QMessageBox::Information);
-    msgInfo(text, nullptr);
-    look(QMessageBox::Critical);
-    msgError(text, nullptr);
-    look(QMessageBox::Question);
-    QVERIFY(!msgAsk(text, nullptr));
-    QCOMPARE(shown, 3);
+    answered(QMessageBox::Information, Qt::Key_Return, msgInfo);
+    answered(QMessageBox::Critical, Qt::Key_Return, msgError);
+    QVERIFY(answered(QMessageBox::Question, Qt::Key_Return, msgAsk));
+    QVERIFY(!answered(QMessageBox::Question, Qt::Key_Escape, msgAsk));
 }
 
 void TestWindowHelpers::placed_data()
@@ -117,37 +63,34 @@ void TestWindowHelpers::placed_data()
     tableRow("below it", QRect(10, h + 7, 300, 200), QRect(10, 0, 300, 200));
     tableRow("last column", QRect(w - 1, 20, 300, 200), QRect(w - 1, 20, 300, 200));
     tableRow("too high", QRect(10, 20, 300, h + 1), QRect(10, 0, 300, h));
-    tableRow("garbage", QRect(QPoint(INT_MIN, INT_MIN), QSize(INT_MAX, INT_MAX)), QRect(0, 0, w, h));
+    tableRow("garbage", QRect(INT_MIN, INT_MIN, INT_MAX, INT_MAX), QRect(0, 0, w, h));
 }
 
 void TestWindowHelpers::placed()
 {
     QFETCH(QRect, wanted);
-    QFETCH(QRect, expected);
-    const QSize size = wanted.x() == INT_MIN ? QSize(INT_MAX, INT_MAX) : wanted.size();
     QWidget widget;
-    placeOnScreen(&widget, false, wanted.x(), wanted.y(), size.width(), size.height());
-    QCOMPARE(widget.geometry(), expected);
-    placeOnWindow(&widget, false, wanted.x(), wanted.y(), size.width(), size.height());
-    QCOMPARE(widget.geometry(), expected);
+    for (const auto& place : {placeOnScreen, placeOnWindow}) {
+        place(&widget, false, wanted.x(), wanted.y(), wanted.width(), wanted.height());
+        QTEST(widget.geometry(), "expected");
+    }
 }
 
 void TestWindowHelpers::placedOnWindow()
 {
     QWidget widget;
-    QVERIFY(!QApplication::activeWindow());
+    const auto isCentredOn = [&](const QRect& area) {
+        return (widget.geometry().center() - area.center()).manhattanLength() <= 2;
+    };
     placeOnWindow(&widget, true, 0, 0, 100, 100);
-    QVERIFY((widget.geometry().center() - QGuiApplication::primaryScreen()->geometry().center())
-                .manhattanLength() <= 2);
-
+    QVERIFY(isCentredOn(QGuiApplication::primaryScreen()->geometry()));
     QWidget window;
     window.setGeometry(200, 150, 300, 200);
     window.show();
     window.activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(&window));
     placeOnWindow(&widget, true, 0, 0, 100, 80);
-    QCOMPARE(widget.size(), QSize(100, 80));
-    QVERIFY((widget.geometry().center() - window.frameGeometry().center()).manhattanLength() <= 2);
+    QVERIFY(isCentredOn(window.frameGeometry()));
     // A dialog that is larger than its window keeps its title bar on the screen.
     window.setGeometry(0, 0, 200, 100);
     placeOnWindow(&widget, true, 0, 0, 600, 500);
@@ -157,69 +100,53 @@ void TestWindowHelpers::placedOnWindow()
 void TestWindowHelpers::movedRow_data()
 {
     tableColumns<int, int, QString, int>("row", "delta", "order", "current");
-    tableRow("up", 3, -1, "abdc", 2);
-    tableRow("far", 0, 3, "dbca", 3);
-    tableRow("below the last", 3, 1, "abcd", 3);
-    tableRow("far beyond", 1, INT_MAX, "abcd", 1);
+    tableRow("up", 3, -1, QString("abdc"), 2);
+    tableRow("far", 0, 3, QString("dbca"), 3);
+    tableRow("below the last", 3, 1, QString("abcd"), 3);
+    tableRow("far beyond", 1, INT_MAX, QString("abcd"), 1);
 }
 
 void TestWindowHelpers::movedRow()
 {
     QFETCH(int, row);
     QFETCH(int, delta);
-    QFETCH(QString, order);
-    QTableWidget table(4, 2);
-    for (int i = 0; i < 4; ++i) {
-        table.setItem(i, 0, new QTableWidgetItem(QString(QChar('a' + i))));
-        if (i % 2 == 0)
-            table.setItem(i, 1, new QTableWidgetItem(QString(QChar('A' + i))));
-    }
-    if (row >= 0)
-        table.setCurrentCell(row, 0);
+    QTableWidget table(4, 1);
+    for (int i = 0; i < 4; ++i)
+        table.setItem(i, 0, new QTableWidgetItem(QString("abcd").at(i)));
+    table.setCurrentCell(row, 0);
     int signalCount = 0;
     connect(&table, &QTableWidget::itemChanged, this, [&] { ++signalCount; });
     connect(&table, &QTableWidget::currentItemChanged, this, [&] { ++signalCount; });
     moveTableRow(&table, delta);
-    QCOMPARE(column(table, 0).join(QString()), order);
-    // A cell without an item moves too.
-    QCOMPARE(column(table, 1).join(QString()),
-             QString(order).replace('a', 'A').replace('c', 'C').replace('b', '-').replace('d', '-'));
+    QString order;
+    for (int i = 0; i < 4; ++i)
+        order += table.item(i, 0)->text();
+    QTEST(order, "order");
     QTEST(table.currentRow(), "current");
     QCOMPARE(signalCount, 0);
     QVERIFY(!table.signalsBlocked());
 }
 
-void TestWindowHelpers::style()
+void TestWindowHelpers::styleAndFonts()
 {
-    const QStringList known = QStyleFactory::keys();
-    QVERIFY(known.contains(QStringLiteral("Fusion")));
-    appData().Style = QStringLiteral("no such style");
+    appData().Style = "no such style";
     applyStyleSettings();
-    QCOMPARE(appData().Style, known.first());
-    setStyle(QStringLiteral("Fusion"));
-    const QString applied = QApplication::style()->objectName();
-    QCOMPARE(applied, QStringLiteral("fusion"));
-    setStyle(QStringLiteral("no such style"));
-    QCOMPARE(QApplication::style()->objectName(), applied);
-}
+    QVERIFY(appData().Style != "no such style");
+    setStyle("Fusion");
+    setStyle("no such style");
+    QCOMPARE(QApplication::style()->objectName(), QString("fusion"));
 
-void TestWindowHelpers::fonts()
-{
     const QFont platform = QApplication::font();
     applyFontSettings();
     QCOMPARE(QApplication::font(), platform);
     QCOMPARE(appData().FontMonoName, platform.family());
     QCOMPARE(appData().FontMonoSize, QFontInfo(platform).pointSize());
-    QVERIFY(appData().FontMonoSize > 0);
-
-    appData().FontAppName = QStringLiteral("Some Family");
+    appData().FontAppName = "Some Family";
     appData().FontAppSize = 13;
-    appData().FontMonoName = QStringLiteral("Mono Family");
     appData().FontMonoSize = 0;
     applyFontSettings();
-    QCOMPARE(QApplication::font().family(), QStringLiteral("Some Family"));
-    QCOMPARE(QApplication::font().pointSize(), 13);
-    QCOMPARE(appData().FontMonoName, QStringLiteral("Mono Family"));
+    QCOMPARE(QApplication::font().toString().left(14), QString("Some Family,13"));
+    QCOMPARE(appData().FontMonoName, platform.family());
     QCOMPARE(appData().FontMonoSize, 13);
 }
 
