@@ -105,7 +105,9 @@ void TMainWindow::slotPrjEdit()
 void TMainWindow::changeNode(const QString& name, const QString& file)
 {
     m_prjList->setCurrentNode(name, file);
-    project().setName(name);
+    // The menu of another node may be used before its project is opened.
+    if (m_prjList->tree()->currentItem() == m_openNode)
+        project().setName(name);
     saveList();
     updateState();
 }

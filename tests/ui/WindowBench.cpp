@@ -1,28 +1,21 @@
 #include "ui/WindowBench.h"
 
 #include "core/IFormFactory.h"
-#include "core/TAppData.h"
-#include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
+#include "core/TDataCfg.h"
 #include "core/helpers.h"
 #include "core/settingsRows.h"
 #include "core/startup.h"
 #include "forms/TFormFactory.h"
 #include "ui/TButtonAction.h"
-#include "ui/TTreeWidget.h"
-#include "ui/TWgtCmdList.h"
 #include "ui/TWgtLogExec.h"
-#include "ui/TWgtPrj.h"
 
 #include <QFileDialog>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QTableWidget>
+#include <QTabBar>
 #include <QTextEdit>
-#include <QtTest>
 
 namespace {
 
@@ -37,16 +30,6 @@ QJsonObject command(const QString& text)
     return object;
 }
 
-QJsonObject configuration(const QString& text)
-{
-    QJsonArray commands;
-    for (const QString& part : text.section(':', 1).split(';')) {
-        if (!part.trimmed().isEmpty())
-            commands.append(command(part));
-    }
-    return {{"name", text.section(':', 0, 0)}, {"description", ""}, {"commands", commands}};
-}
-
 QByteArray file(const char* key, const QJsonArray& content)
 {
     return QJsonDocument(QJsonObject{{"version", 1}, {key, content}}).toJson();
@@ -58,12 +41,17 @@ QByteArray bytesOf(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+QJsonArray entries(const QString& path, const char* key)
+{
+    return QJsonDocument::fromJson(bytesOf(path))[key].toArray();
+}
+
 QString wordOf(const QString& word, bool checked)
 {
     return checked ? word : '!' + word;
 }
 
-QString rows(const QTableWidget& table)
+QString wordsOf(const QTableWidget& table)
 {
     QStringList words;
     for (int row = 0; row < table.rowCount(); ++row) {
@@ -71,6 +59,23 @@ QString rows(const QTableWidget& table)
                             table.item(row, 0)->checkState() == Qt::Checked));
     }
     return words.join(' ');
+}
+
+QString modelText()
+{
+    QStringList configs;
+    for (const TDataCfg* config : project().cfgList()) {
+        QStringList words;
+        for (const TDataCmd* command : project().cmdsOfCfg(config->id()))
+            words.append(wordOf(command->cmd(), command->status()));
+        configs.append(config->name() + ": " + words.join(' '));
+    }
+    return configs.join("; ");
+}
+
+QString compared(const QString& found, const QString& wanted)
+{
+    return found == wanted ? QString() : found + " instead of " + wanted;
 }
 
 } // namespace
@@ -117,11 +122,6 @@ WindowBench::WindowBench()
 
 WindowBench::~WindowBench()
 {
-    destroy();
-}
-
-void WindowBench::destroy()
-{
     m_window.reset();
     settle();
 }
@@ -141,11 +141,15 @@ QString WindowBench::writeScript(const QByteArray& lines) const
     return script;
 }
 
-void WindowBench::writeProject(const QString& name, const QStringList& configs) const
+void WindowBench::writeProject(const QString& name, const QString& configs) const
 {
     QJsonArray content;
-    for (const QString& config : configs)
-        content.append(configuration(config));
+    for (const QString& config : configs.split("; ")) {
+        QJsonArray commands;
+        for (const QString& text : config.section(": ", 1).split(',', Qt::SkipEmptyParts))
+            commands.append(command(text));
+        content.append(QJsonObject{{"name", config.section(':', 0, 0)}, {"commands", commands}});
+    }
     m_dir.write("projects/" + name, file("configurations", content));
 }
 
@@ -156,7 +160,9 @@ void WindowBench::addNode(const QString& name, const QString& file, int parent)
 
 void WindowBench::open()
 {
-    m_dir.write("projects/test.lst", file("list", m_nodes));
+    m_window.reset();
+    if (listBytes().isEmpty())
+        m_dir.write("projects/test.lst", file("list", m_nodes));
     m_window = std::make_unique<TMainWindow>();
     m_window->show();
     (void)QTest::qWaitForWindowActive(m_window.get());
@@ -166,9 +172,9 @@ void WindowBench::open()
 void WindowBench::openSamples(const QString& name)
 {
     const QJsonArray more = std::exchange(m_nodes, {});
-    writeProject("one.prj", {"A: delay value=0; pause; stop", "B: delay value=1; delay value=2"});
-    writeProject("two.prj", {"C: jamp to_cmd=1; stop; !pause"});
-    writeProject("sub.prj", {"D: stop"});
+    writeProject("one.prj", "A: delay value=0, pause, stop; B: delay value=1, delay value=2");
+    writeProject("two.prj", "C: jamp to_cmd=1, stop, !pause");
+    writeProject("sub.prj", "D: stop");
     addNode("One", "one.prj");
     addNode("Two", "two.prj");
     addNode("Sub", "sub.prj", 2);
@@ -182,7 +188,7 @@ void WindowBench::openSamples(const QString& name)
     prj().focusTable();
 }
 
-void WindowBench::openWith(const QStringList& configs)
+void WindowBench::openWith(const QString& configs)
 {
     writeProject("main.prj", configs);
     addNode("Main", "main.prj");
@@ -211,11 +217,11 @@ void WindowBench::clickNode(const QString& name)
 
 void WindowBench::clickRow(int row, int column)
 {
-    QTableWidget* table = prj().current()->cmdList()->table();
-    table->scrollToItem(table->item(row, column));
-    const QRect cell = table->visualItemRect(table->item(row, column));
+    QTableWidget* rows = table(prj().currentIndex());
+    rows->scrollToItem(rows->item(row, column));
+    const QRect cell = rows->visualItemRect(rows->item(row, column));
     // Left in the cell is the check box, if there is one.
-    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, {cell.left() + 9, cell.center().y()});
+    QTest::mouseClick(rows->viewport(), Qt::LeftButton, {}, {cell.left() + 9, cell.center().y()});
     settle();
 }
 
@@ -258,59 +264,56 @@ bool WindowBench::waitIdle(int timeoutMs)
     return idle;
 }
 
-QString WindowBench::words(int index) const
+QString WindowBench::configs()
 {
-    QStringList words;
-    for (const TDataCmd* command : project().cmdsOfCfg(project().cfgIdAt(index)))
-        words.append(wordOf(command->cmd(), command->status()));
-    return words.join(' ');
+    const QString other = difference();
+    return other.isEmpty() ? modelText() : other;
+}
+
+QString WindowBench::after(TMainAction id, const QStringList& texts)
+{
+    typed = texts;
+    return trigger(id) ? configs() : QString("off");
 }
 
 QString WindowBench::difference()
 {
-    const QStringList names = project().cfgNames();
-    if (prj().count() != names.size())
-        return QString("%1 tabs, %2 configurations").arg(prj().count()).arg(names.size());
-    QList<int> shown;
-    for (int i = 0; i < names.size(); ++i) {
+    QStringList shown;
+    QList<int> ids;
+    for (int i = 0; i < prj().count(); ++i) {
         const TWgtConfig* tab = prj().tabAt(i);
-        const QString there = rows(*tab->cmdList()->table());
-        if (tab->idCfg() != project().cfgIdAt(i) || there != words(i))
-            return QString("tab %1: %2 instead of %3").arg(QString::number(i), there, words(i));
-        if (there.isEmpty() && tab->form())
-            return QString("tab %1 has a form without a command").arg(i);
+        const QString name = prj().findChild<QTabBar*>()->tabText(i).replace("&&", "&");
+        shown.append(name + ": " + wordsOf(*table(i)));
         for (int row = 0; row < tab->cmdList()->rowCount(); ++row)
-            shown.append(tab->cmdList()->cmdAt(row));
+            ids.append(tab->cmdList()->cmdAt(row));
+        if (tab->cmdList()->rowCount() == 0 && tab->form())
+            return name + " has a form without a command";
     }
     QList<int> order;
     for (const TDataCmd* command : project().cmdList())
         order.append(command->id());
-    return shown == order ? QString() : QString("the rows stand for other commands");
+    const QString texts = compared(shown.join("; "), modelText());
+    return texts.isEmpty() && ids != order ? QString("rows stand for other commands") : texts;
 }
 
 QString WindowBench::fileDifference() const
 {
-    const QJsonObject root = QJsonDocument::fromJson(bytesOf(project().file())).object();
     QStringList stored;
-    for (const QJsonValue& config : root["configurations"].toArray()) {
+    for (const QJsonValue& config : entries(project().file(), "configurations")) {
         QStringList words;
         for (const QJsonValue& command : config["commands"].toArray())
             words.append(wordOf(command["cmd"].toString(), command["status"].toString() == "1"));
         stored.append(config["name"].toString() + ": " + words.join(' '));
     }
-    QStringList here;
-    for (const QString& name : project().cfgNames())
-        here.append(name + ": " + words(here.size()));
-    return stored == here ? QString() : "file: " + stored.join("; ") + " instead of " + here.join("; ");
+    return compared(stored.join("; "), modelText());
 }
 
 QString WindowBench::listDifference()
 {
     QStringList stored;
-    for (const QJsonValue& node : QJsonDocument::fromJson(listBytes())["list"].toArray())
+    for (const QJsonValue& node : entries(m_dir.file("projects/test.lst"), "list"))
         stored.append(node["name"].toString());
-    const QString here = nodeNames().remove('.');
-    return stored.join(' ') == here ? QString() : "list: " + stored.join(' ') + " instead of " + here;
+    return compared(stored.join(' '), nodeNames().remove('.'));
 }
 
 QString WindowBench::nodeNames()

@@ -1,11 +1,21 @@
 #pragma once
 
+#include "core/TAppData.h"
+#include "core/TDataCmd.h"
+#include "core/TDataPrj.h"
+#include "core/globals.h"
+#include "core/keys.h"
 #include "support/TestDir.h"
+#include "support/tables.h"
 #include "ui/TMainWindow.h"
+#include "ui/TTreeWidget.h"
+#include "ui/TWgtCmdList.h"
+#include "ui/TWgtPrj.h"
 
 #include <QAction>
 #include <QDialog>
 #include <QJsonArray>
+#include <QTableWidget>
 #include <QTimer>
 
 #include <functional>
@@ -29,20 +39,19 @@ public:
     static bool& question(const QString& key);
     /// An executable script in the folder; its path.
     QString writeScript(const QByteArray& lines) const;
-    /// A project file in the list's folder. Each configuration is "Name: command; command".
-    void writeProject(const QString& file, const QStringList& configs) const;
+    /// A project file in the list's folder. Configurations are "Name: command, command; Name: command".
+    void writeProject(const QString& file, const QString& configs) const;
     /// A node of the list, parent counted from 1.
     void addNode(const QString& name, const QString& file, int parent = 0);
-    /// The window, shown, on the list of the nodes so far.
+    /// The window, shown, on the list of the nodes so far; the next time, on what the window before left.
     void open();
     /// Opens a list of three nodes with a project each: "One", "Two", and below "Two" the node "Sub"; and a
     /// group "Group"; behind them the nodes so far. Clicks one if a name is given.
     void openSamples(const QString& name = QString());
     /// Opens the only project of a list with these configurations, the table with the focus.
-    void openWith(const QStringList& configs);
+    void openWith(const QString& configs);
     /// Closes the window as its frame would; true when it went.
     bool close();
-    void destroy();
 
     TMainWindow& window() { return *m_window; }
     TWgtPrj& prj() { return *m_window->prj(); }
@@ -57,8 +66,10 @@ public:
     static void settle();
     bool waitIdle(int timeoutMs = 20000);
 
-    /// Words of the commands of a configuration.
-    QString words(int index) const;
+    /// The configurations, like "A: stop; B: pause !stop". What the panels show instead, if they differ.
+    QString configs();
+    /// The same after an action, with what is typed in its dialog; "off" if it is disabled.
+    QString after(TMainAction id, const QStringList& texts = {});
     /// What differs between the model and the panels; empty when they agree.
     QString difference();
     /// What differs between the model and its file.
@@ -67,6 +78,7 @@ public:
     QString listDifference();
     /// From the top, a dot a level in front of each.
     QString nodeNames();
+    QTableWidget* table(int index) { return prj().tabAt(index)->cmdList()->table(); }
     QString status() const { return m_window->statusLine()->text(); }
     QString log(int index);
     QByteArray listBytes() const { return m_dir.read("projects/test.lst"); }

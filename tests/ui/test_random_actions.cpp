@@ -1,31 +1,18 @@
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "support/tables.h"
 #include "ui/TButtonAction.h"
-#include "ui/TWgtCmdList.h"
-#include "ui/TWgtPrj.h"
 #include "ui/WindowBench.h"
 
 #include <QLineEdit>
 #include <QRandomGenerator>
 #include <QTabBar>
-#include <QTableWidget>
 
 namespace {
 
 constexpr int actionsPerSequence = 50;
 
-/// What the user may do blindly: everything but leaving, boxes about the program and other lists.
-const QList<TMainAction> userActions{
-    maPrjListReload,   maPrjNew,          maPrjNewSub,         maPrjAdd,          maPrjCopy,
-    maPrjPasteNew,     maPrjPasteNewSub,  maPrjEdit,           maPrjSave,         maPrjDelete,
-    maPrjDeleteSubAll, maCfgNew,          maCfgCopy,           maCfgPaste,        maCfgEdit,
-    maCfgDelete,       maCmdSelector,     maCmdNewSetProg,     maCmdNewSetDevice, maCmdNewSetProgDevice,
-    maCmdCopy,         maCmdCopySelected, maCmdPaste,          maCmdDeleteCur,    maCmdDeleteSelected,
-    maCmdDeleteError,  maCmdDeleteDev,    maCmdDeleteAll,      maCmdCheckAll,     maCmdUncheckAll,
-    maCmdMoveUp,       maCmdMoveDown,     maCmdUncheckHide,    maExecIDProg,      maExecReset,
-    maExecCfg,         maExecClearState,  maExecClearAllState, maSetViewParamPrj, maSetViewParamCmd,
-    maSetViewParamExec};
+/// What the user does not do blindly: leave, change settings, open folders and other lists.
+const QList<int> notForHim{maPrjListNew, maPrjListLoad, maPrjListSelect, maPrjListSaveAs, maPrjListOpenFolder,
+                           maQuit,       maSettings,    maSetLanguage,   maSaveSettings,  maPrjOpenFolder,
+                           maHelp,       maAbout,       maAboutQt};
 
 /// One user with a mouse, a keyboard and no plan.
 class User
@@ -44,79 +31,69 @@ public:
         const QString name = "N" + QString::number(roll(6));
         m_bench.typed = roll(5) == 0 ? QStringList() : QStringList{name, name + ".prj"};
         m_bench.prj().focusTable();
-        switch (roll(10)) {
-        case 0:
-            return clickNode();
-        case 1:
-            return clickRow();
-        case 2:
-            return typeValue();
-        case 3:
-            return changeTab();
-        case 4:
-            return pressExecute();
-        default:
+        static constexpr void (User::*steps[])() = {&User::clickNode, &User::clickRow, &User::typeValue,
+                                                    &User::changeTab, &User::pressExecute};
+        static const char* const names[] = {"node", "row", "value", "tab", "run or stop"};
+        const int step = roll(10);
+        if (step >= int(std::size(steps)))
             return choose();
-        }
+        (this->*steps[step])();
+        m_bench.settle();
+        return names[step];
     }
 
 private:
     int roll(int sides) { return static_cast<int>(m_random.bounded(sides)); }
 
-    QString clickNode()
+    void clickNode()
     {
         const QStringList names = m_bench.nodeNames().remove('.').split(' ', Qt::SkipEmptyParts);
         if (!names.isEmpty())
             m_bench.clickNode(names.at(roll(names.size())));
-        return "node";
     }
 
-    QString clickRow()
+    void clickRow()
     {
         const TWgtConfig* tab = m_bench.prj().current();
         const int row = roll(tab ? tab->cmdList()->rowCount() + 1 : 1) - 1;
         if (row >= 0 && !tab->cmdList()->table()->isRowHidden(row))
             m_bench.clickRow(row, roll(2));
-        return QString("row %1").arg(row);
     }
 
-    QString typeValue()
+    void typeValue()
     {
         const TWgtConfig* tab = m_bench.prj().current();
         auto* field = tab && tab->form() ? tab->form()->findChild<QLineEdit*>() : nullptr;
         if (!field || !field->isVisible() || field->isReadOnly())
-            return "no field";
+            return;
         field->setFocus();
         QTest::keyClicks(field, QString::number(roll(30)));
         // Without Enter the value is stored by whatever comes next.
         if (roll(2))
             QTest::keyClick(field, Qt::Key_Return);
-        m_bench.settle();
-        return "type";
     }
 
-    QString changeTab()
+    void changeTab()
     {
         const int count = m_bench.prj().count();
         if (count > 0 && roll(3) == 0)
             m_bench.prj().findChild<QTabBar*>()->moveTab(roll(count), roll(count));
         else if (count > 0)
             m_bench.prj().setCurrentIndex(roll(count));
-        m_bench.settle();
-        return "tab";
     }
 
-    QString pressExecute()
+    void pressExecute()
     {
         if (m_bench.window().button(mbExecute)->isVisible())
             m_bench.click(mbExecute, roll(3) ? Qt::NoModifier : Qt::ControlModifier);
-        return "run or stop";
     }
 
     /// From a menu, or by its keys, which may find it off.
     QString choose()
     {
-        const TMainAction id = userActions.at(roll(userActions.size()));
+        const auto id = TMainAction(roll(maCount));
+        if (notForHim.contains(id))
+            return "nothing";
         const QAction* action = m_bench.window().action(id);
         const QString told = action->text() + (action->isEnabled() ? "" : " (off)");
         QWidget* focus = QApplication::focusWidget();
@@ -171,12 +148,12 @@ void TestRandomActions::sequence()
 {
     QFETCH(quint32, seed);
     WindowBench bench;
-    bench.writeProject(
-        "flow.prj",
-        {"A: delay value=1; execute cfg=1; counter value=0 limit=3 delta=1; jamp to_cmd=0",
-         "B: pause; delay value=2; stop; jamp to_cmd=4",
-         "C: set_prog prog=Simulator alt_enabled=false; set_device device=W25Q64 file=spi-flash/W25Q64FV.dev "
-         "clk=4000000; ident; erase_blocks begin=0 count=1 size=4096"});
+    bench.writeProject("flow.prj",
+                       "A: delay value=1, execute cfg=1, counter value=0 limit=3 delta=1, jamp to_cmd=0; "
+                       "B: pause, delay value=2, stop, jamp to_cmd=4; C: set_prog prog=Simulator "
+                       "alt_enabled=false, set_device "
+                       "device=W25Q64 file=spi-flash/W25Q64FV.dev clk=4000000, ident, erase_blocks begin=0 "
+                       "count=1 size=4096");
     bench.addNode("Flow", "flow.prj");
     bench.openSamples("Flow");
     User user(bench, seed);

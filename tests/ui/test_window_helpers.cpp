@@ -1,7 +1,6 @@
 #include "core/TAppData.h"
 #include "core/TLang.h"
 #include "core/globals.h"
-#include "support/tables.h"
 #include "ui/window_helpers.h"
 
 #include <QAbstractButton>
@@ -10,8 +9,8 @@
 #include <QMessageBox>
 #include <QScreen>
 #include <QStyle>
-#include <QTableWidget>
 #include <QTimer>
+#include <QtTest>
 
 class TestWindowHelpers : public QObject
 {
@@ -19,11 +18,8 @@ class TestWindowHelpers : public QObject
 
 private slots:
     void boxes();
-    void placed_data();
     void placed();
     void placedOnWindow();
-    void movedRow_data();
-    void movedRow();
     void styleAndFonts();
 };
 
@@ -52,27 +48,23 @@ void TestWindowHelpers::boxes()
     QVERIFY(!answered(QMessageBox::Question, Qt::Key_Escape, msgAsk));
 }
 
-void TestWindowHelpers::placed_data()
+/// Wanted, and what it becomes on the screen.
+void TestWindowHelpers::placed()
 {
-    tableColumns<QRect, QRect>("wanted", "expected");
     const QRect screen = QGuiApplication::primaryScreen()->geometry();
     const int w = screen.width();
     const int h = screen.height();
-    tableRow("inside", QRect(10, 20, 300, 200), QRect(10, 20, 300, 200));
-    tableRow("right of it", QRect(w, 20, 300, 200), QRect(0, 20, 300, 200));
-    tableRow("below it", QRect(10, h + 7, 300, 200), QRect(10, 0, 300, 200));
-    tableRow("last column", QRect(w - 1, 20, 300, 200), QRect(w - 1, 20, 300, 200));
-    tableRow("too high", QRect(10, 20, 300, h + 1), QRect(10, 0, 300, h));
-    tableRow("garbage", QRect(INT_MIN, INT_MIN, INT_MAX, INT_MAX), QRect(0, 0, w, h));
-}
-
-void TestWindowHelpers::placed()
-{
-    QFETCH(QRect, wanted);
+    const QRect rows[][2] = {
+        {{10, 20, 300, 200}, {10, 20, 300, 200}},   {{w, 20, 300, 200}, {0, 20, 300, 200}},
+        {{10, h + 7, 300, 200}, {10, 0, 300, 200}}, {{w - 1, 20, 300, 200}, {w - 1, 20, 300, 200}},
+        {{10, 20, 300, h + 1}, {10, 0, 300, h}},    {{INT_MIN, INT_MIN, INT_MAX, INT_MAX}, {0, 0, w, h}},
+    };
     QWidget widget;
-    for (const auto& place : {placeOnScreen, placeOnWindow}) {
-        place(&widget, false, wanted.x(), wanted.y(), wanted.width(), wanted.height());
-        QTEST(widget.geometry(), "expected");
+    for (const auto& [wanted, expected] : rows) {
+        for (const auto& place : {placeOnScreen, placeOnWindow}) {
+            place(&widget, false, wanted.x(), wanted.y(), wanted.width(), wanted.height());
+            QCOMPARE(widget.geometry(), expected);
+        }
     }
 }
 
@@ -95,36 +87,6 @@ void TestWindowHelpers::placedOnWindow()
     window.setGeometry(0, 0, 200, 100);
     placeOnWindow(&widget, true, 0, 0, 600, 500);
     QVERIFY(widget.x() >= 0 && widget.y() >= 0);
-}
-
-void TestWindowHelpers::movedRow_data()
-{
-    tableColumns<int, int, QString, int>("row", "delta", "order", "current");
-    tableRow("up", 3, -1, QString("abdc"), 2);
-    tableRow("far", 0, 3, QString("dbca"), 3);
-    tableRow("below the last", 3, 1, QString("abcd"), 3);
-    tableRow("far beyond", 1, INT_MAX, QString("abcd"), 1);
-}
-
-void TestWindowHelpers::movedRow()
-{
-    QFETCH(int, row);
-    QFETCH(int, delta);
-    QTableWidget table(4, 1);
-    for (int i = 0; i < 4; ++i)
-        table.setItem(i, 0, new QTableWidgetItem(QString("abcd").at(i)));
-    table.setCurrentCell(row, 0);
-    int signalCount = 0;
-    connect(&table, &QTableWidget::itemChanged, this, [&] { ++signalCount; });
-    connect(&table, &QTableWidget::currentItemChanged, this, [&] { ++signalCount; });
-    moveTableRow(&table, delta);
-    QString order;
-    for (int i = 0; i < 4; ++i)
-        order += table.item(i, 0)->text();
-    QTEST(order, "order");
-    QTEST(table.currentRow(), "current");
-    QCOMPARE(signalCount, 0);
-    QVERIFY(!table.signalsBlocked());
 }
 
 void TestWindowHelpers::styleAndFonts()
