@@ -11,6 +11,8 @@ TButtonAction::TButtonAction(QWidget* parent)
 void TButtonAction::setAction(QAction* action)
 {
     m_action = action;
+    // The button has no text that a screen reader could read.
+    setAccessibleName(action->iconText());
     connect(this, &QPushButton::clicked, this, [this] {
         m_action->trigger();
         // The click has turned the button's own mark, whether or not the action agreed.

@@ -134,13 +134,6 @@ bool& WindowBench::question(const QString& key)
     return appData().*std::get<bool TAppData::*>(row->field);
 }
 
-QString WindowBench::writeScript(const QByteArray& lines) const
-{
-    const QString script = m_dir.write("script", "#!/bin/sh\n" + lines);
-    QFile::setPermissions(script, QFile::permissions(script) | QFile::ExeOwner);
-    return script;
-}
-
 void WindowBench::writeProject(const QString& name, const QString& configs) const
 {
     QJsonArray content;
@@ -171,21 +164,15 @@ void WindowBench::open()
 
 void WindowBench::openSamples(const QString& name)
 {
-    const QJsonArray more = std::exchange(m_nodes, {});
     writeProject("one.prj", "A: delay value=0, pause, stop; B: delay value=1, delay value=2");
     writeProject("two.prj", "C: jamp to_cmd=1, stop, !pause");
     writeProject("sub.prj", "D: stop");
     addNode("One", "one.prj");
     addNode("Two", "two.prj");
-    addNode("Sub", "sub.prj", 2);
+    addNode("Sub", "sub.prj", m_nodes.size());
     addNode("Group", "");
-    for (const QJsonValue& node : more)
-        m_nodes.append(node);
     open();
-    if (name.isEmpty())
-        return;
-    clickNode(name);
-    prj().focusTable();
+    show(name);
 }
 
 void WindowBench::openWith(const QString& configs)
@@ -193,7 +180,14 @@ void WindowBench::openWith(const QString& configs)
     writeProject("main.prj", configs);
     addNode("Main", "main.prj");
     open();
-    clickNode("Main");
+    show("Main");
+}
+
+void WindowBench::show(const QString& name)
+{
+    if (name.isEmpty())
+        return;
+    clickNode(name);
     prj().focusTable();
     settle();
 }

@@ -37,16 +37,14 @@ public:
     const TestDir& dir() const { return m_dir; }
     /// The switch of a question, by its key in the settings file.
     static bool& question(const QString& key);
-    /// An executable script in the folder; its path.
-    QString writeScript(const QByteArray& lines) const;
     /// A project file in the list's folder. Configurations are "Name: command, command; Name: command".
     void writeProject(const QString& file, const QString& configs) const;
     /// A node of the list, parent counted from 1.
     void addNode(const QString& name, const QString& file, int parent = 0);
     /// The window, shown, on the list of the nodes so far; the next time, on what the window before left.
     void open();
-    /// Opens a list of three nodes with a project each: "One", "Two", and below "Two" the node "Sub"; and a
-    /// group "Group"; behind them the nodes so far. Clicks one if a name is given.
+    /// The same on three more nodes with a project each: "One", "Two", and below "Two" the node "Sub"; and on
+    /// a group "Group". Shows the one of that name.
     void openSamples(const QString& name = QString());
     /// Opens the only project of a list with these configurations, the table with the focus.
     void openWith(const QString& configs);
@@ -55,6 +53,8 @@ public:
 
     TMainWindow& window() { return *m_window; }
     TWgtPrj& prj() { return *m_window->prj(); }
+    /// Clicks a node and gives its table the focus; nothing without a name.
+    void show(const QString& name);
     /// Clicks a node of the tree, and lets its project open.
     void clickNode(const QString& name);
     /// Column 0 turns the check mark.
