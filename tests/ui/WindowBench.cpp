@@ -1,5 +1,6 @@
 #include "ui/WindowBench.h"
 
+#include "core/IDevice.h"
 #include "core/IFormFactory.h"
 #include "core/TDataCfg.h"
 #include "core/helpers.h"
@@ -7,6 +8,7 @@
 #include "core/startup.h"
 #include "forms/TFormFactory.h"
 #include "ui/TButtonAction.h"
+#include "ui/TFormHost.h"
 #include "ui/TWgtLogExec.h"
 
 #include <QFileDialog>
@@ -84,6 +86,8 @@ WindowBench::WindowBench()
 {
     static TFormFactory forms;
     setFormFactory(&forms);
+    static TFormHost host;
+    setFormHost(&host);
     registerMetaTypes();
     project().reset();
     appData() = TAppData();
@@ -272,14 +276,22 @@ QString WindowBench::after(TMainAction id, const QStringList& texts)
 
 QString WindowBench::difference()
 {
+    const bool isIdle = m_window->runs()->isIdle();
     QStringList shown;
     QList<int> ids;
     for (int i = 0; i < prj().count(); ++i) {
         const TWgtConfig* tab = prj().tabAt(i);
         const QString name = prj().findChild<QTabBar*>()->tabText(i).replace("&&", "&");
         shown.append(name + ": " + wordsOf(*table(i)));
-        for (int row = 0; row < tab->cmdList()->rowCount(); ++row)
+        for (int row = 0; row < tab->cmdList()->rowCount(); ++row) {
             ids.append(tab->cmdList()->cmdAt(row));
+            // The row of the open form may say more, and a run's counters go ahead of what is shown.
+            const TDataCmd* command = project().cmdById(ids.last());
+            const QString text = table(i)->item(row, 2)->text();
+            if (row != tab->cmdList()->currentRow() && isIdle && command && command->device() &&
+                text != command->device()->paramsText(command->toData(), nullptr))
+                return "old text: " + text;
+        }
         if (tab->cmdList()->rowCount() == 0 && tab->form())
             return name + " has a form without a command";
     }

@@ -1,7 +1,6 @@
 #include "ui/TButtonAction.h"
 #include "ui/WindowBench.h"
 
-#include <QLineEdit>
 #include <QRandomGenerator>
 #include <QTabBar>
 
@@ -30,10 +29,11 @@ public:
         m_bench.yes = roll(4) != 0;
         const QString name = "N" + QString::number(roll(6));
         m_bench.typed = roll(5) == 0 ? QStringList() : QStringList{name, name + ".prj"};
-        m_bench.prj().focusTable();
-        static constexpr void (User::*steps[])() = {&User::clickNode, &User::clickRow, &User::typeValue,
+        if (roll(3))
+            m_bench.prj().focusTable();
+        static constexpr void (User::*steps[])() = {&User::clickNode, &User::clickRow, &User::edit,
                                                     &User::changeTab, &User::pressExecute};
-        static const char* const names[] = {"node", "row", "value", "tab", "run or stop"};
+        static const char* const names[] = {"node", "row", "edit", "tab", "run or stop"};
         const int step = roll(10);
         if (step >= int(std::size(steps)))
             return choose();
@@ -60,17 +60,18 @@ private:
             m_bench.clickRow(row, roll(2));
     }
 
-    void typeValue()
+    /// In any field of the form, which keeps the focus; its value is stored by whatever comes next.
+    void edit()
     {
         const TWgtConfig* tab = m_bench.prj().current();
-        auto* field = tab && tab->form() ? tab->form()->findChild<QLineEdit*>() : nullptr;
-        if (!field || !field->isVisible() || field->isReadOnly())
+        const auto fields = tab && tab->form() ? tab->form()->findChildren<QWidget*>() : QList<QWidget*>();
+        QWidget* field = fields.value(roll(fields.size() + 1));
+        if (!field || !field->isVisible() || !field->isEnabled())
             return;
         field->setFocus();
-        QTest::keyClicks(field, QString::number(roll(30)));
-        // Without Enter the value is stored by whatever comes next.
-        if (roll(2))
-            QTest::keyClick(field, Qt::Key_Return);
+        static constexpr Qt::Key keys[] = {Qt::Key_1, Qt::Key_Delete, Qt::Key_Down, Qt::Key_Space,
+                                           Qt::Key_Return};
+        QTest::keyClick(field, keys[roll(int(std::size(keys)))]);
     }
 
     void changeTab()
