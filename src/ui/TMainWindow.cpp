@@ -145,8 +145,10 @@ void TMainWindow::slotSaveSettings()
     if (!msgAsk(langText(83), this))
         return;
     takeWindowSettings();
-    appData().saveWindow();
-    appData().saveApp();
+    const bool saved = appData().saveWindow() && appData().saveApp();
+    // Asked for, so it is not left to the log file alone.
+    if (!saved)
+        msgError(langText(171).arg(QDir::toNativeSeparators(fileInAppDir(QStringLiteral("ini")))), this);
 }
 
 void TMainWindow::takeWindowSettings()

@@ -1,3 +1,4 @@
+#include "core/helpers.h"
 #include "core/startup.h"
 #include "support/SimProcess.h"
 #include "ui/TButtonAction.h"
@@ -11,6 +12,7 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
+#include <QSettings>
 #include <QTabBar>
 #include <QTextEdit>
 
@@ -210,6 +212,17 @@ void TestMainWindow::settingsFromTheWindow()
     QCOMPARE(bench.after(maCmdUncheckAll), QString("A: !delay !stop"));
     bench.click(mbHide);
     QVERIFY(table->isRowHidden(0) && table->isRowHidden(1));
+
+    const QString file = fileInAppDir("ini");
+    QFile::remove(file);
+    QVERIFY(bench.trigger(maSaveSettings));
+    QCOMPARE(bench.boxes, QStringList{langText(83)});
+    QVERIFY(QSettings(file, QSettings::IniFormat).value("Interface/HideUncheckCmd").toBool());
+    // A folder in the place of the file cannot be written, whoever runs the test.
+    QVERIFY(QFile::remove(file) && QDir().mkpath(file));
+    QVERIFY(bench.trigger(maSaveSettings));
+    QVERIFY2(bench.boxes.last().contains(file), qPrintable(bench.boxes.last()));
+    QVERIFY(QDir().rmdir(file));
 }
 
 void TestMainWindow::languageAndHelp()
