@@ -1,15 +1,11 @@
 #include "core/TAppData.h"
-#include "core/TLang.h"
 #include "core/globals.h"
 #include "ui/window_helpers.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QFontInfo>
-#include <QMessageBox>
 #include <QScreen>
 #include <QStyle>
-#include <QTimer>
 #include <QtTest>
 
 class TestWindowHelpers : public QObject
@@ -17,36 +13,10 @@ class TestWindowHelpers : public QObject
     Q_OBJECT
 
 private slots:
-    void boxes();
     void placed();
     void placedOnWindow();
     void styleAndFonts();
 };
-
-void TestWindowHelpers::boxes()
-{
-    lang().load(VM_DATA_DIR "/language/eng.lng");
-    // Names come from files: markup in them is shown and not obeyed.
-    const QString text = "<b>project</b> & \"name\"";
-    const auto answered = [&](QMessageBox::Icon icon, int key, const auto& show) {
-        QTimer::singleShot(0, qApp, [=] {
-            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            QVERIFY(box);
-            QCOMPARE(box->icon(), icon);
-            QCOMPARE(box->windowTitle(), QString("Velmarkion"));
-            QCOMPARE(box->text(), text);
-            QCOMPARE(box->textFormat(), Qt::PlainText);
-            if (icon == QMessageBox::Question)
-                QCOMPARE(box->buttons().size(), 2);
-            QTest::keyClick(box, Qt::Key(key));
-        });
-        return show(text, nullptr);
-    };
-    answered(QMessageBox::Information, Qt::Key_Return, msgInfo);
-    answered(QMessageBox::Critical, Qt::Key_Return, msgError);
-    QVERIFY(answered(QMessageBox::Question, Qt::Key_Return, msgAsk));
-    QVERIFY(!answered(QMessageBox::Question, Qt::Key_Escape, msgAsk));
-}
 
 /// Wanted, and what it becomes on the screen.
 void TestWindowHelpers::placed()
