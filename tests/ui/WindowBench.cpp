@@ -98,7 +98,6 @@ WindowBench::WindowBench()
     app.PathDevices = shipped.filePath("devices");
     app.PathProgs = m_dir.file("progs");
     app.PathProjects = m_dir.file("projects");
-    app.PrjListName = "Test";
     app.PrjListFile = "test.lst";
     app.SelectPrjListFile = m_dir.file("vm.lpl");
     app.progTypes.append("Simulator", "simulator.cfg");

@@ -319,6 +319,15 @@ void TestOperations::lists()
     bench.dir().write("projects/test.lst", QByteArray(left).replace("One", "Uno"));
     QVERIFY(bench.trigger(maPrjListReload));
     QCOMPARE(bench.nodeNames(), QString("Two .Sub Group Uno"));
+    // From the list of lists: first there is none.
+    QVERIFY(bench.trigger(maPrjListSelect));
+    QVERIFY2(bench.boxes.last().contains("vm.lpl"), qPrintable(bench.boxes.last()));
+    const QString copy = bench.dir().file("projects/copy.lst");
+    bench.dir().write("vm.lpl", "{\"list\": [{\"name\": \"Copy\", \"file\": \"" + copy.toUtf8() + "\"}]}");
+    bench.inDialog = [](QDialog& dialog) { dialog.findChild<QTableWidget*>()->selectRow(0); };
+    QVERIFY(bench.trigger(maPrjListSelect));
+    QCOMPARE(bench.window().prjList()->listFile(), copy);
+    QCOMPARE(appData().PrjListName + " " + appData().PrjListFile, "Copy " + copy);
 }
 
 QTEST_MAIN(TestOperations)
