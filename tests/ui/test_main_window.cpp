@@ -48,12 +48,13 @@ bool runsTo(WindowBench& bench, int index, int wanted)
     return becomes(index, wanted) && (wanted == csPause || bench.waitIdle());
 }
 
-QList<QAction*> entries(const QMenu* menu)
+/// A separator has none.
+QStringList texts(const QMenu* menu)
 {
-    QList<QAction*> actions = menu ? menu->actions() : QList<QAction*>();
-    actions.erase(std::remove_if(actions.begin(), actions.end(), [](auto* a) { return a->isSeparator(); }),
-                  actions.end());
-    return actions;
+    QStringList all;
+    for (const QAction* action : menu ? menu->actions() : QList<QAction*>())
+        all.append(action->text());
+    return all;
 }
 
 QMenu* openMenu()
@@ -163,18 +164,18 @@ void TestMainWindow::keysAndMenus()
 
     const auto row = [&](int i) { return table->visualItemRect(table->item(i, 1)).center(); };
     QMenu* menu = contextMenu(bench, table->viewport(), row(1));
-    QCOMPARE(entries(menu), entries(window.menu(mmCmd)));
+    QCOMPARE(texts(menu), texts(window.menu(mmCmd)));
     choose(menu, window.action(maCmdDeleteCur));
     QCOMPARE(bench.configs(), QString("A: delay pause stop"));
 
     menu = contextMenu(bench, table->viewport(), row(0), Qt::ControlModifier);
-    QCOMPARE(entries(menu), entries(window.menu(mmCfg)));
+    QCOMPARE(texts(menu), texts(window.menu(mmCfg)));
     choose(menu, window.action(maCfgCopy));
     QCOMPARE(bench.status(), langText(121).arg("A"));
 
     TTreeWidget* tree = window.prjList()->tree();
-    menu = contextMenu(bench, tree->viewport(), tree->visualItemRect(tree->topLevelItem(0)).center());
-    QCOMPARE(entries(menu), entries(window.menu(mmPrj)) << window.action(maPrjListDragDrop));
+    menu = contextMenu(bench, tree->viewport(), {50, 5});
+    QCOMPARE(texts(menu), texts(window.menu(mmPrj)) << "" << langText(11));
     choose(menu, window.action(maPrjListDragDrop));
     QVERIFY(!appData().PrjListDragDrop);
 
@@ -187,7 +188,6 @@ void TestMainWindow::keysAndMenus()
     QTRY_COMPARE(openMenu(), window.menu(mmCmd));
     choose(window.menu(mmCmd), window.action(maCmdMoveDown));
     QCOMPARE(bench.configs(), QString("A: pause delay stop"));
-    QVERIFY(!openMenu());
 }
 
 void TestMainWindow::settingsFromTheWindow()
@@ -297,10 +297,7 @@ void TestMainWindow::runsSideBySide()
     WindowBench bench;
     bench.openWith("A: execute cfg=1, delay value=3000; B: pause, stop; C: delay value=3000; D: " + link);
     const TButtonAction* execute = bench.window().button(mbExecute);
-    const auto showTab = [&](int index) {
-        bench.prj().setCurrentIndex(index);
-        bench.settle();
-    };
+    const auto showTab = [&](int index) { bench.prj().setCurrentIndex(index); };
     bench.trigger(maExecCfg);
     QVERIFY(becomes(1, csPause));
     QCOMPARE(status(0), int(csRun));
@@ -328,8 +325,7 @@ void TestMainWindow::runsSideBySide()
     QVERIFY(bench.trigger(maExecClearAllState));
     QCOMPARE(status(0), int(csIdle));
     QCOMPARE(status(1), int(csPause));
-    bench.window().runs()->stopAll();
-    QVERIFY(bench.waitIdle());
+    QVERIFY(bench.close());
 }
 
 void TestMainWindow::idProgAndReset()
@@ -513,10 +509,9 @@ void TestMainWindow::selectorFollows()
     bench.window().cmdSelector()->close();
     bench.settle();
     QVERIFY(!bench.window().cmdSelector() && !bench.window().action(maCmdSelector)->isChecked());
-    for (bool isOpen : {true, false, true}) {
-        QVERIFY(bench.trigger(maCmdSelector));
-        QCOMPARE(bench.window().cmdSelector() != nullptr, isOpen);
-    }
+    QVERIFY(bench.trigger(maCmdSelector) && bench.trigger(maCmdSelector));
+    QVERIFY(!bench.window().cmdSelector());
+    QVERIFY(bench.trigger(maCmdSelector));
     project().clearChanged();
     QVERIFY(bench.close());
     QVERIFY(!bench.window().cmdSelector());
