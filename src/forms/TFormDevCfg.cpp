@@ -86,8 +86,10 @@ TFormDevCfg::TFormDevCfg(int id_cmd, const QString& value, const QString& data_d
     m_value = resizedBytes(hexToBytes(value), m_default.size());
     m_layout->setContentsMargins(0, 0, 0, 0);
     m_layout->setSpacing(2);
-    if (show_edit)
+    if (show_edit) {
         addEditRow(data_default);
+        markLength(hexToBytes(value));
+    }
     run(items);
     // What is there of a short or broken form stays at the top.
     if (m_layout->count() == (show_edit ? 1 : 0))
@@ -248,8 +250,13 @@ void TFormDevCfg::showEdit()
         return;
     const QSignalBlocker blocker(m_edit);
     m_edit->setValue(text());
-    // A register of another length than the chip's cannot be written.
-    m_edit->setFault(m_value.size() != m_default.size());
+    markLength(m_value);
+}
+
+/// A register of another length than the chip's cannot be written.
+void TFormDevCfg::markLength(const QByteArray& stored)
+{
+    m_edit->setFault(stored.size() != m_default.size());
 }
 
 void TFormDevCfg::tell()
@@ -264,8 +271,10 @@ void TFormDevCfg::showParams()
     if (value == m_value)
         return;
     m_value = resizedBytes(value, m_default.size());
-    if (m_edit && !m_edit->isEditing())
+    if (m_edit && !m_edit->isEditing()) {
         showEdit();
+        markLength(value);
+    }
     if (m_isComplete)
         showItems();
 }

@@ -21,8 +21,9 @@ class TFormDevCfg : public TFormCommand
     Q_OBJECT
 
 public:
-    /// value, data_default: hexadecimal. The value shown is as long as the default; what is stored changes
-    /// only with the first edit. show_edit: a row for the whole value stands at the top.
+    /// value, data_default: hexadecimal. The value shown is as long as the default, marked when the stored
+    /// one is not; what is stored changes only with the first edit. show_edit: a row for the whole value
+    /// stands at the top.
     TFormDevCfg(int id_cmd, const QString& value, const QString& data_default, const QStringList& items,
                 bool show_edit, QWidget* parent = nullptr);
     ~TFormDevCfg() override;
@@ -48,6 +49,7 @@ private:
     void place(QWidget* widget);
     void showItems();
     void showEdit();
+    void markLength(const QByteArray& stored);
     void tell();
 
     QByteArray m_value;

@@ -288,6 +288,7 @@ void TestDeviceForms::wholeValue()
     QVERIFY(QTest::qWaitForWindowActive(&form));
     Changes changes(&form, &TFormDevCfg::signalChangedCmdParam);
     auto* box = form.findChild<QCheckBox*>();
+    const QColor good = line(form, 0)->palette().color(QPalette::Base);
     type(line(form, 0), "62 d9 fe");
     QCOMPARE(last(changes).value(key::data).toString(), QString("62D9FE"));
     QVERIFY(box->isChecked());
@@ -296,6 +297,9 @@ void TestDeviceForms::wholeValue()
     QCOMPARE(changes.size(), 1);
     type(line(form, 0), "62"); // no such register, shown as a fault, but the user's own
     QCOMPARE(last(changes).value(key::data).toString(), QString("62"));
+    QVERIFY(line(form, 0)->palette().color(QPalette::Base) != good);
+    const TFormDevCfg again(7, "62", "62D9FE", {"frm+"}, true); // shown filled up, and marked still
+    QVERIFY(again.findChild<QLineEdit*>()->palette().color(QPalette::Base) != good);
     QTest::mouseClick(form.findChild<QPushButton*>(), Qt::LeftButton);
     QCOMPARE(last(changes).value(key::data).toString(), QString("62D9FE"));
 
