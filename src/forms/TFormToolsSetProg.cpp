@@ -56,6 +56,12 @@ TFormToolsSetProg::TFormToolsSetProg(const TData& params)
     });
 }
 
+TFormToolsSetProg::~TFormToolsSetProg()
+{
+    // A line that loses the focus takes its text over, and the form that listens is gone by then.
+    m_altPort->blockSignals(true);
+}
+
 void TFormToolsSetProg::fillAliases()
 {
     const TProgName& names = appData().progNames;

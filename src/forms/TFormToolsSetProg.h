@@ -14,6 +14,7 @@ class TFormToolsSetProg : public TFormCommand
 
 public:
     explicit TFormToolsSetProg(const TData& params);
+    ~TFormToolsSetProg() override;
 
 public slots:
     void slotChanged();

@@ -158,6 +158,12 @@ void TestCommandForms::programmer()
     QCOMPARE(bench.reports(), (QStringList{"alt_enabled=true alt_port=ttyX prog=gone",
                                            "alt_enabled=true alt_port=./sim prog=gone",
                                            "alt_enabled=true alt_port=./sim prog=bench"}));
+    // What is being typed goes with the form.
+    port->setFocus();
+    QTest::keyClicks(port, "X");
+    bench.reopen();
+    QCOMPARE(bench.reports(), QStringList());
+    QCOMPARE(bench.rowText(), QString("bench: ./sim, Model"));
 }
 
 void TestCommandForms::targets()
