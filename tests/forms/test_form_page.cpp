@@ -231,13 +231,16 @@ void TestFormPage::closedBehindADialog()
     Page page;
     page.dir().write("auto.lst", "Other=o.dev|o.lst\nFlash=f.dev|f.lst\n");
     page.dir().write("f.lst", "A1=Alpha\n");
+    page.dir().write("devices.lst", "One=one.dev\n");
     page.addProg();
     page.add("auto_detect", {{"name", "Flash"}, {"route", "A1=99"}});
+    page.add("set_device");
     page.show(1);
-    // The buttons that open a dialog: add, edit and delete a route, and choose the family.
-    for (int i = 0; i < 4; ++i) {
-        page.select(1);
-        page.field<QTableWidget>()->selectRow(0);
+    // The buttons that open a dialog: add, edit and delete a route, choose the family, choose a chip.
+    for (int i = 0; i < 5; ++i) {
+        page.select(i < 4 ? 1 : 2);
+        if (i < 4)
+            page.field<QTableWidget>()->selectRow(0);
         answer([&page](QDialog& dialog) {
             for (QComboBox* box : dialog.findChildren<QComboBox*>())
                 box->setCurrentIndex(0);
