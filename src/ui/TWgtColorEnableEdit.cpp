@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMouseEvent>
 
 TWgtColorEnableEdit::TWgtColorEnableEdit(const QString& text, bool hasCheck, QWidget* parent)
     : QWidget(parent)
@@ -20,7 +21,9 @@ TWgtColorEnableEdit::TWgtColorEnableEdit(const QString& text, bool hasCheck, QWi
     m_field->setFixedWidth(100);
     m_field->setMinimumHeight(fontMetrics().height() + 5);
     m_field->setFrameStyle(int(QFrame::StyledPanel) | int(QFrame::Sunken));
+    m_field->setLineWidth(2); // of the frame that shows the focus
     m_field->setAutoFillBackground(true);
+    m_field->setAccessibleName(text);
     m_field->setFocusPolicy(Qt::StrongFocus);
     m_field->setCursor(Qt::PointingHandCursor);
     m_field->installEventFilter(this);
@@ -49,13 +52,30 @@ void TWgtColorEnableEdit::setEnabledColor(bool enabled)
 
 bool TWgtColorEnableEdit::eventFilter(QObject* object, QEvent* event)
 {
-    const bool isClick = event->type() == QEvent::MouseButtonRelease;
-    const bool isSpace =
-        event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space;
-    if (!isClick && !isSpace)
-        return QWidget::eventFilter(object, event);
-    slotSelectColor();
-    return true;
+    switch (event->type()) {
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+        // The style draws no focus on a label.
+        m_field->setFrameShape(event->type() == QEvent::FocusIn ? QFrame::Panel : QFrame::StyledPanel);
+        break;
+    case QEvent::MouseButtonRelease:
+        if (isClick(*static_cast<QMouseEvent*>(event)))
+            slotSelectColor();
+        return true;
+    case QEvent::KeyPress:
+        if (static_cast<QKeyEvent*>(event)->key() != Qt::Key_Space)
+            break;
+        slotSelectColor();
+        return true;
+    default:
+        break;
+    }
+    return QWidget::eventFilter(object, event);
+}
+
+bool TWgtColorEnableEdit::isClick(const QMouseEvent& event) const
+{
+    return event.button() == Qt::LeftButton && m_field->rect().contains(event.pos());
 }
 
 void TWgtColorEnableEdit::slotSelectColor()

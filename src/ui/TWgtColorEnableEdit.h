@@ -5,6 +5,7 @@
 
 class QCheckBox;
 class QLabel;
+class QMouseEvent;
 
 /// A colour that can be chosen, and whether it is used.
 class TWgtColorEnableEdit : public QWidget
@@ -28,6 +29,8 @@ public slots:
     void slotSelectColor();
 
 private:
+    bool isClick(const QMouseEvent& event) const;
+
     QColor m_color;
     QCheckBox* m_check = nullptr;
     QLabel* m_field;
