@@ -15,6 +15,7 @@
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QScopedValueRollback>
 #include <QScrollArea>
 #include <QSignalBlocker>
 #include <QSplitter>
@@ -48,6 +49,18 @@ TData paramsOf(const TDataCmd& command)
     TData data = command.toData();
     TDataCmd::removeReserved(data);
     return data;
+}
+
+/// Keeps the window alive during a burst of lines. Nothing is let in within another run's line: that run
+/// would have to wait, with its chip under power, until all others have nothing to tell. (To leave out the
+/// user's input would starve it: the flag outlives the call in the event loop's own round.)
+void letEventsIn()
+{
+    static bool isIn = false;
+    if (isIn)
+        return;
+    const QScopedValueRollback<bool> guard(isIn, true);
+    QCoreApplication::processEvents();
 }
 
 } // namespace
@@ -284,11 +297,11 @@ void TWgtConfig::runEnded()
 void TWgtConfig::slotExecEventText(TCodeExec code, const QString& text1, const QString& text2)
 {
     const QPointer<TWgtConfig> self(this);
-    QCoreApplication::processEvents();
+    letEventsIn();
     if (!self)
         return;
     m_log->addEvent(code, text1, text2);
-    QCoreApplication::processEvents();
+    letEventsIn();
 }
 
 void TWgtConfig::slotExecEventText(TCodeExec code, const QString& text1)
@@ -299,11 +312,11 @@ void TWgtConfig::slotExecEventText(TCodeExec code, const QString& text1)
 void TWgtConfig::slotExecEventProc(int procent)
 {
     const QPointer<TWgtConfig> self(this);
-    QCoreApplication::processEvents();
+    letEventsIn();
     if (!self)
         return;
     m_log->setPercent(procent);
-    QCoreApplication::processEvents();
+    letEventsIn();
 }
 
 void TWgtConfig::slotSplitterMoved()
