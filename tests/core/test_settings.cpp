@@ -34,26 +34,19 @@ TAppData loaded(const QByteArray& content)
     return data;
 }
 
-// A value for each type of field that is not the default of any.
-void change(bool& value)
+/// Gives a field a value that is not the default of any.
+template <class Value> void change(Value& value)
 {
-    value = !value;
-}
-void change(int& value)
-{
-    value = -value - 7;
-}
-void change(QString& value)
-{
-    value += QStringLiteral(" \"a;b, c\\d\" \u00e4\n%1");
-}
-void change(QColor& value)
-{
-    value = QColor(value.red() ^ 0x5A, value.green() ^ 0x81, value.blue() ^ 0x3C);
-}
-void change(TSplitterPos& value)
-{
-    value = {value.size(), 0, 70000};
+    if constexpr (std::is_same_v<Value, bool>)
+        value = !value;
+    else if constexpr (std::is_same_v<Value, int>)
+        value = -value - 7;
+    else if constexpr (std::is_same_v<Value, QString>)
+        value += QStringLiteral(" \"a;b, c\\d\" \u00e4\n%1");
+    else if constexpr (std::is_same_v<Value, QColor>)
+        value = QColor(value.red() ^ 0x5A, value.green() ^ 0x81, value.blue() ^ 0x3C);
+    else
+        value = {value.size(), 0, 70000};
 }
 
 } // namespace
@@ -149,10 +142,9 @@ private slots:
 
     void garbage()
     {
-        QByteArray noise("[Main]\nLastCfg=12\n# no comment\n=\n[\n");
-        noise += '\0';
-        noise +=
-            QByteArray(1 << 20, 'x') + "\n[ProgNameList]\nName99999999999=1, A, b, c\nName-1=1, B, b, c\n";
+        const QByteArray noise = QByteArray("[Main]\nLastCfg=12\n# no comment\n=\n[\n\0", 36) +
+                                 QByteArray(1 << 20, 'x') +
+                                 "\n[ProgNameList]\nName99999999999=1, A, b, c\nName-1=1, B, b, c\n";
         const TAppData data = loaded(noise);
         QCOMPARE(data.LastCfg, 12);
         QCOMPARE(data.progNames.count(), 0);
