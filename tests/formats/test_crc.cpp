@@ -111,12 +111,14 @@ private slots:
     }
 
 private:
+    /// What a crc.lst with this content offers.
     static QStringList offered(const QByteArray& content)
     {
         QFile file(QCoreApplication::applicationDirPath() + "/crc.lst");
-        file.remove();
-        return file.open(QIODevice::WriteOnly) && file.write(content) >= 0 && file.flush() ? crcNames()
-                                                                                           : QStringList("?");
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) < 0)
+            return {"cannot write"};
+        file.close();
+        return crcNames();
     }
 };
 
