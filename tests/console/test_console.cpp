@@ -10,7 +10,6 @@
 #include <QtTest>
 
 #include <csignal>
-#include <memory>
 
 namespace {
 
@@ -60,11 +59,10 @@ class TestConsole : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { m_program = m_dir.addProgram(QStringLiteral("velmarkion")); }
-    void init()
+    void initTestCase()
     {
-        m_process = std::make_unique<QProcess>();
-        m_process->setWorkingDirectory(m_dir.file(QStringLiteral("projects")));
+        m_program = m_dir.addProgram("velmarkion");
+        m_process.setWorkingDirectory(m_dir.file("projects"));
     }
 
     // Nothing that the program does on the console writes settings.
@@ -153,18 +151,12 @@ private slots:
         row({"absent.prj"}, {}, "unexpected argument");
     }
 
-    void logOfOneRun()
+    void goodRun()
     {
-        write({{"First", {shortDelay}}, {"Second", {longDelay}}});
+        write({{"C", {shortDelay}}, {"Second", {longDelay}}});
         QCOMPARE(start({"run", "test.prj"}), 0);
         const QRegularExpression log("^[0-9:.]{12} Delay \\(10 ms\\)\n[0-9:.]{12} Done\n$");
-        QVERIFY2(log.match(m_out).hasMatch(), m_out.constData());
-        QCOMPARE(m_error, QByteArray());
-    }
-
-    void events()
-    {
-        write({{"C", {shortDelay}}});
+        QVERIFY2(log.match(m_out).hasMatch() && m_error.isEmpty(), m_out.constData());
         QCOMPARE(start({"run", "--events", "test.prj"}), 0);
         QVERIFY(m_out.startsWith(
             "{\"event\":\"status\",\"config\":\"C\",\"status\":1}\n"
@@ -207,42 +199,37 @@ private slots:
         begin({"-c", "P", "-c", "W"});
         QTRY_VERIFY(hasPrinted("\"config\":\"P\",\"status\":2}"));
         QTRY_VERIFY(hasPrinted("\"config\":\"W\",\"status\":3}"));
-        QCOMPARE(m_process->state(), QProcess::Running);
-        m_process->write("\n");
+        QCOMPARE(m_process.state(), QProcess::Running);
+        m_process.write("\n");
         QVERIFY(ends());
-        QCOMPARE(m_process->exitCode(), 0);
-    }
-
-    void interrupted_data()
-    {
-        tableColumns<int, QString>("number", "at");
-        tableRow("SIGINT in a delay", SIGINT, longDelay);
-        tableRow("SIGTERM in a pause", SIGTERM, "pause");
-        tableRow("SIGINT in an endless loop", SIGINT, "jamp to_cmd=0");
+        QCOMPARE(m_process.exitCode(), 0);
     }
 
     void interrupted()
     {
-        QFETCH(int, number);
-        QFETCH(QString, at);
-        write({{"C", {shortDelay, at}}});
-        begin({});
-        QTRY_VERIFY(hasPrinted("\"code\":0", 2));
-        // Twice at once, as a terminal and a script that watches it send it.
-        ::kill(static_cast<pid_t>(m_process->processId()), number);
-        ::kill(static_cast<pid_t>(m_process->processId()), number);
-        QVERIFY(ends());
-        QCOMPARE(m_process->exitCode(), 130);
-        QVERIFY(m_out.endsWith("{\"event\":\"end\",\"exit\":130}\n"));
-        QCOMPARE(eventsOf(m_out, "line", "text1").last(), QStringLiteral("C:Stopped by the user"));
-        QCOMPARE(eventsOf(m_out, "status", "status").last(), QStringLiteral("C:3"));
+        const auto row = [this](int number, const QString& at) {
+            write({{"C", {shortDelay, at}}});
+            begin({});
+            QTRY_VERIFY(hasPrinted("\"code\":0", 2));
+            // Twice at once, as a terminal and a script that watches it send it.
+            ::kill(static_cast<pid_t>(m_process.processId()), number);
+            ::kill(static_cast<pid_t>(m_process.processId()), number);
+            QVERIFY(ends());
+            compareRow(at, m_process.exitCode(), 130);
+            compareRow(at, eventsOf(m_out, "line", "text1").last(), QString("C:Stopped by the user"));
+            compareRow(at, eventsOf(m_out, "status", "status").last(), QString("C:3"));
+            QVERIFY(m_out.endsWith("{\"event\":\"end\",\"exit\":130}\n"));
+        };
+        row(SIGINT, longDelay);
+        row(SIGTERM, "pause");
+        row(SIGINT, "jamp to_cmd=0"); // an endless loop
     }
 
     // "| head" must not end a run in the middle, with the chip under power.
     void readerGone()
     {
         write({{"C", {shortDelay, shortDelay, "process file=touch projects/done"}}});
-        m_process->start("sh", {"-c", "\"$0\" run test.prj | true", m_program});
+        m_process.start("sh", {"-c", "\"$0\" run test.prj | true", m_program});
         QVERIFY(ends());
         QTRY_VERIFY(QFile::exists(m_dir.file("projects/done")));
     }
@@ -282,7 +269,7 @@ private:
 
     TestDir m_dir;
     QString m_program;
-    std::unique_ptr<QProcess> m_process;
+    QProcess m_process;
     QByteArray m_out;
     QByteArray m_error;
 };
@@ -291,33 +278,33 @@ private:
 int TestConsole::start(const QStringList& arguments, const QByteArray& input)
 {
     m_out.clear();
-    m_process->start(m_program, arguments);
-    m_process->write(input);
-    m_process->closeWriteChannel();
-    return ends() ? m_process->exitCode() : -1;
+    m_process.start(m_program, arguments);
+    m_process.write(input);
+    m_process.closeWriteChannel();
+    return ends() ? m_process.exitCode() : -1;
 }
 
 /// Starts a run of the project that is watched and spoken to.
 void TestConsole::begin(const QStringList& options)
 {
     m_out.clear();
-    m_process->start(m_program, QStringList{"run", "--events"} + options + QStringList{"test.prj"});
+    m_process.start(m_program, QStringList{"run", "--events"} + options + QStringList{"test.prj"});
 }
 
 bool TestConsole::hasPrinted(const char* text, int times)
 {
-    m_process->waitForReadyRead(100);
-    m_out += m_process->readAllStandardOutput();
+    m_process.waitForReadyRead(100);
+    m_out += m_process.readAllStandardOutput();
     return m_out.count(text) >= times;
 }
 
 bool TestConsole::ends()
 {
-    if (m_process->state() != QProcess::NotRunning && !m_process->waitForFinished(patience))
-        m_process->kill();
-    m_out += m_process->readAllStandardOutput();
-    m_error = m_process->readAllStandardError();
-    return m_process->exitStatus() == QProcess::NormalExit;
+    if (m_process.state() != QProcess::NotRunning && !m_process.waitForFinished(patience))
+        m_process.kill();
+    m_out += m_process.readAllStandardOutput();
+    m_error = m_process.readAllStandardError();
+    return m_process.exitStatus() == QProcess::NormalExit;
 }
 
 QTEST_GUILESS_MAIN(TestConsole)

@@ -25,20 +25,20 @@ private slots:
     void initTestCase() { lang().load(QStringLiteral(VM_DATA_DIR "/language/eng.lng")); }
     void wrongArguments()
     {
-        const QMap<QString, QString> hints{{"runn a.prj", "runn"},
-                                           {"run --save", "PROJECT"},
-                                           {"run a.prj b.prj", "b.prj"},
-                                           {"run --json a.prj", "json"},
-                                           {"run a.prj -c", "c"},
-                                           {"run --port =/dev/a a.prj", "ALIAS=PORT"},
-                                           {"run --port A= a.prj", "ALIAS=PORT"},
-                                           {"check --events a.prj", "events"},
-                                           {"list", "chips"},
-                                           {"--version x", "x"}};
-        for (auto row = hints.begin(); row != hints.end(); ++row) {
-            const TArguments arguments = TArguments::parse(row.key().split(QLatin1Char(' ')));
-            compareRow(row.key(), int(arguments.word), int(TArguments::Word::Wrong));
-            QVERIFY2(arguments.error.contains(row.value()), qPrintable(arguments.error));
+        const QStringList rows{"runn a.prj > runn",
+                               "run --save > PROJECT",
+                               "run a.prj b.prj > b.prj",
+                               "run --json a.prj > json",
+                               "run a.prj -c > c",
+                               "run --port =/dev/a a.prj > ALIAS=PORT",
+                               "run --port A= a.prj > ALIAS=PORT",
+                               "check --events a.prj > events",
+                               "list > chips",
+                               "--version x > x"};
+        for (const QString& row : rows) {
+            const TArguments arguments = TArguments::parse(row.section(" > ", 0, 0).split(' '));
+            compareRow(row, int(arguments.word), int(TArguments::Word::Wrong));
+            QVERIFY2(arguments.error.contains(row.section(" > ", 1)), qPrintable(arguments.error));
         }
     }
 
@@ -103,21 +103,15 @@ private slots:
 
     void pauseInput()
     {
-        const QMap<QByteArray, int> rows{// lines before the end
-                                         {"", 0},
-                                         {"a\nb\n", 2},
-                                         {"a\nb", 2},
-                                         {QByteArray(20000, 'x') + "\n", 1}};
-        for (auto row = rows.begin(); row != rows.end(); ++row) {
+        const auto row = [](const QByteArray& bytes, int linesBeforeTheEnd) {
             int ends[2];
             QCOMPARE(pipe(ends), 0);
-            QCOMPARE(write(ends[1], row.key().constData(), size_t(row.key().size())),
-                     ssize_t(row.key().size()));
+            QCOMPARE(write(ends[1], bytes.constData(), size_t(bytes.size())), ssize_t(bytes.size()));
             close(ends[1]);
             TPauseInput input(ends[0]);
             QSignalSpy line(&input, &TPauseInput::signalLine);
             QSignalSpy ended(&input, &TPauseInput::signalEnded);
-            for (int i = 1; i <= row.value(); ++i) {
+            for (int i = 1; i <= linesBeforeTheEnd; ++i) {
                 input.want();
                 input.want();
                 QCOMPARE(line.count(), i - 1); // never from inside the call
@@ -126,10 +120,13 @@ private slots:
             }
             input.want();
             QTRY_COMPARE(ended.count(), 1);
-            QCOMPARE(line.count(), row.value());
+            QCOMPARE(line.count(), linesBeforeTheEnd);
             QVERIFY(input.hasEnded());
-            close(ends[0]);
-        }
+        };
+        row("", 0);
+        row("a\nb\n", 2);
+        row("a\nb", 2);
+        row(QByteArray(20000, 'x') + "\n", 1);
     }
 
     void pauseInputOnlyWhenWanted()
