@@ -46,19 +46,15 @@ class TestProjectFiles : public QObject
 
 private slots:
     void initTestCase() { registerMetaTypes(); }
-    void init()
-    {
-        m_dir = std::make_unique<TestDir>(TestDir::Empty);
-        m_project.reset();
-    }
+    void init() { m_project.reset(); }
 
     void savesByteForByte()
     {
         const auto row = [this](const QByteArray& loaded, const QByteArray& configurations) {
-            QCOMPARE(m_ctrl.load(m_dir->write("a.prj", quoted(loaded)), m_project), 0);
+            QCOMPARE(m_ctrl.load(m_dir.write("a.prj", quoted(loaded)), m_project), 0);
             QCOMPARE(saved(), head + configurations + tail);
             // What was written reads and writes the same once more.
-            QCOMPARE(m_ctrl.load(m_dir->file("saved.prj"), m_project), 0);
+            QCOMPARE(m_ctrl.load(m_dir.file("saved.prj"), m_project), 0);
             QCOMPARE(saved(), head + configurations + tail);
         };
         row("{}", "");
@@ -110,7 +106,7 @@ private slots:
             m_project.reset();
             const int cfg = m_project.addCfg(text, "d", -1);
             m_project.addCmd({{key::id_cfg, cfg}, {key::cmd, text}, {text, text}}, -1);
-            const QString file = m_dir->file("a.prj");
+            const QString file = m_dir.file("a.prj");
             QVERIFY(m_ctrl.save(file, m_project));
             QCOMPARE(m_ctrl.load(file, m_project), 0);
             QCOMPARE(m_project.cfgName(0), text);
@@ -121,13 +117,13 @@ private slots:
 
     void referencesBecomePositions()
     {
-        m_dir->write("a.prj", quoted("{'configurations':[{'name':'gone','commands':[{'cmd':'stop'}]},"
-                                     "{'name':'second','commands':[{'cmd':'delay'}]},"
-                                     "{'name':'first','commands':[{'cmd':'jamp','to_cmd':'1'},"
-                                     "{'cmd':'jamp','to_cmd':'0'},{'cmd':'execute','cfg':'1'},"
-                                     "{'cmd':'execute','cfg':'0'},{'cmd':'counter','to_cmd':'1'},"
-                                     "{'cmd':'auto_detect','route':'EF4017=1| C2=x=0||#no=1|EF=2'}]}]}"));
-        QCOMPARE(m_ctrl.load(m_dir->file("a.prj"), m_project), 0);
+        m_dir.write("a.prj", quoted("{'configurations':[{'name':'gone','commands':[{'cmd':'stop'}]},"
+                                    "{'name':'second','commands':[{'cmd':'delay'}]},"
+                                    "{'name':'first','commands':[{'cmd':'jamp','to_cmd':'1'},"
+                                    "{'cmd':'jamp','to_cmd':'0'},{'cmd':'execute','cfg':'1'},"
+                                    "{'cmd':'execute','cfg':'0'},{'cmd':'counter','to_cmd':'1'},"
+                                    "{'cmd':'auto_detect','route':'EF4017=1| C2=x=0||#no=1|EF=2'}]}]}"));
+        QCOMPARE(m_ctrl.load(m_dir.file("a.prj"), m_project), 0);
         m_project.removeCfg(0);
         m_project.moveCfg(1, 0);
         const QByteArray cmd = "'status': '0', 'cmd': ";
@@ -142,7 +138,7 @@ private slots:
     void brokenProjects()
     {
         const auto row = [this](const QByteArray& bytes, qint64 size = 0) {
-            const QString file = m_dir->write("a.prj", bytes);
+            const QString file = m_dir.write("a.prj", bytes);
             QVERIFY(size == 0 || QFile::resize(file, size));
             m_project.addCfg("left over", QString(), -1);
             QVERIFY2(m_ctrl.open(file, m_project) > 0, bytes.left(100).constData());
@@ -167,35 +163,35 @@ private slots:
 
     void emptyAndNewProjects()
     {
-        const QString file = m_dir->write("a.prj", "");
+        const QString file = m_dir.write("a.prj", "");
         QCOMPARE(m_ctrl.load(file, m_project), 0);
         QCOMPARE(m_project.cfgNames(), QStringList("Config"));
         QVERIFY(m_project.isOpen());
-        QCOMPARE(m_ctrl.load(m_dir->file("absent.prj"), m_project), 1);
+        QCOMPARE(m_ctrl.load(m_dir.file("absent.prj"), m_project), 1);
         QCOMPARE(m_ctrl.errorText(), QString("No such file or directory"));
         QVERIFY(!m_project.isOpen());
-        QCOMPARE(m_ctrl.load(m_dir->path(), m_project), 1);
+        QCOMPARE(m_ctrl.load(m_dir.path(), m_project), 1);
 
         QVERIFY(writeNewProject(file));
         QCOMPARE(
-            m_dir->read("a.prj"),
+            m_dir.read("a.prj"),
             quoted("{\n    'version': 1,\n    'name': '',\n    'description': '',\n    'configurations':\n"
                    "    [\n        {\n            'name': 'Config',\n            'description': '',\n"
                    "            'commands':\n            [\n            ]\n        }\n    ]\n}\n"));
         QCOMPARE(m_ctrl.open(file, m_project), 0);
         QCOMPARE(m_project.cfgNames(), QStringList("Config"));
         QVERIFY(writeEmptyList(file));
-        QCOMPARE(m_dir->read("a.prj"), quoted("{\n    'version': 1,\n    'list':\n    [\n    ]\n}\n"));
+        QCOMPARE(m_dir.read("a.prj"), quoted("{\n    'version': 1,\n    'list':\n    [\n    ]\n}\n"));
     }
 
     void unwritableTargets()
     {
         m_project.setChanged();
-        for (const QString& file : {m_dir->file("absent/a.prj"), QString("/dev/full")}) {
+        for (const QString& file : {m_dir.file("absent/a.prj"), m_dir.path()}) {
             QVERIFY(!m_ctrl.save(file, m_project) && !m_ctrl.errorText().isEmpty());
             QVERIFY(!writeBytes(file, "x"));
         }
-        QVERIFY(m_project.isChanged() && !writeBytes(m_dir->file("nothing"), ""));
+        QVERIFY(m_project.isChanged() && !writeBytes(m_dir.file("nothing"), ""));
     }
 
     void listByteForByte()
@@ -214,12 +210,12 @@ private slots:
     {
         const auto row = [this](const QByteArray& bytes, int result, const QString& items) {
             TPrjListFile list;
-            QCOMPARE(int(list.read(m_dir->write("a.lst", quoted(bytes)))), result);
+            QCOMPARE(int(list.read(m_dir.write("a.lst", quoted(bytes)))), result);
             QStringList read;
             for (const TPrjListItem& item : list.items())
                 read += QString::number(item.parent) + (item.expand ? '+' : '-') + item.name + item.file;
             QCOMPARE(read.join(','), items);
-            QCOMPARE(int(list.read(m_dir->file("absent"))), int(TPrjListFile::Failed));
+            QCOMPARE(int(list.read(m_dir.file("absent"))), int(TPrjListFile::Failed));
             QVERIFY(list.items().isEmpty());
         };
         row("", TPrjListFile::Empty, "");
@@ -232,7 +228,7 @@ private slots:
 
     void listIsWrittenOnlyWhenItDiffers()
     {
-        const QString file = m_dir->file("a.lst");
+        const QString file = m_dir.file("a.lst");
         const auto writtenTo = [&](bool expand) {
             TPrjListFile list;
             list.setItems({{0, expand, "A", "a.prj"}});
@@ -247,29 +243,29 @@ private slots:
 
     void listPath()
     {
-        appData().PathProjects = m_dir->file("projects");
+        appData().PathProjects = m_dir.file("projects");
         const QString name = "only-a-test.lst";
-        const QString inProjects = m_dir->file("projects/" + name);
+        const QString inProjects = m_dir.file("projects/" + name);
         const QString beside = QCoreApplication::applicationDirPath() + '/' + name;
         QCOMPARE(TPrjListFile::path(name), inProjects);
         QVERIFY(writeEmptyList(beside));
         QCOMPARE(TPrjListFile::path(name), beside);
-        m_dir->write("projects/" + name, "{}");
+        m_dir.write("projects/" + name, "{}");
         QCOMPARE(TPrjListFile::path(name), inProjects);
         QVERIFY(QFile::remove(beside));
     }
 
     void joiningAList()
     {
-        const QString folder = m_dir->file("list");
-        m_dir->write("list/there.prj", "kept");
+        const QString folder = m_dir.file("list");
+        m_dir.write("list/there.prj", "kept");
         const auto row = [&](TPrjFileMode mode, QString file, bool result, const QString& stored,
                              const QString& onDisk, const QByteArray& content) {
             QString error;
             compareRow(onDisk, joinPrjList(folder, mode, "pasted", file, error), result);
             compareRow(onDisk, error.isEmpty(), result);
             compareRow(onDisk, file, stored);
-            compareRow(onDisk, m_dir->read(onDisk), content);
+            compareRow(onDisk, m_dir.read(onDisk), content);
         };
         row(TPrjFileMode::Create, "", true, "", "list/.prj", "");
         row(TPrjFileMode::Create, "a", true, "a.prj", "list/a.prj", newProjectBytes());
@@ -302,11 +298,11 @@ private slots:
 private:
     QByteArray saved()
     {
-        return m_ctrl.save(m_dir->file("saved.prj"), m_project) ? m_dir->read("saved.prj")
-                                                                : m_ctrl.errorText().toUtf8();
+        return m_ctrl.save(m_dir.file("saved.prj"), m_project) ? m_dir.read("saved.prj")
+                                                               : m_ctrl.errorText().toUtf8();
     }
 
-    std::unique_ptr<TestDir> m_dir;
+    const TestDir m_dir{TestDir::Empty};
     TDataPrj m_project;
     TCtrlProject m_ctrl;
 };
