@@ -240,8 +240,7 @@ private slots:
         write({{"Caller", {"execute cfg=1"}}, {"Called", {"delay value=300", "ident"}}});
         QCOMPARE(start({"run", "--events", "test.prj"}), 1);
         const QStringList statuses = eventsOf(m_out, "status", "status");
-        QCOMPARE(statuses.first(), QStringLiteral("Caller:1"));
-        QVERIFY(statuses.contains("Caller:3"));
+        QVERIFY(statuses.first() == "Caller:1" && statuses.contains("Caller:3"));
         QCOMPARE(statuses.last(), QStringLiteral("Called:4"));
     }
 

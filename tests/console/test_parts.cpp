@@ -57,8 +57,7 @@ private slots:
             {"Sim", "ttyS0"}, {"X", "/dev/a=b"}, {"S", QFileInfo("./sim").absoluteFilePath()}};
         QCOMPARE(run.ports, ports);
         const TArguments check = TArguments::parse({"check", "--json", "--", "-a.prj"});
-        QCOMPARE(check.project, here.filePath("-a.prj"));
-        QVERIFY(check.json);
+        QVERIFY(check.json && check.project == here.filePath("-a.prj"));
     }
 
     void logLines()
