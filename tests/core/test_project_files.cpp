@@ -117,21 +117,23 @@ private slots:
 
     void referencesBecomePositions()
     {
-        m_dir.write("a.prj", quoted("{'configurations':[{'name':'gone','commands':[{'cmd':'stop'}]},"
-                                    "{'name':'second','commands':[{'cmd':'delay'}]},"
-                                    "{'name':'first','commands':[{'cmd':'jamp','to_cmd':'1'},"
-                                    "{'cmd':'jamp','to_cmd':'0'},{'cmd':'execute','cfg':'1'},"
-                                    "{'cmd':'execute','cfg':'0'},{'cmd':'counter','to_cmd':'1'},"
-                                    "{'cmd':'auto_detect','route':'EF4017=1| C2=x=0||#no=1|EF=2'}]}]}"));
+        m_dir.write(
+            "a.prj",
+            quoted("{'configurations':[{'name':'gone','commands':[{'cmd':'stop'}]},"
+                   "{'name':'second','commands':[{'cmd':'delay'}]},"
+                   "{'name':'first','commands':[{'cmd':'jamp','to_cmd':'1'},"
+                   "{'cmd':'jamp','to_cmd':'0'},{'cmd':'jamp','to_cmd':'x'},{'cmd':'execute','cfg':'1'},"
+                   "{'cmd':'execute','cfg':'0'},{'cmd':'counter','to_cmd':'1'},"
+                   "{'cmd':'auto_detect','route':'EF4017=1| C2=x=0||#no=1|EF=2'}]}]}"));
         QCOMPARE(m_ctrl.load(m_dir.file("a.prj"), m_project), 0);
         m_project.removeCfg(0);
         m_project.moveCfg(1, 0);
         const QByteArray cmd = "'status': '0', 'cmd': ";
-        const QByteArray first = configuration("first", "",
-                                               {cmd + "'jamp', 'to_cmd': '6'", cmd + "'jamp', 'to_cmd': '-1'",
-                                                cmd + "'execute', 'cfg': '1'", cmd + "'execute', 'cfg': '-1'",
-                                                cmd + "'counter', 'to_cmd': '1'",
-                                                cmd + "'auto_detect', 'route': 'EF4017=1|C2=-1|EF=0'"});
+        const QByteArray first = configuration(
+            "first", "",
+            {cmd + "'jamp', 'to_cmd': '7'", cmd + "'jamp', 'to_cmd': '-1'", cmd + "'jamp', 'to_cmd': '-1'",
+             cmd + "'execute', 'cfg': '1'", cmd + "'execute', 'cfg': '-1'", cmd + "'counter', 'to_cmd': '1'",
+             cmd + "'auto_detect', 'route': 'EF4017=1|C2=-1|EF=0'"});
         QCOMPARE(saved(), head + first + ",\n" + configuration("second", "", {cmd + "'delay'"}) + tail);
     }
 
