@@ -7,7 +7,6 @@
 #include <QJsonObject>
 #include <QProcess>
 #include <QRegularExpression>
-#include <QtTest>
 
 #include <csignal>
 

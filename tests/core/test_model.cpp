@@ -1,20 +1,17 @@
 #include "core/IDeviceCatalogue.h"
 #include "core/TAppData.h"
 #include "core/TCmdCode.h"
-#include "core/TDataCfg.h"
 #include "core/TDataCmd.h"
 #include "core/TDataPrj.h"
 #include "core/globals.h"
 #include "core/keys.h"
 #include "devices/TDevTools.h"
-#include "link/TProg.h"
 #include "support/TestDir.h"
 #include "support/tables.h"
 
 #include <QSignalSpy>
 
 #include <atomic>
-#include <memory>
 #include <thread>
 
 namespace {

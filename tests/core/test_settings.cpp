@@ -5,9 +5,6 @@
 #include "support/tables.h"
 
 #include <QDir>
-#include <QFile>
-#include <QSet>
-#include <QtTest>
 
 namespace {
 

@@ -5,7 +5,6 @@
 
 #include <QDir>
 #include <QSettings>
-#include <QtTest>
 
 namespace {
 

@@ -7,8 +7,6 @@
 
 #include <QElapsedTimer>
 #include <QFile>
-#include <QSerialPort>
-#include <QtTest>
 
 namespace {
 
