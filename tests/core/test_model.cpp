@@ -386,6 +386,7 @@ private slots:
         row("", "", "0102", "0102");
         row("AABBCC", "", "0102", "0102");
         row("AABB", longChip, "050607", "AABB");
+        row("AABB", otherChip, "0304", "AABB");
         row("AABB", unreadableChip, "AABB", "AABB");
     }
 
