@@ -148,6 +148,8 @@ private slots:
         row({"--port", "Nobody=x"}, {{"Only", {shortDelay}}}, "Nobody");
         row({}, {}, "has no configuration");
         row({"absent.prj"}, {}, "unexpected argument");
+        m_dir.write("projects/test.prj", "x");
+        QVERIFY(start({"run", "test.prj"}) == 2 && m_error.contains("test.prj: "));
     }
 
     void goodRun()
