@@ -115,7 +115,7 @@ private slots:
             peer.expect(hex("C0 02 02 00 01 02 39"), reply.left(cut)).send(reply.mid(cut), cut > 0 ? 1 : 0);
         peer.start();
         TSerialPort port;
-        QVERIFY(openPort(port, peer, error == brokenText ? 20 : 5000));
+        QVERIFY(openPort(port, peer, error == brokenText ? 60 : 5000));
         for (int cut = 0; cut <= cuts; ++cut) {
             QByteArray data = hex("0102");
             QCOMPARE(port.exchange(anyOpcode, data), error.isEmpty());
