@@ -208,9 +208,9 @@ private slots:
         row("type 02", 0xFFF0, 17, 32,
             hexUpper(2, 0) + lastLine + hexUpper(2, 1) + hexLine(0, 0, counted(1, 16)));
         row("type 02 up to 0xFFFFF", 0xFFFF0, 16, 16, hexUpper(2, 0xF) + lastLine);
-        row("type 04", 0xFFFF0, 18, 9,
+        row("type 04", 0xFFFF0, 17, 9,
             hexUpper(4, 0xF) + hexLine(0, 0xFFF0, counted(9)) + hexLine(0, 0xFFF9, counted(7, 9)) +
-                hexUpper(4, 0x10) + hexLine(0, 0, counted(2, 16)));
+                hexUpper(4, 0x10) + hexLine(0, 0, counted(1, 16)));
         row("literal address record", 0x10000, 1, 16, ":020000020001FB\r\n:0100000000FF\r\n");
 
         TFormat far("hex", m_files.path("far.hex"), 0xFFFFFFFF, 0, 1, 16);
