@@ -70,6 +70,7 @@ IDevice* DeviceBench::create(const QString& name, const QString& file)
         TData data = textParams(QString::fromLatin1(row.description));
         for (auto it = m_description.begin(); it != m_description.end(); ++it)
             data.insert(it.key(), it.value());
+        data[key::dev_file] = dir().file(file);
         return row.make(name, data);
     }
     return BenchProject::create(name, file);

@@ -113,7 +113,6 @@ MAX_DATA=60 | char_write addr_device=170 count=90 | W 170+10 W 180+60 W 240+16 W
 MAX_DATA=100 | char_write addr_device=200 count=110 | W 200+56 W 256+44 W 300+10 | 82 97 100 |
 MAX_DATA=100 | char_verify addr_device=150 count=200 | R 150+50 R 200+100 R 300+50 | 57 85 100 |
 MAX_DATA=64 | char_write addr_device=100 count=0 | | |
-MAX_DATA=64 | char_verify addr_device=0 count=2 | R 0+2 | 100 |
 MAX_DATA=64 | char_verify addr_device=0 count=1 | R 0+1 | 100 |
 MAX_DATA=64 | erase | | 0 25 50 75 |
 MAX_DATA=64 | erase_blocks size=512 begin=3 count=1 | | 0 |
@@ -136,7 +135,6 @@ private slots:
     void fileRoundTrip();
     void fileWithoutData();
     void stopEndsTheRange();
-    void refusalKeepsOldFile();
 };
 
 void TestOperation::cuts()
@@ -244,16 +242,6 @@ void TestOperation::stopEndsTheRange()
     const auto read = bench.runWith("data_read addr_device=0xFE data=00~00~00~00", chipOf(flash));
     QVERIFY(read.ok);
     QCOMPARE(bench.result(), QString::fromLatin1(flash.memory.mid(0xFE, 2).toHex(' ').toUpper()));
-}
-
-void TestOperation::refusalKeepsOldFile()
-{
-    DeviceBench bench(smallFlash);
-    bench.dir().write("dump", "an older dump");
-    const auto result = bench.runWith("file_read format=BIN file=dump",
-                                      [](quint8, const QByteArray&, QByteArray&) { return false; });
-    QCOMPARE(result.errorText, QString("@408"));
-    QCOMPARE(bench.dir().read("dump"), QByteArray("an older dump"));
 }
 
 QTEST_GUILESS_MAIN(TestOperation)

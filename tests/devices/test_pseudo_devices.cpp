@@ -41,8 +41,6 @@ set_freq freq=1000 duty_cycle=* | 10 90 | 9 91
 // Command | its text in the table | valid or not. The command 0 is a set_prog in the configuration 0.
 const char shown[] = R"(
 counter value=5 limit=7 delta=-2 | Value: 5, Limit: 7, Delta: -2 | valid
-delay value=1500 | 1500 ms | valid
-process file=x | x | valid
 process file= | | wrong
 calc_crc crc_name=%2 file=%1.bin | %2: %1.bin | valid
 jamp to_cmd=0 | "First"."Set Prog" | valid
@@ -54,7 +52,6 @@ set_prog prog=bench alt_enabled=true alt_port=other | bench: other, Model | vali
 set_prog prog=unknown | unknown | wrong
 auto_detect name=%2 execute=0 stop=1 | %2: Jamp, Stop | wrong
 auto_detect name=A execute=2 stop=0 | A: Execute, Skip | wrong
-reset duration=-400 | -400 ms | valid
 set_io state=HILIL | HIL | valid
 set_freq freq=1500000 duty_cycle=50 | 1.5 MHz | valid
 set_vcc vcc=3.26 | 3.3 V | valid
@@ -372,15 +369,11 @@ void TestPseudoDevices::counts()
 
 void TestPseudoDevices::delayTakesItsTime()
 {
-    const struct
-    {
-        int ms;
-        bool stopped;
-        int least;
-    } rows[] = {{0, false, 0}, {150, false, 149}, {499, true, 498}, {500, true, 0}};
-    for (const auto& row : rows) {
-        TDevToolsExec exec({{key::cmd, QString(cmd::delay)}, {key::value, QString::number(row.ms)}});
-        if (row.stopped)
+    using Row = std::tuple<int, bool, int>;
+    for (const auto& [ms, stopped, least] :
+         {Row(0, false, 0), Row(150, false, 149), Row(499, true, 498), Row(500, true, 0)}) {
+        TDevToolsExec exec({{key::cmd, QString(cmd::delay)}, {key::value, QString::number(ms)}});
+        if (stopped)
             exec.slotStop();
         QSignalSpy percents(&exec, &IDeviceExec::signalEventProc);
         TSerialPort port;
@@ -389,7 +382,7 @@ void TestPseudoDevices::delayTakesItsTime()
         QElapsedTimer time;
         time.start();
         QVERIFY(exec.execute(&port, exit, none, none));
-        QVERIFY(time.elapsed() >= row.least && time.elapsed() < row.least + 300);
+        QVERIFY(time.elapsed() >= least && time.elapsed() < least + 300);
         QVERIFY(percents.size() == 1 && percents.first().first() == 0);
     }
 }

@@ -1,8 +1,6 @@
 #include "support/ScriptedPeer.h"
 
-#include <QMutexLocker>
 #include <QRegularExpression>
-#include <QStringList>
 
 #include <chrono>
 #include <fcntl.h>
@@ -126,23 +124,6 @@ QString ScriptedPeer::finish()
     return m_report;
 }
 
-QList<QByteArray> ScriptedPeer::requests() const
-{
-    const QMutexLocker lock(&m_mutex);
-    return m_requests;
-}
-
-QString ScriptedPeer::requestText() const
-{
-    QStringList list;
-    for (const QByteArray& request : requests()) {
-        const QByteArray payload = request.mid(4, request.size() - 5).toHex();
-        list.append(
-            QString::fromLatin1(request.mid(1, 1).toHex() + (payload.isEmpty() ? "" : ":" + payload)));
-    }
-    return list.join(QLatin1Char(' '));
-}
-
 void ScriptedPeer::run()
 {
     QByteArray request;
@@ -184,10 +165,9 @@ bool ScriptedPeer::readBytes(QByteArray& to, int size)
 
 void ScriptedPeer::take(const QByteArray& request)
 {
-    {
-        const QMutexLocker lock(&m_mutex);
-        m_requests.append(request);
-    }
+    const QByteArray payload = request.mid(4, request.size() - 5).toHex();
+    m_requests.append(
+        QString::fromLatin1(request.mid(1, 1).toHex() + (payload.isEmpty() ? "" : ":" + payload)));
     if (m_next < m_steps.size()) {
         const Step step = m_steps.at(m_next++);
         if (request == step.request)

@@ -2,8 +2,7 @@
 
 #include <QByteArray>
 #include <QList>
-#include <QMutex>
-#include <QString>
+#include <QStringList>
 
 #include <atomic>
 #include <functional>
@@ -27,10 +26,7 @@ struct PeerLine
 /// frames that were announced, byte by byte the same, and gives the answers that were laid down for
 /// them. A frame is cut from the line by its length field, so only whole frames are compared.
 ///
-///     ScriptedPeer peer;
-///     peer.expect(peerFrame(0x80), peerFrame(0x80, "\x01\x02"));   // answer at once
 ///     peer.expect(peerFrame(0x81)).send(peerFrame(0x81, "Name"), 50);  // answer after 50 ms
-///     peer.expect(peerFrame(0x83, "\x01"));                         // silence
 ///     peer.start();
 ///     ... port.open(peer.path(), ...) and exchanges ...
 ///     QCOMPARE(peer.finish(), QString());
@@ -70,10 +66,8 @@ public:
     /// Takes what still lies on the line, ends the thread, gives the first mismatch: a wrong request,
     /// a request too many, or requests that never came. Empty when all went as laid down.
     QString finish();
-    /// All whole requests so far, in their order. Any thread.
-    QList<QByteArray> requests() const;
-    /// The same as text, opcodes and payloads: "80 81 83:01".
-    QString requestText() const;
+    /// All whole requests after finish(), opcodes and payloads: "80 81 83:01".
+    QString requestText() const { return m_requests.join(QLatin1Char(' ')); }
 
 private:
     struct Part
@@ -106,6 +100,5 @@ private:
     std::atomic<bool> m_stop{false};
     int m_next = 0;
     QString m_report;
-    mutable QMutex m_mutex; ///< guards m_requests
-    QList<QByteArray> m_requests;
+    QStringList m_requests; ///< of the peer's thread until it has ended
 };

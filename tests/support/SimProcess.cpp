@@ -28,13 +28,10 @@ bool SimProcess::waitForReady()
 {
     QElapsedTimer clock;
     clock.start();
-    while (clock.elapsed() < patience) {
-        if (output().contains("ready "))
-            return true;
-        if (!m_process.waitForReadyRead(100) && m_process.state() == QProcess::NotRunning)
-            return output().contains("ready ");
-    }
-    return false;
+    while (!output().contains("ready ") && m_process.state() != QProcess::NotRunning &&
+           clock.elapsed() < patience)
+        m_process.waitForReadyRead(100);
+    return output().contains("ready ");
 }
 
 bool SimProcess::stop()
