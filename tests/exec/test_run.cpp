@@ -9,8 +9,6 @@
 #include "support/SimProcess.h"
 #include "support/tables.h"
 
-#include <QRandomGenerator>
-
 #include <memory>
 #include <vector>
 
@@ -83,37 +81,15 @@ reset | set_prog | 86 | 80 81 83:01 86:70fe | 6 No answer from the programmer
 reset | stop | FF | | 6
 )";
 
-const char pauses[] = R"(
-pause
-jamp to_cmd=1 / pause
-)";
-
-const char stops[] = R"(
-pause | later
-pause | at its line
-delay value=60000 | later
-)";
-
 const QString chip = QStringLiteral("W25Q64");
-
-/// Reproducible bytes, different for each seed.
-QByteArray pattern(int words, uint seed)
-{
-    QByteArray bytes(words * 4, 0);
-    QRandomGenerator(seed).fillRange(reinterpret_cast<quint32*>(bytes.data()), words);
-    return bytes;
-}
 
 /// Opcodes of the request frames of a trace, in their order.
 QString requestsOf(const QByteArray& trace)
 {
     QStringList list;
-    for (const QByteArray& line : trace.split('\n')) {
-        const QList<QByteArray> parts = line.simplified().split(' ');
-        const int start = parts.indexOf("C0");
-        if (line.contains('>') && start >= 0 && parts.size() > start + 1)
-            list.append(QString::fromLatin1(parts.at(start + 1)));
-    }
+    auto match = QRegularExpression(QStringLiteral("> C0 (..)")).globalMatch(QString::fromLatin1(trace));
+    while (match.hasNext())
+        list.append(match.next().captured(1));
     return list.join(QLatin1Char(' '));
 }
 
@@ -152,10 +128,13 @@ private slots:
     void flow();
     void progTask_data() { textRows(tasks, {"task", "link", "odd", "frames", "last"}); }
     void progTask();
-    void pauseResume_data() { textRows(pauses, {"commands"}); }
+    void pauseResume_data() { textRows("pause\njamp to_cmd=1 / pause", {"commands"}); }
     void pauseResume();
     void resumesFromInsideTheSignal();
-    void stopInPauseAndDelay_data() { textRows(stops, {"command", "when"}); }
+    void stopInPauseAndDelay_data()
+    {
+        textRows("pause | later\npause | at its line\ndelay value=60000 | later", {"command", "when"});
+    }
     void stopInPauseAndDelay();
     void deletedRunningCommandEndsTheRun();
     void sameConfigurationAgainRightBehindItsResult();
@@ -211,6 +190,7 @@ void TestRun::sends()
     QTEST(statuses.join(' ') + ": " + lines.join("; "), "outcome");
     QCOMPARE(bench.log().first().text2, QStringLiteral("P: %1, Simulator").arg(peer.path()));
     QCOMPARE(bench.view(cfg).ended, 1);
+    QCOMPARE(bench.view(cfg).percents.value(0, -1), 0);
 }
 
 void TestRun::flow()
@@ -349,32 +329,31 @@ void TestRun::sameConfigurationAgainRightBehindItsResult()
 
 void TestRun::twelveSideBySide()
 {
-    constexpr int count = 12;
     std::vector<std::unique_ptr<SimProcess>> sims;
+    QList<QByteArray> contents;
     RunBench bench;
     QList<int> ids;
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < 12; ++i) {
         sims.push_back(std::make_unique<SimProcess>(QStringList{"--chip", chip}));
         QVERIFY2(sims.back()->isReady(), sims.back()->output().constData());
         const QString alias = QStringLiteral("P%1").arg(i);
-        bench.dir().write("source" + alias, pattern(5000 + i, static_cast<uint>(i)));
+        contents.append(QByteArray::number(100 + i).repeated(7000 + i));
+        bench.dir().write("source" + alias, contents.last());
         bench.addProgrammer(alias, sims.back()->path());
-        const int cfg = bench.addCfg(alias);
-        bench.addLink(cfg, alias, chip);
-        bench.addCmd(cfg, "erase_blocks size=0x10000 begin=0 count=1");
+        ids.append(bench.addCfg(alias));
+        bench.addLink(ids.last(), alias, chip);
+        bench.addCmd(ids.last(), "erase_blocks size=0x10000 begin=0 count=1");
         const QString range = QStringLiteral(" format=BIN addr_file=0 addr_device=%1 count=%2 file=");
-        const QString file = range.arg(100 + i).arg(4 * (5000 + i));
-        bench.addCmd(cfg, "file_write" + file + "source" + alias);
-        bench.addCmd(cfg, "file_verify" + file + "source" + alias);
-        bench.addCmd(cfg, "file_read" + file + "result" + alias);
-        ids.append(cfg);
+        const QString file = range.arg(100 + i).arg(contents.last().size());
+        bench.addCmd(ids.last(), "file_write" + file + "source" + alias);
+        bench.addCmd(ids.last(), "file_verify" + file + "source" + alias);
+        bench.addCmd(ids.last(), "file_read" + file + "result" + alias);
     }
     bench.bind();
     QVERIFY(bench.run(ids, 60000));
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < ids.size(); ++i) {
         QCOMPARE(project().cfgStatus(ids.at(i)), int(csDone));
-        QCOMPARE(bench.dir().read(QStringLiteral("resultP%1").arg(i)),
-                 pattern(5000 + i, static_cast<uint>(i)));
+        QCOMPARE(bench.dir().read(QStringLiteral("resultP%1").arg(i)), contents.at(i));
     }
 }
 
