@@ -27,6 +27,7 @@ dev25 | data_read data=0000 | 03 0200 0B000000 00 > 11 | fails
 dev25 | data_read data=0000 | 03 0200 0B000000 00 | fails @389
 dev25 MAX_DATA=4 | data_verify addr_device=0x10 data=8182838485 | 03 0400 0B000010 00 > 81828384, 03 0100 0B000014 00 > F5 | fails Address: 0x14, Data: 0x85, Read: 0xF5
 dev25 | data_write addr_device=0x7FFFFE data=A1B2 | 04 027FFFFE A1B2 > | ok A1B2
+dev25 | char_write addr_device=0x10 count=2 fill_char=0xA5 | 04 02000010 A5A5 > | ok
 dev25 size=0x20000 | erase | 04 D8000000 >, 04 D8010000 > | ok
 dev25 size=0x8000 | erase | | ok
 dev25 erase=D8|65536|1 | erase | | fails

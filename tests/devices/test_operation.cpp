@@ -117,7 +117,7 @@ MAX_DATA=64 | char_verify addr_device=0 count=1 | R 0+1 | 100 |
 MAX_DATA=64 | erase | | 0 25 50 75 |
 MAX_DATA=64 | erase_blocks size=512 begin=3 count=1 | | 0 |
 size=0x1008 | file_write file=gap count=4104 | W 16+8 W 2053+5 | 0 50 |
-size=0x1008 | file_write file=overTheEnd count=4104 | W 4096+8 | 100 |
+size=0x1008 | file_write file=overTheEnd count=4112 | W 4096+8 | 99 |
 size=0x1008 | file_write file=behindTheEnd count=4105 | | | @425
 size=0x1008 | file_write file=overTheCount count=36 | W 32+4 | 100 |
 )";

@@ -151,7 +151,6 @@ class TestPseudoDevices : public QObject
     Q_OBJECT
 
 private slots:
-    void commandLists();
     void checks_data() { textRows(limits, {"command", "good", "bad"}); }
     void checks();
     void familyDecides();
@@ -186,15 +185,6 @@ private:
     TDevTools m_tools{dev_class::tools, {}};
     TDevProg m_prog{dev_class::prog, {}};
 };
-
-void TestPseudoDevices::commandLists()
-{
-    for (const QString& word : m_tools.commandKeys() + m_prog.commandKeys()) {
-        QVERIFY(m_tools.hasCommand(word) != m_prog.hasCommand(word));
-        QCOMPARE(deviceOf(word).commandTitle({{key::cmd, word}}).isEmpty(), word == cmd::separator);
-    }
-    QVERIFY(!m_tools.checkParams({{key::cmd, "erase"}}) && !m_prog.checkParams({{key::cmd, "erase"}}));
-}
 
 void TestPseudoDevices::checks()
 {

@@ -131,6 +131,7 @@ private slots:
     void pauseResume_data() { textRows("pause\njamp to_cmd=1 / pause", {"commands"}); }
     void pauseResume();
     void resumesFromInsideTheSignal();
+    void onlyTheNamedRunGoesOn();
     void stopInPauseAndDelay_data()
     {
         textRows("pause | later\npause | at its line\ndelay value=60000 | later", {"command", "when"});
@@ -268,6 +269,22 @@ void TestRun::resumesFromInsideTheSignal()
     });
     QVERIFY(bench.run({cfg}, 3000));
     QCOMPARE(bench.texts(ceCmdBegin), (QStringList{"Pause", "Delay"}));
+}
+
+void TestRun::onlyTheNamedRunGoesOn()
+{
+    RunBench bench;
+    const int a = addAll(bench, "pause / pause");
+    bench.control().start(a + 1);
+    for (void (TRunControl::*end)(int) : {&TRunControl::resume, &TRunControl::stop}) {
+        bench.control().start(a);
+        QTRY_COMPARE(project().cfgStatus(a), int(csPause));
+        QTRY_COMPARE(project().cfgStatus(a + 1), int(csPause));
+        (bench.control().*end)(a);
+        QTRY_COMPARE(project().cfgStatus(a), int(csDone));
+        QTest::qWait(250); // a pause looks up every 100 ms
+        QVERIFY(bench.control().isRunning(a + 1));
+    }
 }
 
 void TestRun::stopInPauseAndDelay()
