@@ -80,8 +80,21 @@ void TItemLint::line(const TLintFile::Line& line)
         choice(read.fields);
     else if (item.kind == TFormItem::CheckBox)
         checkBox(item, read.fields);
-    else if (item.kind != TFormItem::Label)
-        registerBytes(read.fields.first());
+    else if (item.kind == TFormItem::Display || item.kind == TFormItem::Preset)
+        shown(item, read.fields);
+}
+
+// The builder takes a size that does not read as none, and shows whatever stands in place of "ro".
+void TItemLint::shown(const TFormItem& item, const QStringList& parts)
+{
+    registerBytes(parts.first());
+    const bool isDisplay = item.kind == TFormItem::Display;
+    bool isNumber = false;
+    const int size = parts[isDisplay ? 2 : 1].toInt(&isNumber);
+    if (isDisplay && parts[1] != "ro")
+        bad("field 2 is not ro");
+    if (!isNumber || size < (isDisplay ? -1 : 1))
+        bad("no size in pixels");
 }
 
 void TItemLint::finish(int line)

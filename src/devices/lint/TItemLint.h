@@ -24,6 +24,7 @@ private:
     void open(const QString& tag, const QStringList& parts);
     void close(const QString& tag);
     void checkBox(const TFormItem& item, const QStringList& parts);
+    void shown(const TFormItem& item, const QStringList& parts);
     void choice(const QStringList& parts);
     void claim(const QByteArray& mask);
     QByteArray registerBytes(const QString& text);
