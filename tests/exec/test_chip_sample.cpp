@@ -123,7 +123,8 @@ void TestChipSample::runAll(const QList<Chip>& chips, const Commands& commands)
         bench.bind();
         QVERIFY(bench.run(ids, timeoutMs));
         for (int i = 0; i < batch.size(); ++i)
-            QVERIFY2(project().cfgStatus(ids[i]) == csDone, qPrintable(batch[i].name));
+            QVERIFY2(project().cfgStatus(ids[i]) == csDone,
+                     qPrintable(batch[i].name + bench.texts(ceFailed).join('\n')));
     }
 }
 
