@@ -52,6 +52,15 @@ void markInactive(QAbstractItemView* view)
     view->setPalette(palette);
 }
 
+QColor readableOn(const QColor& back, const QColor& usual)
+{
+    constexpr int leastDifference = 90; // of gray levels, 0 to 255
+    const int gray = qGray(back.rgb());
+    if (qAbs(gray - qGray(usual.rgb())) >= leastDifference)
+        return usual;
+    return gray < 128 ? Qt::white : Qt::black;
+}
+
 void setDanger(QWidget* widget)
 {
     setTextColor(widget, QColor(160, 0, 0));

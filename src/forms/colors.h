@@ -15,6 +15,8 @@ void markFault(QWidget* field, bool fault);
 /// Shows the current row of a table or a tree also while something else has the focus, and so that it
 /// can be read.
 void markInactive(QAbstractItemView* view);
+/// The usual colour of a text if it can be told from the colour behind it, else black or white.
+QColor readableOn(const QColor& back, const QColor& usual);
 /// Makes the text of a widget stand out: what it sets can harm the chip.
 void setDanger(QWidget* widget);
 /// text as a button or check box has to be given it, so that an "&" shows as itself.

@@ -14,6 +14,7 @@
 #include "ui/window_helpers.h"
 
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QSignalBlocker>
 #include <QTableWidget>
 #include <QVBoxLayout>
@@ -127,8 +128,23 @@ void TWgtCmdList::makeTable()
     columns->hide();
     m_table->setColumnWidth(columnCheck, checkWidth);
     m_table->setColumnWidth(columnName, appData().WindowMainCmdListColumnNameWidth);
+    m_table->installEventFilter(this);
     markInactive(m_table);
     takeStyle();
+}
+
+/// The space bar checks the current row from any of its cells, not from the one with the box only.
+bool TWgtCmdList::eventFilter(QObject* object, QEvent* event)
+{
+    if (object == m_table && event->type() == QEvent::KeyPress) {
+        const auto* keyEvent = static_cast<QKeyEvent*>(event);
+        QTableWidgetItem* item = m_table->item(m_table->currentRow(), columnCheck);
+        if (keyEvent->key() == Qt::Key_Space && keyEvent->modifiers() == Qt::NoModifier && item) {
+            check(item, !isChecked(item));
+            return true;
+        }
+    }
+    return QWidget::eventFilter(object, event);
 }
 
 /// Follows the style of the settings: a style over another one does not do so by itself.
@@ -196,9 +212,7 @@ void TWgtCmdList::showValidity(int row, bool validDev, bool validParam)
     if (shown.isValid() && shown.toInt() == state)
         return;
     first->setData(roleValidity, state);
-    const QBrush brush = validDev && validParam ? QBrush() : QBrush(Qt::red);
-    for (int column = 0; column < columnCount; ++column)
-        m_table->item(row, column)->setForeground(brush);
+    showTextColor(row);
     showFont(row);
 }
 
@@ -221,6 +235,22 @@ void TWgtCmdList::showColor(int row)
     const QColor color = own.enabled ? own.color : m_table->palette().color(QPalette::Base);
     for (int column = 0; column < columnCount; ++column)
         m_table->item(row, column)->setBackground(color);
+    showTextColor(row);
+}
+
+void TWgtCmdList::showTextColor(int row)
+{
+    constexpr int valid = 3;
+    const QTableWidgetItem* first = m_table->item(row, columnCheck);
+    const QColor usual = m_table->palette().color(QPalette::Text);
+    const QBrush back = first->background();
+    QBrush brush;
+    if (first->data(roleValidity).toInt() != valid)
+        brush = Qt::red;
+    else if (back.style() != Qt::NoBrush && readableOn(back.color(), usual) != usual)
+        brush = readableOn(back.color(), usual);
+    for (int column = 0; column < columnCount; ++column)
+        m_table->item(row, column)->setForeground(brush);
 }
 
 void TWgtCmdList::showHidden(int row)

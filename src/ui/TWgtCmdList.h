@@ -66,6 +66,9 @@ public slots:
     void slotSelectCmdClick(QTableWidgetItem* item);
     void slotEnabledCmd(QTableWidgetItem* item);
 
+protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
+
 private:
     /// Background of the rows of one key word.
     struct TColor
@@ -81,6 +84,7 @@ private:
     void showCommand(int row, const TData& values, const IDevice* device, QWidget* form);
     void showValidity(int row, bool validDev, bool validParam);
     void showFont(int row);
+    void showTextColor(int row);
     void showColor(int row);
     void showHidden(int row);
     void leaveHiddenRow();

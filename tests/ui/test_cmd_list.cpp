@@ -68,6 +68,9 @@ void TestCmdList::colors()
     const QList<QColor> wanted{base, appData().CmdColorSetDevice, base, QColor(1, 2, 5)};
     for (int i = 0; i < 12; ++i)
         QCOMPARE(cell(i / 3, i % 3)->background().color(), wanted.at(i / 3));
+    // Black on black cannot be read, and on the usual light colours the style's own text can.
+    QCOMPARE(cell(3, 1)->foreground().color(), QColor(Qt::white));
+    QCOMPARE(cell(1, 1)->foreground(), QBrush());
 }
 
 void TestCmdList::validity()
@@ -140,11 +143,15 @@ void TestCmdList::checked()
     QCOMPARE(clicked.size(), 3);
     QCOMPARE(enabled.size(), 0);
     QCOMPARE(selected.size(), 0);
-    QTest::keyClick(m_list->table(), Qt::Key_Home);
+    // The space bar works from any cell of the row.
     QTest::keyClick(m_list->table(), Qt::Key_Up);
     QTest::keyClick(m_list->table(), Qt::Key_Space);
     QCOMPARE(m_list->currentRow(), 1);
-    QCOMPARE(enabled.takeLast().at(0).toInt(), m_list->cmdAt(1));
+    QCOMPARE(enabled.takeLast(), QVariantList({m_list->cmdAt(1), false}));
+    QTest::keyClick(m_list->table(), Qt::Key_Home);
+    QTest::keyClick(m_list->table(), Qt::Key_Up);
+    QTest::keyClick(m_list->table(), Qt::Key_Space);
+    QCOMPARE(enabled.takeLast(), QVariantList({m_list->cmdAt(0), false}));
 }
 
 void TestCmdList::hidden()
