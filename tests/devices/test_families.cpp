@@ -163,7 +163,6 @@ dev25 | sfdp_reg_read file=x addr_device=1 | HEX: x | wrong
 dev25 | unique_id_read | 0000000000000000 | valid | data=0000000000000000
 dev25 | leave | --- | valid | state=
 dev25 | leave state=? | ?-- | wrong
-dev25 | fuse_read | | wrong
 avr | leave | -300 ms, --- | valid | state= reset=true duration=-300
 avr | leave duration=300 | 300 ms, --- | wrong
 avr | lock_write | FF | valid | data=FF
@@ -174,7 +173,6 @@ dev24 | set_addr | Address: 0-0 | valid | addr=0
 dev24 | set_addr addr=6 | Address: 1-0 | valid
 dev24 | set_addr addr=8 | Address: 0-0 | wrong
 dev24 | set_addr addr=-1 | Address: 1-1 | wrong
-dev93c | char_verify | 0x00..0x7F :0xFF | valid
 )";
 
 // Chip | number of its commands | beginnings of those that a new chip brings back to its default | not one of

@@ -190,7 +190,7 @@ BenchRun runCommands(const IDevice& device, const QList<int>& ids, ScriptedPeer&
     TSerialPort port;
     BenchRun run;
     run.ok = port.open(peer.path(), QIODevice::ReadWrite);
-    port.setTimeout(300);
+    port.setTimeout(peer.hasSilence() ? 300 : 5000);
     port.setMaxData(65535);
     for (int i = 0; i < ids.size() && run.ok; ++i)
         run = runCommand(device, ids.at(i), port, hook);

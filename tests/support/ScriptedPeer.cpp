@@ -82,6 +82,7 @@ ScriptedPeer& ScriptedPeer::expectText(const QString& lines)
 {
     for (const QString& text : lines.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
         const PeerLine line(text);
+        m_hasSilence |= line.answer.isEmpty();
         expect(peerFrame(static_cast<quint8>(line.request.at(0)), line.request.mid(1)), line.answer);
     }
     return *this;

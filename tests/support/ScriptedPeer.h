@@ -51,6 +51,8 @@ public:
     ScriptedPeer& expect(const QByteArray& request, const QByteArray& reply = {});
     /// The next requests and their answers, lines of PeerLine between commas.
     ScriptedPeer& expectText(const QString& lines);
+    /// Whether one of those lines is a silence, for which a test should not wait long.
+    bool hasSilence() const { return m_hasSilence; }
     /// More bytes of the last expected request's answer, after a silence in ms.
     ScriptedPeer& send(const QByteArray& bytes, int silenceMs = 0);
     /// Behind the last answer the line goes away, as when a plug is pulled.
@@ -99,6 +101,7 @@ private:
     std::thread m_thread;
     std::atomic<bool> m_stop{false};
     int m_next = 0;
+    bool m_hasSilence = false;
     QString m_report;
     QStringList m_requests; ///< of the peer's thread until it has ended
 };
