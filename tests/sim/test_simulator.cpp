@@ -62,7 +62,6 @@ erases of another length do nothing | W25Q64JV | SPI, 04 02 000000 00 >, 04 C7 0
     03 0200 0B 00FFFF 00 > 00FF, 03 0200 0B 01FFFF 00 > FF00
 no change without write enable | W25Q64JV | SPI, 03 0000 02 000000 00 >, 03 0000 D8 000000 >,
     03 0100 0B 000000 00 > FF
-the write enable is seen and used up | W25Q64JV | SPI, 03 0000 06 >, 03 0100 05 > 02, 04 02 000000 00 >, 03 0100 05 > 00
 status registers | W25Q64JV | SPI, 03 0100 05 > 00, 03 0100 35 > 02, 03 0100 15 > 60, 04 01 1F >, 04 31 42 >,
     04 11 64 >, 03 0200 05 > 1C1C, 03 0100 35 > 42, 03 0100 15 > 64
 security registers | W25Q64JV | SPI, 04 42 002000 5AA5 >, 04 42 002000 F0 >, 03 0300 48 002000 00 > 50A5FF,
@@ -216,7 +215,6 @@ QString receiveFor(SimClient& client, const QString& expected)
 
 // Options | exit code: 2 for words that make no sense, 1 for what cannot be done.
 const char refused[] = R"(
---bogus | 2
 --chip | 2
 --baud 0 | 2
 --interface 65536 | 2
