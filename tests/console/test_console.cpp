@@ -155,7 +155,9 @@ private slots:
     void goodRun()
     {
         write({{"C", {shortDelay}}, {"Second", {longDelay}}});
-        QCOMPARE(start({"run", "test.prj"}), 0);
+        const QByteArray before = m_dir.read("projects/test.prj");
+        QCOMPARE(start({"run", "--save", "test.prj"}), 0);
+        QCOMPARE(m_dir.read("projects/test.prj"), before); // nothing has changed it
         const QRegularExpression log("^[0-9:.]{12} Delay \\(10 ms\\)\n[0-9:.]{12} Done\n$");
         QVERIFY2(log.match(m_out).hasMatch() && m_error.isEmpty(), m_out.constData());
         QCOMPARE(start({"run", "--events", "test.prj"}), 0);
