@@ -117,16 +117,15 @@ private slots:
 
     void referencesBecomePositions()
     {
-        m_dir.write(
-            "a.prj",
-            quoted("{'configurations':[{'name':'gone','commands':[{'cmd':'stop'}]},"
-                   "{'name':'second','commands':[{'cmd':'delay'}]},"
-                   "{'name':'first','commands':[{'cmd':'jamp','to_cmd':'1'},"
-                   "{'cmd':'jamp','to_cmd':'0'},{'cmd':'jamp','to_cmd':'x'},{'cmd':'execute','cfg':'1'},"
-                   "{'cmd':'execute','cfg':'0'},{'cmd':'counter','to_cmd':'1'},"
-                   "{'cmd':'auto_detect','route':'EF4017=1| C2=x=0||#no=1|EF=2'}]}]}"));
-        QCOMPARE(m_ctrl.load(m_dir.file("a.prj"), m_project), 0);
-        m_project.removeCfg(0);
+        const char* text = "{'configurations':[{'name':'second','commands':[{'cmd':'delay'}]},"
+                           "{'name':'gone','commands':[{'cmd':'stop'}]},"
+                           "{'name':'first','commands':[{'cmd':'jamp','to_cmd':'0'},"
+                           "{'cmd':'jamp','to_cmd':'1'},{'cmd':'jamp','to_cmd':'x'},"
+                           "{'cmd':'execute','cfg':'0'},{'cmd':'execute','cfg':'1'},"
+                           "{'cmd':'counter','to_cmd':'1'},"
+                           "{'cmd':'auto_detect','route':'EF4017=0| C2=x=1||#no=1|EF=2'}]}]}";
+        QCOMPARE(m_ctrl.load(m_dir.write("a.prj", quoted(text)), m_project), 0);
+        m_project.removeCfg(1);
         m_project.moveCfg(1, 0);
         const QByteArray cmd = "'status': '0', 'cmd': ";
         const QByteArray first = configuration(
