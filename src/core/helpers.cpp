@@ -98,16 +98,6 @@ bool flushToDisk(QFileDevice& device)
 #endif
 }
 
-/// The file behind a chain of symbolic links, whether it exists or not.
-QString linkTarget(const QString& file)
-{
-    QString target = file;
-    constexpr int mostLinks = 40;
-    for (int i = 0; i < mostLinks && QFileInfo(target).isSymLink(); ++i)
-        target = QFileInfo(target).symLinkTarget();
-    return target;
-}
-
 /// For a folder that takes no second file. The old content comes back when the new one does not fit.
 bool writeInPlace(const QString& file, const QByteArray& bytes, QString& error)
 {
@@ -132,7 +122,9 @@ bool writeInPlace(const QString& file, const QByteArray& bytes, QString& error)
 
 bool writeFileSafely(const QString& file, const QByteArray& bytes, QString& error)
 {
-    const QString target = linkTarget(file);
+    // Which folder would have to take the second file is known only behind the links.
+    const QString real = QFileInfo(file).canonicalFilePath();
+    const QString target = real.isEmpty() ? file : real;
     const QFileInfo info(target);
     const bool takesSecondFile = QFileInfo(info.absolutePath()).isWritable();
     if (info.exists() && (!info.isFile() || !takesSecondFile))
