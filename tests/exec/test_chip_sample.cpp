@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr int sideBySide = 12;
+constexpr int sideBySide = 4;
 constexpr int timeoutMs = 600000;    ///< for the chips that run side by side
 constexpr int commonClock = 1000000; ///< Hz, which every family has
 
