@@ -10,7 +10,7 @@
 namespace {
 
 // Far above any real list; bounds what a wrong file name in a project can make the program read.
-constexpr qint64 largestFile = 16 * 1024 * 1024;
+constexpr qint64 largestFile = 16LL * 1024 * 1024;
 
 } // namespace
 
@@ -53,7 +53,7 @@ void readPairs(const QString& file, const std::function<bool(const QString& key,
 QString deviceFolderFile(const QString& name)
 {
     const QString folder = QDir(devicesFolder()).absolutePath();
-    const QString path = absFile(folder, name);
+    QString path = absFile(folder, name);
     if (!name.contains(QLatin1Char('\\')) || QFile::exists(path))
         return path;
     const QString portable = absFile(folder, QString(name).replace(QLatin1Char('\\'), QLatin1Char('/')));

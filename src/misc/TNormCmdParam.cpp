@@ -58,7 +58,7 @@ QString fittedState(int id_cmd, bool withoutChip)
     const TDataCmd* command = project().cmdById(id_cmd);
     if (!command)
         return {};
-    const QString state = command->param(key::state).toString();
+    QString state = command->param(key::state).toString();
     const IDevice* chip = command->family();
     const TProg* prog = command->prog();
     if (!prog || (!chip && !withoutChip))
@@ -286,7 +286,7 @@ QString leaveStateAny(int id_cmd)
 
 QString textLeave(const TData& data, bool withReset)
 {
-    const QString state = leaveState(param(data, key::id_cmd).toInt());
+    QString state = leaveState(param(data, key::id_cmd).toInt());
     if (!withReset || !param(data, key::reset).toBool())
         return state;
     return QStringLiteral("%1 ms, %2").arg(QString::number(param(data, key::duration).toInt()), state);

@@ -60,9 +60,11 @@ TCmdGroup::TCmdGroup(const QString& title, QWidget* parent)
 
 void TCmdGroup::setDevice(const IDevice* device)
 {
-    const QStringList keys = device ? device->commandKeys() : QStringList();
+    QStringList keys;
     QStringList titles;
-    for (const QString& key : keys)
+    if (device)
+        keys = device->commandKeys();
+    for (const QString& key : qAsConst(keys))
         titles.append(key == cmd::separator ? QString() : device->commandTitle({{key::cmd, key}}));
     if (keys != m_keys || titles != m_titles)
         build(keys, titles);

@@ -103,7 +103,7 @@ void TDialogCmdSelector::slotSelectCmd(int id_cfg, int id_cmd)
     m_device->setDevice(command ? command->family() : nullptr);
 }
 
-void TDialogCmdSelector::slotAddCmd(QString cmd_code)
+void TDialogCmdSelector::slotAddCmd(const QString& cmd_code)
 {
     emit signalAddCmd(cmd_code, m_state->isChecked());
 }

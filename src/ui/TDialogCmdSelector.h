@@ -23,7 +23,7 @@ signals:
 public slots:
     /// The current command has changed; -1, -1 when the project closes.
     void slotSelectCmd(int id_cfg, int id_cmd);
-    void slotAddCmd(QString cmd_code);
+    void slotAddCmd(const QString& cmd_code);
     void slotClose();
 
 private:

@@ -39,7 +39,7 @@ QString TMainWindow::askListFile(int title, bool confirmOverwrite)
     dialog.setOption(QFileDialog::DontConfirmOverwrite, !confirmOverwrite);
     while (dialog.exec() == QDialog::Accepted) {
         const QString chosen = dialog.selectedFiles().value(0);
-        const QString file = withSuffix(chosen, listSuffix);
+        QString file = withSuffix(chosen, listSuffix);
         // The dialog has asked about the file that was typed, not about the one with another suffix.
         if (file == chosen || !confirmOverwrite || !QFileInfo::exists(file))
             return file;
