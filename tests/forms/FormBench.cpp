@@ -8,26 +8,9 @@
 #include "core/globals.h"
 #include "core/keys.h"
 #include "devices/TDeviceList.h"
-#include "forms/TWgtEditBase.h"
 
 #include <QCheckBox>
-#include <QComboBox>
-#include <QLineEdit>
 #include <QPushButton>
-#include <QtTest>
-
-namespace {
-
-void pressKeys(QLineEdit* line, const QStringList& keys)
-{
-    static const QHash<QString, Qt::Key> codes{
-        {"Up", Qt::Key_Up}, {"Down", Qt::Key_Down}, {"*", Qt::Key_Asterisk}};
-    line->setFocus();
-    for (const QString& key : keys)
-        QTest::keyClick(line, codes.value(key));
-}
-
-} // namespace
 
 FormBench::FormBench()
 {
@@ -46,7 +29,7 @@ void FormBench::addShippedChip(const QString& chip)
             "[AVR_SPI]\nCLK_MIN=1000\nCLK_MAX=9000000\nCLK_DEF=5000\n"
             "[I2C_EEPROM]\nCLK_MIN=1000\nCLK_MAX=400000\n");
     project().setCatalogue(&deviceList());
-    appData().PathDevices = QStringLiteral(VM_DATA_DIR "/devices");
+    appData().PathDevices = VM_DATA_DIR "/devices";
     addProg();
     add(cmd::set_device, {{key::device, chip}, {key::file, TDeviceList::deviceFiles().value(chip)}});
 }
@@ -63,8 +46,7 @@ void FormBench::open(const QString& command)
     m_form.reset(project().cmdById(idCmd)->device()->createForm(data(idCmd)));
     QVERIFY(m_form);
     connect(m_form.get(), SIGNAL(signalChangedCmdParam(TData)), this, SLOT(store(TData)));
-    m_form->show();
-    QVERIFY(QTest::qWaitForWindowActive(m_form.get())); // only then can a field have the focus
+    showActive(*m_form);
     QVERIFY(!project().isChanged());
 }
 
@@ -73,14 +55,8 @@ void FormBench::act(const QString& step)
     const QString kind = step.section(' ', 0, 0);
     const int i = step.section(' ', 1, 1).toInt();
     const QString text = step.section(' ', 2);
-    QLineEdit* line = part<TWgtEditBase>(i) ? part<TWgtEditBase>(i)->lineEdit() : nullptr;
     if (kind == "type") {
-        type(line, text);
-    } else if (kind == "leave") {
-        click(line);
-        line->clearFocus();
-    } else if (kind == "keys") {
-        pressKeys(line, text.split(' '));
+        enter(line(i), text);
     } else if (kind == "choose") {
         choose(part<QComboBox>(i), text);
     } else if (kind == "check") {
@@ -106,9 +82,7 @@ void FormBench::store(TData params)
 
 QStringList FormBench::reports()
 {
-    QStringList reports;
-    reports.swap(m_reports);
-    return reports;
+    return std::exchange(m_reports, {});
 }
 
 QString FormBench::rowText() const
@@ -124,24 +98,42 @@ void FormBench::refresh()
 void FormBench::reopen()
 {
     m_form.reset();
-    const QString file = dir().file(QStringLiteral("saved.prj"));
+    const QString file = dir().file("saved.prj");
     TCtrlProject control;
     QVERIFY(control.save(file, project()));
     QCOMPARE(control.open(file, project()), 0);
     idCmd = project().cmdsOfCfg(project().cfgIdAt(0)).last()->id();
 }
 
-void click(QWidget* field)
+void showActive(QWidget& window)
 {
-    QTest::mouseClick(field, Qt::LeftButton, {}, QPoint(6, field->height() / 2));
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
 }
 
-void type(QLineEdit* line, const QString& text)
+void click(QWidget* field)
 {
+    const int x = field->layoutDirection() == Qt::LeftToRight ? 6 : field->width() - 6;
+    QTest::mouseClick(field, Qt::LeftButton, {}, QPoint(x, field->height() / 2));
+}
+
+void type(QLineEdit* line, const QString& keys)
+{
+    static const QHash<QChar, Qt::Key> codes{
+        {'^', Qt::Key_Up}, {'v', Qt::Key_Down}, {'>', Qt::Key_End}, {'!', Qt::Key_Return}};
     click(line);
     line->selectAll();
-    QTest::keyClicks(line, text);
-    QTest::keyClick(line, Qt::Key_Return);
+    for (const QChar c : keys) {
+        if (codes.contains(c))
+            QTest::keyClick(line, codes.value(c));
+        else
+            QTest::keyClicks(line, QString(c));
+    }
+}
+
+void enter(QLineEdit* line, const QString& keys)
+{
+    type(line, keys);
     line->clearFocus();
 }
 

@@ -1,15 +1,14 @@
 #pragma once
 
 #include "forms/TFormFactory.h"
+#include "forms/TWgtEditBase.h"
 #include "support/BenchProject.h"
 
-#include <QObject>
-#include <QWidget>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QtTest>
 
 #include <memory>
-
-class QComboBox;
-class QLineEdit;
 
 /// A project whose commands are edited in their forms, as the page of the window does it: what a form
 /// reports is kept and stored.
@@ -26,13 +25,21 @@ public:
     /// Adds the command "word key=value key=value", "~" for a blank, and shows its form as a window. Nothing
     /// is reported or changed by that.
     void open(const QString& command);
-    /// One thing that a user does, by the kind and the place of what it is done with:
-    /// "type 0 text" over what stands in an edit; "leave 0", look into it and go; "keys 0 Up Down *"; "choose
-    /// 0 text" in a box, by keys; "check 0" and "press 0", a check box and a button, by mouse. A button's
-    /// text has got a "&", as some styles put it there.
+    /// One thing that a user does, by the kind and the place of what it is done with: "type 0 keys" as
+    /// enter() in an edit; "choose 0 text" in a box, by keys; "check 0" and "press 0", a check box and a
+    /// button, by mouse. A button's text has got a "&", as some styles put it there.
     void act(const QString& step);
-    template <typename T> T* part(int i = 0) const { return m_form->findChildren<T*>().value(i); }
-    QWidget* form() const { return m_form.get(); }
+    virtual QWidget* form() const { return m_form.get(); }
+    /// Of the parts that are to be seen: one that has been replaced may still be there.
+    template <typename T> T* part(int i = 0) const
+    {
+        for (T* one : form()->findChildren<T*>()) {
+            if (one->isVisible() && i-- == 0)
+                return one;
+        }
+        return nullptr;
+    }
+    template <typename T = TWgtEditBase> QLineEdit* line(int i = 0) const { return part<T>(i)->lineEdit(); }
     /// What was reported since the last call, but for id_cmd, each as "key=value key=value" in the order
     /// of the keys.
     QStringList reports();
@@ -55,9 +62,14 @@ private:
     QStringList m_reports;
 };
 
+/// Only in an active window can a line have the focus, and lose it.
+void showActive(QWidget& window);
 /// Clicks where check boxes have their box.
 void click(QWidget* field);
-/// Types text over what stands in the line and leaves it.
-void type(QLineEdit* line, const QString& text);
+/// Types over what stands in the line and stays in it. A "^" or "v" is the key Up or Down, ">" goes to the
+/// end, "!" is Return.
+void type(QLineEdit* line, const QString& keys);
+/// Types and leaves the line.
+void enter(QLineEdit* line, const QString& keys);
 /// Chooses an entry by keys; it must be there.
 void choose(QComboBox* box, const QString& text);

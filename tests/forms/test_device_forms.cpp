@@ -1,20 +1,21 @@
+#include "core/IDevice.h"
 #include "core/TAppData.h"
 #include "core/globals.h"
+#include "core/helpers.h"
 #include "core/keys.h"
 #include "devices/TDeviceList.h"
 #include "devices/form_items.h"
+#include "forms/FormBench.h"
 #include "forms/TFormDevCfg.h"
+#include "support/tables.h"
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QTabBar>
 #include <QTabWidget>
-#include <QtTest>
 
 #include <memory>
 
@@ -24,10 +25,9 @@ class TestDeviceForms : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
+    void shippedForms();
     void badLines_data();
     void badLines();
-    void shippedForms();
     void controls_data();
     void controls();
     void readOnly();
@@ -47,14 +47,6 @@ template <typename T> QList<T*> allOf(QWidget& form)
 QLineEdit* line(QWidget& form, int i)
 {
     return allOf<QLineEdit>(form).at(i);
-}
-
-void type(QLineEdit* edit, const QString& text)
-{
-    edit->setFocus();
-    edit->selectAll();
-    QTest::keyClicks(edit, text);
-    QTest::keyClick(edit, Qt::Key_Return);
 }
 
 TData last(const Changes& changes)
@@ -77,14 +69,38 @@ drawn | 8300 | 1011  | A | 8200
 drawn | 8300 | 1011  | P | 1234
 drawn | 8300 | 1011  | one | 8100
 ATmega328P fuse | 62D9FF | - | CKDIV8 - clock divided by 8 at start | E2D9FF
-ATmega328P fuse | 62D9FF | - | SPIEN - serial programming possible | 62F9FF
 ATmega328P fuse | 62D9FF | - | 05 - 2.7 V | 62D9FD
 ATmega328P fuse | 000000 | - | Factory value | 62D9FF
 ATmega328P lock | FF | - | 02 - writing blocked | FE
 W25Q64JV status_reg | FF0260 | - | 111 - whole chip | FF0260
 W25Q64JV status_reg | 000260 | - | 111 - whole chip | 1C0260
-W25Q64JV status_reg | 000260 | - | QE - quad enable | 000060
 W25Q64JV status_reg | 000260 | - | BUSY - erase or write in progress | 000260
+)";
+
+/// The lines of a form; the wrong one is marked with a "!". The first are none at all.
+constexpr char lineRows[] = R"(
+!
+frm+; ckl | 01 | - | e | - | a | tip ;frm-
+frm+;ckl|01|-|e|-|a;hor+;pnl+;grp+|g;lb|t;btn|01|21|t|tip;grp-;frm-;pnl-;hor-
+tabs+;tab+|a;lb|t;tab-;tabs-
+frm+;cbh+|01|t;cbit|01|t;ckl|01|-|e|-|a
+!frm-
+frm+;!Frm+
+frm+;!what
+frm+;!
+frm+;!ckl|01|-|e|-
+frm+;!edr|01|ro|-1
+frm+;ckl|01|-|e|-|a;!lb
+frm+;ckl|01|-|e|-|a;!grp+
+frm+;!cbtr+|01
+frm+;cbh+|01|t;!cbit|01
+frm+;!btn|01|21|t
+frm+;!btn|01|21|t|tip|more
+frm+;!cbit|01|t
+frm+;cbl+|01|t;cbl-;!cbit|01|t
+frm+;!tab+|t
+!tabs-
+frm+;frm-;!lb|t
 )";
 
 /// The form of a chip's register, or the drawn one.
@@ -98,7 +114,7 @@ TFormDevCfg* drawnForm(const QString& name, const QString& value)
         return new TFormDevCfg(7, value, "FFFF", drawn.split(';'), true);
     const QString chip = name.section(' ', 0, 0);
     const QString reg = name.section(' ', 1);
-    appData().PathDevices = QStringLiteral(VM_DATA_DIR "/devices");
+    appData().PathDevices = VM_DATA_DIR "/devices";
     TData keys;
     deviceList().factory(chip, deviceList().deviceFiles().value(chip), keys);
     return new TFormDevCfg(7, value, keys.value(reg + "_def").toString(),
@@ -117,63 +133,78 @@ void showTab(TFormDevCfg& form, const QWidget* widget)
 
 } // namespace
 
-void TestDeviceForms::initTestCase()
+/// Every form of every chip that is shipped: built without a line in the log and fit for the default, which
+/// is among the choices. What is switched there and back is as before.
+void TestDeviceForms::shippedForms()
 {
-    registerMetaTypes();
+    FormBench bench;
+    bench.addProg();
+    const int id = bench.addChip(); // stands for all: a form asks it for its programmer
+    appData().PathDevices = VM_DATA_DIR "/devices";
+    QFile::remove(fileInAppDir("log"));
+    const QStringList formless{
+        "separator", cmd::ident, cmd::erase, cmd::test_empty, cmd::test_empty_flash, cmd::test_empty_eeprom};
+    const QHash<QString, QString> files = TDeviceList::deviceFiles();
+    int drawnForms = 0;
+    for (auto file = files.begin(); file != files.end(); ++file) {
+        const std::unique_ptr<IDevice> chip(deviceList().create(file.key(), file.value()));
+        QVERIFY2(chip, qPrintable(file.key()));
+        const bool hasStatus = chip->deviceData().contains(key::status_reg_cfg);
+        for (const QString& word : chip->commandKeys()) {
+            const QString what = file.key() + ": " + word + ' ';
+            TData data{{key::id_cmd, id}, {key::cmd, word}};
+            chip->setDefaultParams(data);
+            const std::unique_ptr<QWidget> form(chip->createForm(data));
+            const bool isFormless = formless.contains(word) || (!hasStatus && word.startsWith("status_reg"));
+            QVERIFY2(bool(form) != isFormless, qPrintable(what));
+            auto* drawn = qobject_cast<TFormDevCfg*>(form.get());
+            if (!drawn)
+                continue;
+            ++drawnForms;
+            const QVariant stored = data.value(key::data); // a number where it selects registers
+            const QString value = drawn->text();
+            QVERIFY2(stored.type() != QVariant::String || value == stored, qPrintable(what));
+            for (const QComboBox* box : allOf<QComboBox>(*drawn))
+                QVERIFY2(box->currentIndex() >= 0, qPrintable(what + box->toolTip()));
+            for (QCheckBox* box : allOf<QCheckBox>(*drawn)) {
+                box->toggle();
+                QVERIFY2(drawn->text() != value, qPrintable(what + box->text()));
+                box->toggle();
+                QVERIFY2(drawn->text() == value, qPrintable(what + box->text()));
+            }
+        }
+    }
+    QVERIFY(drawnForms > 2 * files.size());
+    QVERIFY(!QFile::exists(fileInAppDir("log")));
 }
 
 void TestDeviceForms::badLines_data()
 {
-    QTest::addColumn<QStringList>("lines");
-    QTest::addColumn<int>("badLine"); // -1: good
-
-    const auto row = [](const char* lines, int bad) {
-        QTest::newRow(lines) << (*lines ? QString(lines).split(';') : QStringList()) << bad;
-    };
-    row("", 0); // an empty list
-    row("frm+; ckl | 01 | - | e | - | a | tip ;frm-", -1);
-    row("frm+;ckl|01|-|e|-|a;hor+;pnl+;grp+|g;lb|t;btn|01|21|t|tip;grp-;frm-;pnl-;hor-",
-        -1); // any closes any
-    row("tabs+;tab+|a;lb|t;tab-;tabs-", -1);
-    row("frm+;cbh+|01|t;cbit|01|t;ckl|01|-|e|-|a", -1);
-    row("frm-", 0);
-    row("frm+;Frm+", 1);
-    row("frm+;what", 1);
-    row("frm+;", 1);
-    row("frm+;ckl|01|-|e|-", 1);
-    row("frm+;edr|01|ro|-1", 1);
-    row("frm+;ckl|01|-|e|-|a;lb", 2);
-    row("frm+;ckl|01|-|e|-|a;grp+", 2);
-    row("frm+;cbtr+|01", 1);
-    row("frm+;cbh+|01|t;cbit|01", 2);
-    row("frm+;btn|01|21|t", 1);
-    row("frm+;btn|01|21|t|tip|more", 1);
-    row("frm+;cbit|01|t", 1);
-    row("frm+;cbl+|01|t;cbl-;cbit|01|t", 3);
-    row("frm+;tab+|t", 1);
-    row("tabs-", 0);
-    row("frm+;frm-;lb|t", 2);
-    for (const char* line : {"hor+", "pnl+", "grp+|t", "lb|t", "edl|01|ro|1|t", "ckr|01|-|e|-|a", "cbr+|01|t",
-                             "btn|01|21|t|t", "tab-", "cbh-", "tabs+;tab+|t;tab-;ckl|01|-|e|-|a"})
-        row(line, QString(line).count(';'));
+    QTest::addColumn<QString>("text");
+    for (const QString& row : QString(lineRows).split('\n', Qt::SkipEmptyParts))
+        QTest::newRow(qPrintable(row)) << row;
+    for (const char* outside : {"hor+", "pnl+", "grp+|t", "lb|t", "edl|01|ro|1|t", "ckr|01|-|e|-|a",
+                                "cbr+|01|t", "btn|01|21|t|t", "tab-", "cbh-"})
+        QTest::newRow(outside) << QString("!") + outside;
+    QTest::newRow("between tabs") << "tabs+;tab+|t;tab-;!ckl|01|-|e|-|a";
 }
 
 void TestDeviceForms::badLines()
 {
-    QFETCH(QStringList, lines);
-    QFETCH(int, badLine);
+    QFETCH(QString, text);
+    const int badLine = text.split(';').indexOf(QRegularExpression("^!.*"));
+    const QStringList lines = text == "!" ? QStringList() : text.remove('!').split(';');
     const TFormItems form = parseFormItems(lines);
     QCOMPARE(form.isGood, badLine < 0);
     QCOMPARE(form.badLine, lines.isEmpty() ? -1 : badLine);
     QCOMPARE(form.items.size(), badLine < 0 ? lines.size() : badLine);
 
-    const QString log = QCoreApplication::applicationDirPath() + "/test_device_forms.log";
-    QFile::remove(log);
+    QFile log(fileInAppDir("log"));
+    log.remove();
     TFormDevCfg widget(1, "FF", "FF", lines, true);
-    QFile file(log);
-    QCOMPARE(file.open(QFile::ReadOnly), badLine >= 0);
+    QCOMPARE(log.open(QFile::ReadOnly), badLine >= 0);
     if (badLine >= 0)
-        QVERIFY(file.readAll().endsWith(" error DevCfg: " + lines.value(badLine).toUtf8() + "\n"));
+        QVERIFY(log.readAll().endsWith(" error DevCfg: " + lines.value(badLine).toUtf8() + "\n"));
     // What stands before the wrong line is there and shows nothing of the value.
     const QList<QCheckBox*> boxes = allOf<QCheckBox>(widget);
     QCOMPARE(boxes.size(), lines.mid(0, badLine).filter(QRegularExpression("^ *ck[lr]")).size());
@@ -181,96 +212,49 @@ void TestDeviceForms::badLines()
         QCOMPARE(box->isChecked(), badLine < 0);
 }
 
-/// Each register that ships: its lines are good, its default is among the choices, and what is switched
-/// there and back is as before.
-void TestDeviceForms::shippedForms()
-{
-    struct
-    {
-        QLatin1String items, value;
-    } static const keys[] = {{key::fuse_cfg, key::fuse_def},
-                             {key::lock_cfg, key::lock_def},
-                             {key::status_reg_cfg, key::status_reg_def},
-                             {key::osccal_cfg, key::osccal_def}};
-    QSet<QStringList> seen;
-    appData().PathDevices = QStringLiteral(VM_DATA_DIR "/devices");
-    const QHash<QString, QString> chips = deviceList().deviceFiles();
-    for (auto it = chips.begin(); it != chips.end(); ++it) {
-        TData chip;
-        QVERIFY(deviceList().factory(it.key(), it.value(), chip));
-        for (const auto& one : keys) {
-            const QStringList items = chip.value(one.items).toStringList();
-            const QString value = chip.value(one.value).toString();
-            if (items.isEmpty() || seen.contains(items + QStringList{value}))
-                continue;
-            seen.insert(items + QStringList{value});
-            const TFormItems form = parseFormItems(items);
-            QVERIFY2(form.isGood, qPrintable(it.key() + ": " + form.badText));
-            TFormDevCfg widget(1, value, value, items, true);
-            for (const QComboBox* box : allOf<QComboBox>(widget))
-                QVERIFY2(box->currentIndex() >= 0, qPrintable(it.key() + ": " + box->toolTip()));
-            for (QCheckBox* box : allOf<QCheckBox>(widget)) {
-                box->toggle();
-                QVERIFY2(widget.text() != value, qPrintable(it.key() + ": " + box->text()));
-                box->toggle();
-                QVERIFY2(widget.text() == value, qPrintable(it.key() + ": " + box->text()));
-            }
-        }
-    }
-    QVERIFY(seen.size() > 50);
-}
-
 void TestDeviceForms::controls_data()
 {
-    QTest::addColumn<QStringList>("row");
-    const QStringList rows = QString(controlRows).split('\n', Qt::SkipEmptyParts);
-    for (const QString& row : rows)
-        QTest::newRow(qPrintable(row)) << row.split(" | ");
+    textRows(controlRows, {"form", "value", "shown", "step", "stored"});
 }
 
 void TestDeviceForms::controls()
 {
-    QFETCH(QStringList, row);
-    const QString value = row.at(1);
-    const QString step = row.at(3);
-    const QString stored = row.at(4);
-    const std::unique_ptr<TFormDevCfg> form(drawnForm(row.at(0), value));
-    form->show();
-    Changes changes(form.get(), &TFormDevCfg::signalChangedCmdParam);
-    if (row.at(0) == "drawn") {
+    QFETCH(QString, form);
+    QFETCH(QString, value);
+    QFETCH(QString, step);
+    QFETCH(QString, stored);
+    const std::unique_ptr<TFormDevCfg> drawn(drawnForm(form, value));
+    drawn->show();
+    const Changes changes(drawn.get(), &TFormDevCfg::signalChangedCmdParam);
+    if (form == "drawn") {
         QString shown;
-        for (const QCheckBox* box : allOf<QCheckBox>(*form))
+        for (const QCheckBox* box : allOf<QCheckBox>(*drawn))
             shown += box->isChecked() ? '1' : '0';
-        QCOMPARE(shown + ' ' + form->findChild<QComboBox*>()->currentText(), row.at(2));
+        QTEST((shown + ' ' + drawn->findChild<QComboBox*>()->currentText()).trimmed(), "shown");
     }
-    for (QAbstractButton* button : allOf<QAbstractButton>(*form)) {
+    for (QAbstractButton* button : allOf<QAbstractButton>(*drawn)) {
         if (button->text() != step)
             continue;
-        showTab(*form, button);
-        const int x = button->layoutDirection() == Qt::LeftToRight ? 6 : button->width() - 6;
-        QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(x, button->height() / 2));
+        showTab(*drawn, button);
+        click(button);
         QCOMPARE(changes.size(), stored == value ? 0 : 1);
     }
-    for (QComboBox* box : allOf<QComboBox>(*form)) {
-        const int wanted = box->findText(step);
-        showTab(*form, box);
-        while (wanted >= 0 && box->currentIndex() != wanted)
-            QTest::keyClick(box, box->currentIndex() < wanted ? Qt::Key_Down : Qt::Key_Up);
+    for (QComboBox* box : allOf<QComboBox>(*drawn)) {
+        showTab(*drawn, box);
+        if (box->findText(step) >= 0)
+            choose(box, step);
     }
-    QCOMPARE(changes.isEmpty(), stored == value);
     QCOMPARE(last(changes), stored == value ? TData() : (TData{{key::id_cmd, 7}, {key::data, stored}}));
-    QCOMPARE(line(*form, 0)->text(), stored);
-    if (row.at(0) == "drawn")
-        QCOMPARE(line(*form, 1)->text(), stored.right(2));
+    QCOMPARE(line(*drawn, 0)->text(), stored);
+    if (form == "drawn")
+        QCOMPARE(line(*drawn, 1)->text(), stored.right(2));
 }
 
-/// What is only read can be looked at and copied, whatever is done with it.
 void TestDeviceForms::readOnly()
 {
     TFormDevCfg form(7, "D1C2B3A495867701", "0000000000000000",
                      {"frm+", "edr|FFFFFFFFFFFFFFFF|ro|-1|Unique ID:", "frm-"}, false);
-    form.show();
-    QVERIFY(QTest::qWaitForWindowActive(&form));
+    showActive(form);
     Changes changes(&form, &TFormDevCfg::signalChangedCmdParam);
     QTest::mouseClick(form.findChild<QLabel*>(), Qt::LeftButton);
     QVERIFY(line(form, 0)->hasFocus());
@@ -284,18 +268,17 @@ void TestDeviceForms::readOnly()
 void TestDeviceForms::wholeValue()
 {
     TFormDevCfg form(7, "62D9FF", "62D9FE", {"frm+", "ckl|000001|i|e|-|A|t", "frm-"}, true);
-    form.show();
-    QVERIFY(QTest::qWaitForWindowActive(&form));
+    showActive(form);
     Changes changes(&form, &TFormDevCfg::signalChangedCmdParam);
     auto* box = form.findChild<QCheckBox*>();
     const QColor good = line(form, 0)->palette().color(QPalette::Base);
-    type(line(form, 0), "62 d9 fe");
+    enter(line(form, 0), "62 d9 fe");
     QCOMPARE(last(changes).value(key::data).toString(), QString("62D9FE"));
     QVERIFY(box->isChecked());
-    QTest::keyClick(line(form, 0), Qt::Key_Asterisk); // the default already
+    enter(line(form, 0), "*"); // the default already
     QTest::mouseClick(form.findChild<QPushButton*>(), Qt::LeftButton);
     QCOMPARE(changes.size(), 1);
-    type(line(form, 0), "62"); // no such register, shown as a fault, but the user's own
+    enter(line(form, 0), "62"); // no such register, shown as a fault, but the user's own
     QCOMPARE(last(changes).value(key::data).toString(), QString("62"));
     QVERIFY(line(form, 0)->palette().color(QPalette::Base) != good);
     const TFormDevCfg again(7, "62", "62D9FE", {"frm+"}, true); // shown filled up, and marked still
@@ -304,9 +287,7 @@ void TestDeviceForms::wholeValue()
     QCOMPARE(last(changes).value(key::data).toString(), QString("62D9FE"));
 
     // A result arrives while the user types: the controls follow, the typing stays.
-    line(form, 0)->setFocus();
-    line(form, 0)->selectAll();
-    QTest::keyClicks(line(form, 0), "12");
+    type(line(form, 0), "12");
     QVERIFY(form.updateParams({{key::id_cmd, 7}, {key::data, "000000FF"}}));
     QVERIFY(!form.updateParams({{key::id_cmd, 8}, {key::data, "FFFFFF"}}));
     QCOMPARE(form.text(), QString("000000"));
@@ -316,8 +297,7 @@ void TestDeviceForms::wholeValue()
 
 void TestDeviceForms::randomForms()
 {
-    const int runs =
-        qEnvironmentVariableIntValue("VM_FUZZ") > 0 ? qEnvironmentVariableIntValue("VM_FUZZ") : 300;
+    const int runs = qMax(300, qEnvironmentVariableIntValue("VM_FUZZ"));
     static const QStringList tags{"frm+",  "frm-", "tabs+", "tabs-", "tab+", "tab-", "hor+", "pnl+",
                                   "grp+",  "grp-", "lb",    "edl",   "edr",  "ckl",  "ckr",  "cbh+",
                                   "cbtc+", "cbl+", "cbl-",  "cbit",  "btn",  "ckl",  "cbit", ""};
