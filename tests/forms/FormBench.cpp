@@ -90,11 +90,6 @@ QString FormBench::rowText() const
     return project().cmdById(idCmd)->device()->paramsText(data(idCmd), m_form.get());
 }
 
-void FormBench::refresh()
-{
-    QVERIFY(m_factory.updateForm(m_form.get(), data(idCmd)));
-}
-
 void FormBench::reopen()
 {
     m_form.reset();
@@ -103,6 +98,11 @@ void FormBench::reopen()
     QVERIFY(control.save(file, project()));
     QCOMPARE(control.open(file, project()), 0);
     idCmd = project().cmdsOfCfg(project().cfgIdAt(0)).last()->id();
+}
+
+QLineEdit* line(const QWidget& form, int i)
+{
+    return allOf<QLineEdit>(form).at(i);
 }
 
 void showActive(QWidget& window)

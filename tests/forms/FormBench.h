@@ -10,6 +10,11 @@
 
 #include <memory>
 
+template <typename T> QList<T*> allOf(const QWidget& form)
+{
+    return form.findChildren<T*>();
+}
+
 /// A project whose commands are edited in their forms, as the page of the window does it: what a form
 /// reports is kept and stored.
 class FormBench : public QObject, public BenchProject
@@ -33,7 +38,7 @@ public:
     /// Of the parts that are to be seen: one that has been replaced may still be there.
     template <typename T> T* part(int i = 0) const
     {
-        for (T* one : form()->findChildren<T*>()) {
+        for (T* one : allOf<T>(*form())) {
             if (one->isVisible() && i-- == 0)
                 return one;
         }
@@ -45,8 +50,6 @@ public:
     QStringList reports();
     /// The text of the command's row.
     QString rowText() const;
-    /// Hands the stored parameters to the form, as the window does when somebody else has stored them.
-    void refresh();
     /// Closes the form, saves the project and opens it again; the command is the last of the first
     /// configuration.
     void reopen();
@@ -62,6 +65,7 @@ private:
     QStringList m_reports;
 };
 
+QLineEdit* line(const QWidget& form, int i = 0);
 /// Only in an active window can a line have the focus, and lose it.
 void showActive(QWidget& window);
 /// Clicks where check boxes have their box.

@@ -1,5 +1,3 @@
-#include "core/IDevice.h"
-#include "core/TDataCmd.h"
 #include "core/TDataPrj.h"
 #include "core/globals.h"
 #include "core/keys.h"
@@ -13,7 +11,6 @@
 
 #include <QApplication>
 #include <QPushButton>
-#include <QSignalSpy>
 
 /// The forms of all commands but the drawn ones, worked as a user works them.
 class TestCommandForms : public QObject
@@ -23,8 +20,7 @@ class TestCommandForms : public QObject
 private slots:
     void edits_data();
     void edits();
-    void noBlocks();
-    void noParameters();
+    void nothingToEdit();
     void programmer();
     void targets();
     void commandLine();
@@ -105,7 +101,7 @@ void TestCommandForms::edits()
     QTEST(bench.rowText(), "text");
     QApplication::setCursorFlashTime(0);
     const QImage picture = bench.form()->grab().toImage();
-    bench.refresh();
+    QVERIFY(qobject_cast<TFormCommand*>(bench.form())->updateParams(bench.data(bench.idCmd)));
     QCOMPARE(bench.form()->grab().toImage(), picture);
     QTEST(bench.rowText(), "text");
     QCOMPARE(bench.reports(), QStringList());
@@ -113,8 +109,11 @@ void TestCommandForms::edits()
     QTEST(bench.rowText(), "text");
 }
 
-void TestCommandForms::noBlocks()
+void TestCommandForms::nothingToEdit()
 {
+    FormBench bench;
+    const std::unique_ptr<QWidget> empty(TDev93C("", {}).createForm({{key::cmd, "unlock"}}));
+    QVERIFY(empty && empty->children().isEmpty());
     // The chip is smaller than the block.
     TFormDevEraseBlocks form({{key::size, 65536}, {key::begin, 0}, {key::count, 1}}, {4096, 65536}, 2000);
     showActive(form);
@@ -125,13 +124,6 @@ void TestCommandForms::noBlocks()
     QCOMPARE(changes.size(), 0);
     QTest::keyClick(form.findChild<QComboBox*>(), Qt::Key_Up);
     QCOMPARE(changes.last().first().value<TData>().value(key::count).toInt(), 0);
-}
-
-void TestCommandForms::noParameters()
-{
-    FormBench bench;
-    const std::unique_ptr<QWidget> form(TDev93C("", {}).createForm({{key::cmd, "unlock"}}));
-    QVERIFY(form && form->children().isEmpty());
 }
 
 void TestCommandForms::programmer()
