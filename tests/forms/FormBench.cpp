@@ -36,12 +36,7 @@ void FormBench::addShippedChip(const QString& chip)
 
 void FormBench::open(const QString& command)
 {
-    TData params;
-    QStringList words = command.split(' ');
-    const QString word = words.takeFirst();
-    for (const QString& pair : qAsConst(words))
-        params[pair.section('=', 0, 0)] = pair.section('=', 1).replace('~', ' ');
-    idCmd = add(word, params);
+    idCmd = add(command);
     project().clearChanged();
     m_form.reset(project().cmdById(idCmd)->device()->createForm(data(idCmd)));
     QVERIFY(m_form);
@@ -78,11 +73,6 @@ void FormBench::store(TData params)
     m_reports << keys.join(' ');
     params[key::id_cmd] = idCmd;
     project().setCmdParam(idCmd, project().cmdById(idCmd)->device()->normalizeParams(params));
-}
-
-QStringList FormBench::reports()
-{
-    return std::exchange(m_reports, {});
 }
 
 QString FormBench::rowText() const

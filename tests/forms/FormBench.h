@@ -3,10 +3,10 @@
 #include "forms/TFormFactory.h"
 #include "forms/TWgtEditBase.h"
 #include "support/BenchProject.h"
+#include "support/tables.h"
 
 #include <QComboBox>
 #include <QLineEdit>
-#include <QtTest>
 
 #include <memory>
 
@@ -27,8 +27,8 @@ public:
 
     /// Puts a programmer and a chip of the shipped list before the next command.
     void addShippedChip(const QString& chip);
-    /// Adds the command "word key=value key=value", "~" for a blank, and shows its form as a window. Nothing
-    /// is reported or changed by that.
+    /// Adds the command, written as for add(), and shows its form as a window. Nothing is reported or changed
+    /// by that.
     void open(const QString& command);
     /// One thing that a user does, by the kind and the place of what it is done with: "type 0 keys" as
     /// enter() in an edit; "choose 0 text" in a box, by keys; "check 0" and "press 0", a check box and a
@@ -47,7 +47,7 @@ public:
     template <typename T = TWgtEditBase> QLineEdit* line(int i = 0) const { return part<T>(i)->lineEdit(); }
     /// What was reported since the last call, but for id_cmd, each as "key=value key=value" in the order
     /// of the keys.
-    QStringList reports();
+    QStringList reports() { return std::exchange(m_reports, {}); }
     /// The text of the command's row.
     QString rowText() const;
     /// Closes the form, saves the project and opens it again; the command is the last of the first

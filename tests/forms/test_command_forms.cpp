@@ -7,7 +7,6 @@
 #include "forms/TFormDevEraseBlocks.h"
 #include "forms/TPortBox.h"
 #include "forms/TWgtEditFileName.h"
-#include "support/tables.h"
 
 #include <QApplication>
 #include <QPushButton>
@@ -26,8 +25,6 @@ private slots:
     void commandLine();
     void countedWhileEdited();
 };
-
-namespace {
 
 /// chip, or "-", or "list" for a programmer with listed frequencies | command as stored | what the user does
 /// | what is reported | the command's row | tool tips of the fields and the buttons at first, if told
@@ -52,7 +49,7 @@ ATmega328P | set_clk clk=5000 | type 0 v; press 0; type 0 99999999999 | clk=4999
 W25Q64 | erase_blocks size=4096 begin=200 count=9999 | type 1; choose 0 32 Kbyte; type 0 250; type 1 *v; choose 0 64 Kbyte | begin=200 count=56 size=32768; begin=250 count=6 size=32768; begin=250 count=5 size=32768; begin=127 count=1 size=65536 | 0x7F0000..0x7FFFFF (64 Kbyte) | 0..2047; 1..1848; Default: 0; Default: 1848
 W25Q64 | test_empty_blocks size=123 begin=0 count=1 | type 0 1; choose 0 4 Kbyte | begin=0 count=1 size=4096 | 0x00..0xFFF (4 Kbyte)
 W25Q64 | char_write addr_device=0 count=99999999 fill_char=255 | type 4 0x100; type 4 0xA5; type 0 0x7FFFF0; press 1; press 2 | addr_device=0 count=99999999 fill_char=165; addr_device=8388592 count=16 fill_char=165; addr_device=8388592 count=16 fill_char=255 | 0x7FFFF0..0x7FFFFF :0xFF | 0x00..0x7FFFFF; 0..8388607; 0x01..0x800000; 1..8388608; 0x00..0xFF; 0..255; Default: 0x00 [0]; Default: 0x800000 [8388608]; Default: 0xFF [255]
-W25Q64 | char_write addr_device=here count=1e3 fill_char=0x41 | type 1; type 5 7; type 2 5; press 0 | addr_device=here count=1e3 fill_char=7; addr_device=here count=5 fill_char=7; addr_device=0 count=5 fill_char=7 | 0x00..0x04 :0x07
+W25Q64 | char_write addr_device=here count=1e3 fill_char=4x | type 1; type 5 7; type 2 5; press 0 | addr_device=here count=1e3 fill_char=7; addr_device=here count=5 fill_char=7; addr_device=0 count=5 fill_char=7 | 0x00..0x04 :0x07
 W25Q64 | data_write addr_device=16 data=00~0 | type 2; type 2 ab c; type 1 99999999; press 0 | addr_device=16 data=ABC; addr_device=8388607 data=ABC; addr_device=0 data=ABC | 0x00..0x01 :ABC
 W25Q64 | file_write file=a format=hex addr_file=77 addr_device=0 count=8388608 | type 0 1; type 2 0x10; choose 0 BIN; type 0 0x20 | addr_device=16 addr_file=77 count=8388592 file=a format=HEX; addr_device=16 addr_file=77 count=8388592 file=a format=BIN; addr_device=16 addr_file=32 count=8388592 file=a format=BIN | BIN: a
 ATmega328P | flash_file_read file=a format=ihex addr_file=0 addr_device=99999 count=0 | type 2; type 3 100 | addr_device=100 addr_file=0 count=1 file=a format=ihex | IHEX: a
@@ -63,8 +60,6 @@ ATmega328P | fuse_write data=62D9FF | check 2 | data=62D8FF | 62D8FF
 W25Q64 | security_reg_erase data=5 | check 1 | data=07 | Registers: 111
 AT24C02 | set_addr addr=1 | check 0; check 2 | data=05; data=04 | Address: 100
 )";
-
-} // namespace
 
 void TestCommandForms::edits_data()
 {

@@ -7,7 +7,6 @@
 #include "devices/form_items.h"
 #include "forms/FormBench.h"
 #include "forms/TFormDevCfg.h"
-#include "support/tables.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -256,11 +255,10 @@ void TestDeviceForms::wholeValue()
     TFormDevCfg form(7, "62D9FF", "62D9FE", {"frm+", "ckl|000001|i|e|-|A|t", "frm-"}, true);
     showActive(form);
     QSignalSpy changes(&form, &TFormDevCfg::signalChangedCmdParam);
-    auto* box = form.findChild<QCheckBox*>();
     const QColor good = line(form)->palette().color(QPalette::Base);
     enter(line(form), "62 d9 fe");
     QCOMPARE(last(changes).value(key::data).toString(), QString("62D9FE"));
-    QVERIFY(box->isChecked());
+    QVERIFY(form.findChild<QCheckBox*>()->isChecked());
     enter(line(form), "*"); // the default already
     QTest::mouseClick(form.findChild<QPushButton*>(), Qt::LeftButton);
     QCOMPARE(changes.size(), 1);

@@ -9,7 +9,6 @@
 #include "forms/TWgtEditStrHex.h"
 #include "forms/TWgtLabelBtn.h"
 #include "forms/TWgtLabelComboBox.h"
-#include "support/tables.h"
 
 #include <QPushButton>
 #include <QWheelEvent>
@@ -30,8 +29,6 @@ private slots:
     void fileName();
     void comboIgnoresWheel();
 };
-
-namespace {
 
 /// kind of field, of 5 to 100 and 7 by default | what is stored | what is typed, one after the other | what
 /// is reported | what is shown at first and after each step, with a "?" if marked. What is stored and does
@@ -61,8 +58,6 @@ dec64 | 1.5 | | | 1.5? 1.5?
 double | 1e1 | | | 10.0 10.0
 double | nan | ^ | 5 | nan? 5.0
 )";
-
-} // namespace
 
 void TestEdits::number_data()
 {
@@ -129,7 +124,6 @@ void TestEdits::pairFollows()
     QTest::mouseClick(box.button(), Qt::LeftButton);
     QCOMPARE(line(box)->text() + line(box, 1)->text(), QString("0xFF255"));
     line(box, 1)->clearFocus();
-    QCOMPARE(spy.size(), 3);
     box.setValue(3);
     QCOMPARE(spy.size(), 3);
 }
@@ -197,13 +191,12 @@ void TestEdits::comboIgnoresWheel()
     QWidget page;
     TWgtLabelComboBox row("Label", QBoxLayout::LeftToRight, &page);
     TComboBox& box = *row.box();
-    TComboBox other(&page);
     QSignalSpy spy(&row, &TWgtLabelComboBox::signalChange);
     const QColor pink = box.palette().color(QPalette::Base);
     box.addItems({"a", "b", "c"});
     QVERIFY(box.palette().color(QPalette::Base) != pink);
     showActive(page);
-    other.setFocus();
+    page.setFocus();
     const auto wheel = [&box] {
         QWheelEvent event(QPointF(5, 5), box.mapToGlobal(QPoint(5, 5)), QPoint(), QPoint(0, -120),
                           Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);

@@ -2,7 +2,6 @@
 #include "core/TDataCmd.h"
 #include "core/TDataPrj.h"
 #include "core/globals.h"
-#include "core/keys.h"
 #include "forms/FormBench.h"
 #include "ui/TFormHost.h"
 #include "ui/TWgtCmdList.h"
@@ -15,7 +14,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableWidget>
-#include <QTimer>
 #include <QToolButton>
 
 /// Forms in the page of the project's panel: what they change around them, and what a run changes under
@@ -98,11 +96,7 @@ void answer(const std::function<void(QDialog&)>& use)
 /// Types a name into the list of names and takes it.
 void chooseName(QPushButton* button, const QString& name)
 {
-    answer([name](QDialog& dialog) {
-        QTest::keyClicks(dialog.findChild<QLineEdit*>(), name);
-        QTest::keyClick(dialog.findChild<QLineEdit*>(), Qt::Key_Down);
-        QTest::keyClick(dialog.findChild<QLineEdit*>(), Qt::Key_Return);
-    });
+    answer([name](QDialog& dialog) { type(line(dialog), name + "v!"); });
     click(button);
 }
 
