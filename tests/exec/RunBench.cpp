@@ -23,19 +23,17 @@ void RecordingView::slotExecEventText(TCodeExec code, QString text1, QString tex
 RunBench::RunBench()
 {
     registerMetaTypes();
-    lang().load(QStringLiteral(VM_DATA_DIR "/language/eng.lng"));
+    lang().load(VM_DATA_DIR "/language/eng.lng");
     appData() = TAppData();
-    appData().PathDevices = QStringLiteral(VM_DATA_DIR "/devices");
+    appData().PathDevices = VM_DATA_DIR "/devices";
     appData().PathProgs = m_dir.path();
     // The shipped description, but with a short patience, so that silence costs a test no seconds.
-    QFile shipped(QStringLiteral(VM_DATA_DIR "/progs/simulator.cfg"));
+    QFile shipped(VM_DATA_DIR "/progs/simulator.cfg");
     if (shipped.open(QIODevice::ReadOnly))
-        m_dir.write(QStringLiteral("simulator.cfg"),
-                    shipped.readAll().replace("TimeOut=5000", "TimeOut=400"));
-    appData().progTypes.append(QStringLiteral("Simulator"), QStringLiteral("simulator.cfg"));
+        m_dir.write("simulator.cfg", shipped.readAll().replace("TimeOut=5000", "TimeOut=400"));
+    appData().progTypes.append("Simulator", "simulator.cfg");
     project().reset();
-    project().fromData(
-        {{key::prj_file, m_dir.file(QStringLiteral("bench.prj"))}, {key::work_path, m_dir.path()}});
+    project().fromData({{key::prj_file, m_dir.file("bench.prj")}, {key::work_path, m_dir.path()}});
     m_control = std::make_unique<TRunControl>([this](int id) { return &view(id); });
 }
 
@@ -49,7 +47,7 @@ RunBench::~RunBench()
 
 void RunBench::addProgrammer(const QString& alias, const QString& port)
 {
-    appData().progNames.append(alias, true, port, QStringLiteral("Simulator"));
+    appData().progNames.append(alias, true, port, "Simulator");
 }
 
 int RunBench::addCfg(const QString& name)
@@ -59,10 +57,10 @@ int RunBench::addCfg(const QString& name)
 
 int RunBench::addCmd(int id_cfg, const QString& text, const QVariantList& keyValues)
 {
-    TData data = textParams(text.section(QLatin1Char(' '), 1));
+    TData data = textParams(text.section(' ', 1));
     data[key::id_cfg] = id_cfg;
     data[key::status] = 1;
-    data[key::cmd] = text.section(QLatin1Char(' '), 0, 0);
+    data[key::cmd] = text.section(' ', 0, 0);
     for (int i = 0; i + 1 < keyValues.size(); i += 2)
         data.insert(keyValues.at(i).toString(), keyValues.at(i + 1));
     return project().addCmd(data, -1);

@@ -31,8 +31,8 @@ public:
             return false;
         }
         id = QString::fromLatin1(payload);
-        m_errorText = QStringLiteral("unreadable");
-        return id != QLatin1String("?");
+        m_errorText = "unreadable";
+        return id != "?";
     }
 };
 
@@ -51,13 +51,13 @@ constexpr char model[] =
 TData textParams(const QString& text)
 {
     TData data;
-    for (const QString& word : text.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
-        const QString key = word.section(QLatin1Char('='), 0, 0);
-        QString value = word.section(QLatin1Char('='), 1).replace(QLatin1Char('~'), QLatin1Char(' '));
-        if (value.startsWith(QLatin1String("0x")))
+    for (const QString& word : text.split(' ', Qt::SkipEmptyParts)) {
+        const QString key = word.section('=', 0, 0);
+        QString value = word.section('=', 1).replace('~', ' ');
+        if (value.startsWith("0x"))
             value = QString::number(value.toLongLong(nullptr, 16));
-        if (key == key::erase_blocks || key.endsWith(QLatin1String("_cfg")))
-            data.insert(key, value.split(QLatin1Char(','), Qt::SkipEmptyParts));
+        if (key == key::erase_blocks || key.endsWith("_cfg"))
+            data.insert(key, value.split(',', Qt::SkipEmptyParts));
         else
             data.insert(key, value);
     }
@@ -66,7 +66,7 @@ TData textParams(const QString& text)
 
 QByteArray BenchChip::deviceParamBlock(const TData&) const
 {
-    return QByteArray::fromHex(deviceValue(QStringLiteral("block")).toByteArray());
+    return QByteArray::fromHex(deviceValue("block").toByteArray());
 }
 
 IDeviceExec* BenchChip::createExec(const TData& data) const
@@ -81,12 +81,12 @@ BenchProject::BenchProject(const QByteArray& textPrefix, const QList<int>& withP
     appData().PathDevices = m_dir.path();
     appData().PathProgs = m_dir.path();
     appData().ProgDefault = 0;
-    appData().progTypes.append(QStringLiteral("Model"), QStringLiteral("model.cfg"));
-    setPort(QStringLiteral("no-such-port"));
+    appData().progTypes.append("Model", "model.cfg");
+    setPort("no-such-port");
     setProg({});
     project().setCatalogue(this);
-    project().setFile(m_dir.file(QStringLiteral("bench.prj")));
-    addCfg(QStringLiteral("First"));
+    project().setFile(m_dir.file("bench.prj"));
+    addCfg("First");
 }
 
 BenchProject::~BenchProject()
@@ -99,16 +99,16 @@ BenchProject::~BenchProject()
 
 void BenchProject::setPort(const QString& port)
 {
-    appData().progNames.append(QStringLiteral("bench"), true, port, QStringLiteral("Model"));
+    appData().progNames.append("bench", true, port, "Model");
 }
 
 void BenchProject::setProg(const QByteArray& lines)
 {
     static int version = 0;
     // A settings file that changes within its time stamp is not read again: each gets a name of its own.
-    const QString name = QStringLiteral("model%1.cfg").arg(++version);
+    const QString name = QString("model%1.cfg").arg(++version);
     m_dir.write(name, QByteArray(model).replace(' ', '\n') + lines);
-    appData().progTypes.append(QStringLiteral("Model"), name);
+    appData().progTypes.append("Model", name);
 }
 
 int BenchProject::addCfg(const QString& name)
@@ -119,12 +119,12 @@ int BenchProject::addCfg(const QString& name)
 
 int BenchProject::add(const QString& text, const TData& params)
 {
-    TData data = textParams(text.section(QLatin1Char(' '), 1));
+    TData data = textParams(text.section(' ', 1));
     for (auto it = params.begin(); it != params.end(); ++it)
         data[it.key()] = it.value();
     data[key::id_cfg] = m_cfg;
     data[key::status] = true;
-    data[key::cmd] = text.section(QLatin1Char(' '), 0, 0);
+    data[key::cmd] = text.section(' ', 0, 0);
     const int id = project().addCmd(data, -1);
     project().bindAll();
     return id;
@@ -132,13 +132,12 @@ int BenchProject::add(const QString& text, const TData& params)
 
 int BenchProject::addProg()
 {
-    return add(cmd::set_prog, {{key::prog, QStringLiteral("bench")}});
+    return add(cmd::set_prog, {{key::prog, "bench"}});
 }
 
 int BenchProject::addChip()
 {
-    return add(cmd::set_device,
-               {{key::device, QStringLiteral("chip")}, {key::file, QStringLiteral("chip.dev")}});
+    return add(cmd::set_device, {{key::device, "chip"}, {key::file, "chip.dev"}});
 }
 
 TData BenchProject::data(int id_cmd) const
@@ -159,19 +158,19 @@ BenchRun runCommand(const IDevice& device, int id_cmd, TSerialPort& port, const 
     run.cur_cmd = id_cmd;
     const std::unique_ptr<IDeviceExec> exec(device.createExec(command->toData()));
     QObject::connect(exec.get(), &IDeviceExec::signalEventText, [&run](TCodeExec code, const QString& text) {
-        run.events.append(QStringLiteral("%1:%2").arg(QString::number(code), text));
+        run.events.append(QString("%1:%2").arg(QString::number(code), text));
     });
     QObject::connect(exec.get(), &IDeviceExec::signalEventProc, [&](int percent) {
         run.percents.append(percent);
         if (hook)
             hook(*exec, percent);
     });
-    const auto noteStart = [&run](int id) { run.events.append(QStringLiteral("start:%1").arg(id)); };
+    const auto noteStart = [&run](int id) { run.events.append(QString("start:%1").arg(id)); };
     if (const auto* tools = qobject_cast<TDevToolsExec*>(exec.get()))
         QObject::connect(tools, &TDevToolsExec::signalExecuteFromCmd, noteStart);
     if (const auto* prog = qobject_cast<TDevProgExec*>(exec.get()))
         QObject::connect(prog, &TDevProgExec::signalExecuteFromCmd, noteStart);
-    if (command->cmd() == QLatin1String("readChipId")) {
+    if (command->cmd() == "readChipId") {
         QString id;
         run.ok = exec->readChipId(&port, id);
         project().cmdById(id_cmd)->setParam({{key::data, id}});

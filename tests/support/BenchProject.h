@@ -23,10 +23,7 @@ public:
     using TDevTools::TDevTools;
 
     bool hasCommand(const QString&) const override { return true; }
-    bool checkDeviceParams(const TData&) const override
-    {
-        return deviceValue(QStringLiteral("good")).toBool();
-    }
+    bool checkDeviceParams(const TData&) const override { return deviceValue("good").toBool(); }
     QByteArray deviceParamBlock(const TData& data) const override;
     IDeviceExec* createExec(const TData& data) const override;
 };
