@@ -56,6 +56,7 @@ ATmega328P | flash_file_read file=a format=ihex addr_file=0 addr_device=99999 co
 W25Q64 | leave state=L? | choose 1 H (output - high); press 1 | state=L--; state=LI-; state=LL-; state=LH-; state=III | III
 ATmega328P | leave state=L reset=true duration=100 | choose 0 H (output - high); type 0 -2000; type 0 *; check 0 | duration=100 reset=true state=H--; duration=-1000 reset=true state=H--; duration=-400 reset=true state=H--; duration=-400 reset=false state=H-- | H-- | -1000..-10 ms; Default: -400 ms; - (not change); I (input); L (output - low); H (output - high)
 ATmega328P | leave state=LLL reset=true duration=long | type 0; choose 0 H (output - high) | duration=long reset=true state=HLL | 0 ms, HLL
+ATmega328P | leave state=LLL reset=false duration=5 | check 0 | duration=-10 reset=true state=LLL | -10 ms, LLL
 ATmega328P | fuse_write data=62D9FF | check 2 | data=62D8FF | 62D8FF
 W25Q64 | security_reg_erase data=5 | check 1 | data=07 | Registers: 111
 AT24C02 | set_addr addr=1 | check 0; check 2 | data=05; data=04 | Address: 100
