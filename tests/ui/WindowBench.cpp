@@ -2,7 +2,7 @@
 
 #include "core/IDevice.h"
 #include "core/IFormFactory.h"
-#include "core/TDataCfg.h"
+#include "core/TSettings.h"
 #include "core/helpers.h"
 #include "core/settingsRows.h"
 #include "core/startup.h"
@@ -21,8 +21,11 @@
 
 namespace {
 
-QJsonObject command(const QString& text)
+QJsonObject command(QString text)
 {
+    text.replace("PROG", "set_prog prog=Simulator alt_enabled=false");
+    text.replace("FLASH", "set_device device=W25Q64 file=spi-flash/W25Q64FV.dev clk=4000000");
+    text.replace("AVR", "set_device device=ATmega328P file=avr/ATmega328P.dev clk=100000 data=");
     QStringList parts = text.simplified().split(' ');
     const QString word = parts.takeFirst();
     const bool checked = !word.startsWith('!');
@@ -137,27 +140,25 @@ bool& WindowBench::question(const QString& key)
     return appData().*std::get<bool TAppData::*>(row->field);
 }
 
-void WindowBench::writeProject(const QString& name, const QString& configs) const
+void WindowBench::addNode(const QString& name, const QString& configs, int parent)
 {
     QJsonArray content;
-    for (const QString& config : configs.split("; ")) {
+    for (const QString& config : configs.split("; ", Qt::SkipEmptyParts)) {
         QJsonArray commands;
         for (const QString& text : config.section(": ", 1).split(',', Qt::SkipEmptyParts))
             commands.append(command(text));
         content.append(QJsonObject{{"name", config.section(':', 0, 0)}, {"commands", commands}});
     }
-    m_dir.write("projects/" + name, file("configurations", content));
-}
-
-void WindowBench::addNode(const QString& name, const QString& file, int parent)
-{
-    m_nodes.append(QJsonObject{{"parent", parent}, {"expand", 1}, {"name", name}, {"file", file}});
+    const QString project = configs.isEmpty() ? QString() : name.toLower() + ".prj";
+    if (!project.isEmpty())
+        m_dir.write("projects/" + project, file("configurations", content));
+    m_nodes.append(QJsonObject{{"parent", parent}, {"expand", 1}, {"name", name}, {"file", project}});
 }
 
 void WindowBench::open()
 {
     m_window.reset();
-    if (listBytes().isEmpty())
+    if (m_dir.read("projects/test.lst").isEmpty())
         m_dir.write("projects/test.lst", file("list", m_nodes));
     m_window = std::make_unique<TMainWindow>();
     m_window->show();
@@ -167,32 +168,20 @@ void WindowBench::open()
 
 void WindowBench::openSamples(const QString& name)
 {
-    writeProject("one.prj", "A: delay value=0, pause, stop; B: delay value=1, delay value=2");
-    writeProject("two.prj", "C: jamp to_cmd=1, stop, !pause");
-    writeProject("sub.prj", "D: stop");
-    addNode("One", "one.prj");
-    addNode("Two", "two.prj");
-    addNode("Sub", "sub.prj", m_nodes.size());
-    addNode("Group", "");
+    addNode("One", "A: delay value=0, pause, stop; B: delay value=1, delay value=2");
+    addNode("Two", "C: jamp to_cmd=1, stop, !pause");
+    addNode("Sub", "D: stop", m_nodes.size());
+    addNode("Group");
     open();
-    show(name);
+    if (!name.isEmpty())
+        play('@' + name);
 }
 
 void WindowBench::openWith(const QString& configs)
 {
-    writeProject("main.prj", configs);
-    addNode("Main", "main.prj");
+    addNode("Main", configs);
     open();
-    show("Main");
-}
-
-void WindowBench::show(const QString& name)
-{
-    if (name.isEmpty())
-        return;
-    clickNode(name);
-    prj().focusTable();
-    settle();
+    play("@Main");
 }
 
 bool WindowBench::close()
@@ -201,6 +190,52 @@ bool WindowBench::close()
     (void)QTest::qWaitFor([this] { return !m_window->isWaitingForRuns(); });
     settle();
     return !m_window->isVisible();
+}
+
+bool WindowBench::play(const QString& steps)
+{
+    for (const QString& step : steps.split(", ")) {
+        if (!take(step)) {
+            qWarning().noquote() << "Cannot be done:" << step;
+            return false;
+        }
+        settle();
+    }
+    return true;
+}
+
+bool WindowBench::take(const QString& step)
+{
+    const QChar kind = step.at(0);
+    const QString rest = step.mid(1);
+    if (kind == '@') {
+        clickNode(rest);
+        prj().focusTable();
+    } else if (step == "#-") {
+        prj().setCurrentRow(-1);
+    } else if (kind == '#') {
+        clickRow(rest.toInt());
+    } else if (kind == '+' || kind == '-') {
+        const QStringList names = rest.split(' ');
+        return std::all_of(names.begin(), names.end(),
+                           [&](const QString& name) { return action(name)->isEnabled() == (kind == '+'); });
+    } else {
+        typed = step.split(' ');
+        const QString name = typed.takeFirst();
+        m_typedFile = typed.isEmpty() ? QString() : m_dir.file("projects/" + typed.first());
+        return trigger(action(name));
+    }
+    return true;
+}
+
+QAction* WindowBench::action(const QString& name) const
+{
+    const QKeySequence keys = TSettings(fileInAppDir("hk")).readKeySequence("HotKeyMain/" + name);
+    for (QAction* action : m_window->actions()) {
+        if (!keys.isEmpty() && action->shortcuts().contains(keys))
+            return action;
+    }
+    qFatal("There is no action %s", qPrintable(name));
 }
 
 void WindowBench::clickNode(const QString& name)
@@ -222,9 +257,8 @@ void WindowBench::clickRow(int row, int column)
     settle();
 }
 
-bool WindowBench::trigger(TMainAction id)
+bool WindowBench::trigger(QAction* action)
 {
-    QAction* action = m_window->action(id);
     if (!action->isEnabled())
         return false;
     action->trigger();
@@ -267,12 +301,6 @@ QString WindowBench::configs()
     return other.isEmpty() ? modelText() : other;
 }
 
-QString WindowBench::after(TMainAction id, const QStringList& texts)
-{
-    typed = texts;
-    return trigger(id) ? configs() : QString("off");
-}
-
 QString WindowBench::difference()
 {
     const bool isIdle = m_window->runs()->isIdle();
@@ -303,6 +331,7 @@ QString WindowBench::difference()
 
 QString WindowBench::fileDifference() const
 {
+    // Not by a second model: the ids of configurations and commands are counted for one.
     QStringList stored;
     for (const QJsonValue& config : entries(project().file(), "configurations")) {
         QStringList words;
@@ -347,7 +376,7 @@ void WindowBench::answer()
         boxes.append(isOurs ? box->text() : "A strange box");
         QTest::keyClick(box, yes ? Qt::Key_Return : Qt::Key_Escape);
     } else if (auto* files = qobject_cast<QFileDialog*>(modal)) {
-        const QString name = std::exchange(typedFile, QString());
+        const QString name = std::exchange(m_typedFile, QString());
         files->findChild<QLineEdit*>("fileNameEdit")->setText(name);
         QMetaObject::invokeMethod(files, name.isEmpty() ? "reject" : "accept");
     } else if (auto* dialog = qobject_cast<QDialog*>(modal)) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/TAppData.h"
+#include "core/TDataCfg.h"
 #include "core/TDataCmd.h"
 #include "core/TDataPrj.h"
 #include "core/globals.h"
@@ -23,28 +24,25 @@
 
 /// The main window on a folder of its own, with a user that answers every box and dialog. The process-wide
 /// project and settings are put back by each new object. All questions are off until a test wants them.
-///
-/// Commands are written as in "set_prog prog=Simulator alt_enabled=false": word, then parameters; "!" in
-/// front of the word is an unchecked command.
 class WindowBench
 {
 public:
     WindowBench();
     ~WindowBench();
-    WindowBench(const WindowBench&) = delete;
-    WindowBench& operator=(const WindowBench&) = delete;
+    Q_DISABLE_COPY(WindowBench)
 
     const TestDir& dir() const { return m_dir; }
     /// The switch of a question, by its key in the settings file.
     static bool& question(const QString& key);
-    /// A project file in the list's folder. Configurations are "Name: command, command; Name: command".
-    void writeProject(const QString& file, const QString& configs) const;
-    /// A node of the list, parent counted from 1.
-    void addNode(const QString& name, const QString& file, int parent = 0);
+    /// A node of the list, below another one by its number from 1, and its project file, named as the node in
+    /// lower case; a group without configurations. These are "Name: command, command; Name: command", and a
+    /// command is a word and its parameters, as in "delay value=5"; "!" in front makes an unchecked one.
+    /// PROG, FLASH and AVR stand for the commands that set the simulated programmer and a chip.
+    void addNode(const QString& name, const QString& configs = QString(), int parent = 0);
     /// The window, shown, on the list of the nodes so far; the next time, on what the window before left.
     void open();
-    /// The same on three more nodes with a project each: "One", "Two", and below "Two" the node "Sub"; and on
-    /// a group "Group". Shows the one of that name.
+    /// The same on four more nodes: "One", "Two", below it "Sub", and a group "Group". Shows the one of that
+    /// name.
     void openSamples(const QString& name = QString());
     /// Opens the only project of a list with these configurations, the table with the focus.
     void openWith(const QString& configs);
@@ -53,23 +51,26 @@ public:
 
     TMainWindow& window() { return *m_window; }
     TWgtPrj& prj() { return *m_window->prj(); }
-    /// Clicks a node and gives its table the focus; nothing without a name.
-    void show(const QString& name);
+    /// Does one step after the other, with ", " between them, and stops where one cannot be done:
+    /// "@Two" clicks a node and gives its table the focus, "#2" clicks a row, "#-" leaves no row current;
+    /// "+PrjNew PrjAdd" and "-PrjNew" see that actions are on or off; and "PrjNew Name file" triggers an
+    /// action and types in its dialog, or gives the file to its file dialog. Actions are named as in the
+    /// file of hot keys. A dialog for which nothing is typed is cancelled.
+    bool play(const QString& steps);
+    /// The configurations after such steps; "off" if they could not be done.
+    QString after(const QString& steps) { return play(steps) ? configs() : "off"; }
     /// Clicks a node of the tree, and lets its project open.
     void clickNode(const QString& name);
     /// Column 0 turns the check mark.
     void clickRow(int row, int column = 1);
     /// Triggers an action as its menu does; false when it is disabled.
-    bool trigger(TMainAction id);
+    bool trigger(QAction* action);
     void click(TMainButton id, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-    bool isEnabled(TMainAction id) { return m_window->action(id)->isEnabled(); }
     static void settle();
     bool waitIdle(int timeoutMs = 20000);
 
     /// The configurations, like "A: stop; B: pause !stop". What the panels show instead, if they differ.
     QString configs();
-    /// The same after an action, with what is typed in its dialog; "off" if it is disabled.
-    QString after(TMainAction id, const QStringList& texts = {});
     /// What differs between the model and the panels; empty when they agree.
     QString difference();
     /// What differs between the model and its file.
@@ -81,7 +82,6 @@ public:
     QTableWidget* table(int index) { return prj().tabAt(index)->cmdList()->table(); }
     QString status() const { return m_window->statusLine()->text(); }
     QString log(int index);
-    QByteArray listBytes() const { return m_dir.read("projects/test.lst"); }
 
     /// How questions are answered.
     bool yes = true;
@@ -91,14 +91,15 @@ public:
     QStringList typed;
     /// Done in the next dialog that is no box, which is accepted then.
     std::function<void(QDialog&)> inDialog;
-    /// Set to a file to be given to the next file dialog.
-    QString typedFile;
 
 private:
+    bool take(const QString& step);
+    QAction* action(const QString& name) const;
     void answer();
 
     TestDir m_dir{TestDir::Empty};
     QTimer m_user;
     QJsonArray m_nodes;
+    QString m_typedFile;
     std::unique_ptr<TMainWindow> m_window;
 };

@@ -2,11 +2,17 @@
 
 namespace {
 
-const QString flash = "set_device device=W25Q64 file=spi-flash/W25Q64FV.dev clk=4000000";
-const QString prog = "set_prog prog=Simulator alt_enabled=false";
-
-/// Instead of the row to copy: all that are checked.
-constexpr int checkedRows = 99;
+/// A text of the window by its number, and what is filled in: "135:Delay"; or the text's beginning.
+void compareTold(const WindowBench& bench, const QString& told)
+{
+    const QString said = bench.boxes.isEmpty() ? bench.status() : bench.boxes.last();
+    QStringList parts = told.split(':');
+    bool isNumber = false;
+    QString text = langText(parts.takeFirst().toInt(&isNumber));
+    for (const QString& part : parts)
+        text = text.arg(part);
+    QVERIFY2(isNumber ? said == text : said.startsWith(told), qPrintable(said));
+}
 
 } // namespace
 
@@ -16,270 +22,204 @@ class TestOperations : public QObject
     Q_OBJECT
 
 private slots:
-    /// The texts are there before the tables are made.
+    /// The texts are there before they are asked for.
     void initTestCase() { const WindowBench bench; }
     void commands_data();
     void commands();
     void questions_data();
     void questions();
-    void pasteElsewhereLosesReferences();
-    void configurations();
+    void references_data();
+    void references();
     void deletedJampTargetTurnsRed();
-    void newAndAddedProjects();
-    void copiedAndEditedProjects();
-    void deletedProjects();
+    void projects_data();
+    void projects();
     void lists();
 };
 
 void TestOperations::commands_data()
 {
-    tableColumns<QString, int, int, int, QString, int, QString>("configs", "copied", "row", "action", "after",
-                                                                "current", "told");
-    const QString b = "; B: stop";
-    const QString one = "A: delay value=0, !pause, stop";
-    const QString three = one + b;
-    const QString chips =
-        "A: " + prog + "," + flash + ", ident, delay value=0, erase, set_vcc vcc=3.3," + flash + ", ident";
-    const QString kept = "A: set_prog set_device ident delay erase set_vcc set_device ident";
-    const auto add = [](const char* name, const QString& configs, int copied, int row, TMainAction action,
-                        const QString& after, int current, const QString& told = QString()) {
-        tableRow(name, configs, copied, row, int(action), after, current, told);
-    };
-    const QString same = "A: delay !pause stop" + b;
-    add("delete first", three, -1, 0, maCmdDeleteCur, "A: !pause stop" + b, 0, langText(135).arg("Delay"));
-    add("delete last", three, -1, 2, maCmdDeleteCur, "A: delay !pause" + b, 1, langText(135).arg("Stop"));
-    add("delete none", three, -1, -1, maCmdDeleteCur, same, -1);
-    add("delete checked", three, -1, 1, maCmdDeleteSelected, "A: !pause" + b, 0, langText(138));
-    add("delete checked, none", "A: !stop" + b, -1, 0, maCmdDeleteSelected, "A: !stop" + b, 0, langText(136));
-    add("delete all", three, -1, 1, maCmdDeleteAll, "A: " + b, -1, langText(152).arg("A"));
-    add("delete all, one tab", one, -1, 1, maCmdDeleteAll, "A: ", -1, langText(151));
-    add("check all", three, -1, 0, maCmdCheckAll, "A: delay pause stop" + b, 0);
-    add("uncheck all", three, -1, 0, maCmdUncheckAll, "A: !delay !pause !stop" + b, 0);
-    add("up from first", three, -1, 0, maCmdMoveUp, same, 0);
-    add("down from first", three, -1, 0, maCmdMoveDown, "A: !pause delay stop" + b, 1);
-    add("up from last", three, -1, 2, maCmdMoveUp, "A: delay stop !pause" + b, 1);
-    add("down from last", three, -1, 2, maCmdMoveDown, same, 2);
-    add("up from none", three, -1, -1, maCmdMoveUp, same, -1);
-    add("paste behind first", three, 2, 0, maCmdPaste, "A: delay stop !pause stop" + b, 1,
-        langText(132).arg("Stop"));
-    add("paste behind last", three, 0, 2, maCmdPaste, "A: delay !pause stop delay" + b, 3,
-        langText(132).arg("Delay"));
-    add("paste, none current", three, 2, -1, maCmdPaste, "A: stop delay !pause stop" + b, 0);
-    add("paste more", three, checkedRows, 1, maCmdPaste, "A: delay !pause delay stop stop" + b, 2,
-        langText(133));
-    add("new behind first", three, -1, 0, maCmdNewSetProg, "A: delay set_prog !pause stop" + b, 1);
-    add("two new", three, -1, 2, maCmdNewSetProgDevice, "A: delay !pause stop set_prog set_device" + b, 4);
-    add("new, none current", three, -1, -1, maCmdNewSetDevice, "A: delay !pause stop set_device" + b, 3);
-    add("invalid", chips + ", fuse_read; B: erase", -1, 0, maCmdDeleteError, kept + "; B: erase", 0,
-        langText(144).arg("A"));
-    add("invalid, one tab", "A: stop, set_vcc vcc=3.3", -1, 0, maCmdDeleteError, "A: stop", 0, langText(143));
-    add("none invalid", "A: stop; B: erase", -1, 0, maCmdDeleteError, "A: stop; B: erase", 0,
-        langText(140).arg("A"));
-    add("none invalid, one tab", "A: stop", -1, 0, maCmdDeleteError, "A: stop", 0, langText(139));
-    // From a command in the middle, back to its chip and on to the next one.
-    add("of device", chips + b, -1, 3, maCmdDeleteDev,
-        "A: set_prog set_device delay set_vcc set_device ident" + b, 1, langText(148).arg("W25Q64"));
-    add("of device, none", "A: " + prog + "," + flash + ", stop", -1, 2, maCmdDeleteDev,
-        "A: set_prog set_device stop", 2, langText(146).arg("W25Q64"));
-    add("no device above", chips + b, -1, 0, maCmdDeleteDev, kept + b, 0, langText(145).arg("Set Device"));
+    textRows(R"(
+#0, CmdDeleteCur | A: !pause stop; B: stop | 0 | 135:Delay
+#2, CmdDeleteCur | A: delay !pause; B: stop | 1 | 135:Stop
+#-, -CmdDeleteCur CmdCopyOne | A: delay !pause stop; B: stop | -1
+#1, CmdDeleteSelected | A: !pause; B: stop | 0 | 138
+#0, CmdUncheckAll, CmdDeleteSelected | A: !delay !pause !stop; B: stop | 0 | 136
+#1, CmdDeleteAll | A: ; B: stop | -1 | 152:A
+#1, CmdDeleteAll | A: | -1 | 151 | A: delay value=0, stop
+#0, CmdCheckAll | A: delay pause stop; B: stop | 0
+#0, -CmdMoveUp | A: delay !pause stop; B: stop | 0
+#0, CmdMoveDown | A: !pause delay stop; B: stop | 1
+#2, CmdMoveUp | A: delay stop !pause; B: stop | 1
+#2, -CmdMoveDown | A: delay !pause stop; B: stop | 2
+#-, CmdMoveUp | A: delay !pause stop; B: stop | -1
+#2, CmdCopyOne, #0, CmdPaste | A: delay stop !pause stop; B: stop | 1 | 132:Stop
+#0, CmdCopyOne, #2, CmdPaste | A: delay !pause stop delay; B: stop | 3 | 132:Delay
+#2, CmdCopyOne, #-, CmdPaste | A: stop delay !pause stop; B: stop | 0
+#0, CmdCopySelected | A: delay !pause stop; B: stop | 0 | 129
+#0, CmdCopySelected, #1, CmdPaste | A: delay !pause delay stop stop; B: stop | 2 | 133
+#0, CmdNewSetProg | A: delay set_prog !pause stop; B: stop | 1
+#2, CmdNewSetProgDevice | A: delay !pause stop set_prog set_device; B: stop | 4
+#-, CmdNewSetDevice | A: delay !pause stop set_device; B: stop | 3
+#0, CmdDeleteError | A: set_prog set_device stop set_vcc; B: erase | 0 | 144:A
+ | A: PROG, FLASH, fuse_nothing, stop, fuse_nothing, set_vcc vcc=3.3; B: erase
+#0, CmdDeleteError | A: stop | 0 | 143 | A: stop, set_vcc vcc=3.3
+#0, CmdDeleteError | A: stop; B: erase | 0 | 140:A | A: stop; B: erase
+#0, CmdDeleteError | A: stop | 0 | 139 | A: stop
+#3, CmdDeleteDev | A: set_prog set_device delay set_vcc set_device ident | 1 | 148:W25Q64
+ | A: PROG, FLASH, ident, delay value=0, erase, set_vcc vcc=3.3, FLASH, ident
+#2, CmdDeleteDev | A: set_prog set_device stop | 2 | 146:W25Q64 | A: PROG, FLASH, stop
+#0, CmdDeleteDev | A: set_prog set_device ident | 0 | 145:Set Device | A: PROG, FLASH, ident
+CfgNew New | A: delay !pause stop; New: ; B: stop | -1 | 118:New
+CfgNew New, CmdNewSetProg | A: delay !pause stop; New: set_prog; B: stop | 0
+CfgNew | A: delay !pause stop; B: stop | 0
+CfgEdit R&D | R&D: delay !pause stop; B: stop | 0
+CfgCopy, CfgPasteNew New | A: delay !pause stop; New: delay !pause stop; B: stop | 0 | 123
+CfgNew New, CfgDelete | A: delay !pause stop; B: stop | 0 | 125:New
+)",
+             {"steps", "after", "current", "told", "configs"});
 }
 
 void TestOperations::commands()
 {
     QFETCH(QString, configs);
-    QFETCH(int, copied);
-    QFETCH(int, row);
-    QFETCH(int, action);
+    QFETCH(QString, steps);
+    QFETCH(QString, current);
     QFETCH(QString, told);
     WindowBench bench;
-    bench.openWith(configs);
-    if (copied >= 0) {
-        bench.clickRow(copied == checkedRows ? 0 : copied);
-        QVERIFY(bench.trigger(copied == checkedRows ? maCmdCopySelected : maCmdCopy));
-    }
-    if (row >= 0)
-        bench.clickRow(row);
-    else
-        bench.prj().setCurrentRow(-1);
-    bench.settle();
-    bench.trigger(TMainAction(action));
-    QTEST(bench.configs(), "after");
-    QTEST(bench.prj().currentRow(), "current");
-    if (!told.isEmpty())
-        QCOMPARE(bench.boxes.isEmpty() ? bench.status() : bench.boxes.last(), told);
-    QVERIFY(bench.trigger(maPrjSave));
+    bench.openWith(configs.isEmpty() ? "A: delay value=0, !pause, stop; B: stop" : configs);
+    QTEST(bench.after(steps).trimmed(), "after");
+    QCOMPARE(bench.prj().currentRow(), current.toInt());
+    compareTold(bench, told);
+    QVERIFY(bench.play("PrjSave"));
     QCOMPARE(bench.fileDifference(), QString());
 }
 
 void TestOperations::questions_data()
 {
-    tableColumns<int, QString>("action", "text");
-    const auto add = [](const char* key, TMainAction action, const QString& text) {
-        tableRow(key, int(action), text);
-    };
-    add("ProjectSave", maPrjSave, langText(112).arg("Main"));
-    add("ProjectDeleteCur", maPrjDelete, langText(113).arg("Main"));
-    add("ProjectDeleteSubAll", maPrjDeleteSubAll, langText(115).arg("Main"));
-    add("ConfigDeleteCur", maCfgDelete, langText(124).arg("A%5&"));
-    add("CmdInsertProg", maCmdNewSetProg, langText(127).arg("Set Prog"));
-    add("CmdInsertDevice", maCmdNewSetDevice, langText(127).arg("Set Device"));
-    add("CmdInsertProgDevice", maCmdNewSetProgDevice, langText(126).arg("Set Prog", "Set Device"));
-    add("CmdPaste", maCmdPaste, langText(131));
-    add("CmdDeleteCur", maCmdDeleteCur, langText(134).arg("Identification"));
-    add("CmdDeleteSelected", maCmdDeleteSelected, langText(137));
-    add("CmdDeleteError", maCmdDeleteError, "Delete all invalid commands of the configuration \"A%5&\"?");
-    add("CmdDeleteDev", maCmdDeleteDev, langText(147).arg("W25Q64"));
-    add("CmdDeleteAll", maCmdDeleteAll, "Delete all commands of the configuration \"A%5&\"?");
-    add("ProjectsListReload", maPrjListReload, langText(95));
-    add("ExecConfig", maExecCfg, langText(385).arg("A%5&"));
-    add("ExecReset", maExecReset, langText(383));
+    textRows(R"(
+ProjectSave | PrjSave | 112:Main
+ProjectDeleteCur | PrjDeleteCur | 113:Main
+ProjectDeleteSubAll | PrjDeleteSubAll | 115:Main
+ConfigDeleteCur | CfgDelete | 124:A%5&
+CmdInsertProg | CmdNewSetProg | 127:Set Prog
+CmdInsertDevice | CmdNewSetDevice | 127:Set Device
+CmdInsertProgDevice | CmdNewSetProgDevice | 126:Set Prog:Set Device
+CmdPaste | CmdPaste | 131
+CmdDeleteCur | CmdDeleteCur | 134:Identification
+CmdDeleteSelected | CmdDeleteSelected | 137
+CmdDeleteError | CmdDeleteError | 142:A%5&
+CmdDeleteDev | CmdDeleteDev | 147:W25Q64
+CmdDeleteAll | CmdDeleteAll | 150:A%5&
+ProjectsListReload | PrjListReload | 95
+ExecConfig | ExecCfg1 | 385:A%5&
+ExecReset | ExecReset | 383
+Quit | Quit | 89
+)",
+             {"key", "action", "question"});
 }
 
 /// Each question stands behind its own switch; No leaves everything as it was.
 void TestOperations::questions()
 {
-    QFETCH(int, action);
-    QFETCH(QString, text);
-    const QString key = QString("Confirmation/") + QTest::currentDataTag();
-    const QString avr = "set_device device=ATmega328P file=avr/ATmega328P.dev clk=100000 data=";
+    QFETCH(QString, key);
+    QFETCH(QString, action);
+    QFETCH(QString, question);
     WindowBench bench;
-    bench.writeProject("main.prj", "A%5&: " + prog + "," + (action == maExecReset ? avr : flash) +
-                                       ", ident, fuse_nothing; B: stop");
-    bench.addNode("Main", "main.prj");
-    bench.addNode("Below", "below.prj", 1);
+    const QString chip = action == "ExecReset" ? "AVR" : "FLASH";
+    bench.addNode("Main", "A%5&: PROG, " + chip + ", ident, fuse_nothing; B: stop");
+    bench.addNode("Below", "C: stop", 1);
     bench.open();
-    bench.clickNode("Main");
-    bench.clickRow(2);
-    QVERIFY(bench.trigger(maCmdCopySelected));
+    QVERIFY(bench.play("@Main, #2, CmdCopySelected"));
     const QString before = bench.configs();
-    bench.question(key) = true;
+    bool& isAsked = bench.question("Confirmation/" + key);
+    isAsked = true;
     bench.yes = false;
-    QCOMPARE(bench.after(TMainAction(action)), before);
-    QCOMPARE(bench.boxes, QStringList{text});
+    QCOMPARE(bench.after(action), before);
+    compareTold(bench, question);
     QCOMPARE(bench.nodeNames(), QString("Main .Below"));
     QVERIFY(!project().isChanged() && bench.log(0).isEmpty());
 
-    bench.question(key) = false;
-    QVERIFY(bench.trigger(TMainAction(action)));
+    isAsked = false;
+    QVERIFY(bench.play(action) && bench.waitIdle());
     QCOMPARE(bench.boxes.size(), 1);
-    QVERIFY(bench.waitIdle());
     QCOMPARE(bench.difference(), QString());
 }
 
-/// Copied within a project, commands keep what they refer to.
-void TestOperations::pasteElsewhereLosesReferences()
+/// What commands refer to: it is kept by copies in a project that stays open.
+void TestOperations::references_data()
 {
-    for (const bool wholeCfg : {false, true}) {
-        for (const bool elsewhere : {false, true}) {
-            WindowBench bench;
-            bench.writeProject("refs.prj", "R: jamp to_cmd=2, execute cfg=0, auto_detect route=EF4017=0");
-            bench.addNode("Refs", "refs.prj");
-            bench.openSamples("Refs");
-            bench.clickRow(0);
-            QVERIFY(bench.trigger(wholeCfg ? maCfgCopy : maCmdCopySelected));
-            QCOMPARE(bench.status(), wholeCfg ? langText(121).arg("R") : langText(129));
-            if (elsewhere)
-                bench.clickNode("Sub");
-            bench.clickRow(0);
-            const int place = wholeCfg ? project().cmdCount() : 1;
-            const QString all = bench.after(wholeCfg ? maCfgPaste : maCmdPaste, {"New"});
-            QVERIFY2(all.contains("jamp execute auto_detect") && all.contains("New") == wholeCfg,
-                     qPrintable(all));
-            const auto value = [&](int i, const QString& key) {
-                return project().cmdAt(place + i)->param(key);
-            };
-            QCOMPARE(value(0, key::to_cmd).toInt(), elsewhere ? -1 : 2);
-            QCOMPARE(value(1, key::cfg).toInt(), elsewhere ? -1 : 0);
-            QCOMPARE(value(2, key::route).toString(), QString(elsewhere ? "" : "EF4017=0"));
-        }
-    }
+    textRows(R"(
+CmdCopySelected, #2, CmdPaste | 2 0 EF4017=0 2 0 EF4017=0
+CfgCopy, CfgPasteNew New | 2 0 EF4017=0 2 0 EF4017=0
+CmdCopySelected, @Sub, CmdPaste | -1 -1
+CfgCopy, @Sub, CfgPasteNew New | -1 -1
+CmdCopySelected, @Sub, @Refs, #2, CmdPaste | 2 0 EF4017=0 -1 -1
+)",
+             {"steps", "after"});
 }
 
-void TestOperations::configurations()
+void TestOperations::references()
 {
+    QFETCH(QString, steps);
     WindowBench bench;
-    bench.openWith("A: stop; B: pause");
-    QCOMPARE(bench.after(maCfgNew, {"New"}), QString("A: stop; New: ; B: pause"));
-    QCOMPARE(bench.prj().currentIndex(), 1);
-    QCOMPARE(bench.status(), langText(118).arg("New"));
-    QCOMPARE(bench.after(maCmdNewSetProg), QString("A: stop; New: set_prog; B: pause"));
-    QCOMPARE(bench.after(maCfgEdit, {"R&D"}), QString("A: stop; R&D: set_prog; B: pause"));
-    QVERIFY(bench.trigger(maCfgCopy));
-    QCOMPARE(bench.after(maCfgPaste, {"P"}), QString("A: stop; R&D: set_prog; P: set_prog; B: pause"));
-    QCOMPARE(bench.after(maCfgDelete), QString("A: stop; R&D: set_prog; B: pause"));
-    QCOMPARE(bench.status(), langText(125).arg("P"));
-    // A cancelled dialog changes nothing.
-    QCOMPARE(bench.after(maCfgNew), QString("A: stop; R&D: set_prog; B: pause"));
-    QVERIFY(bench.trigger(maPrjSave));
-    QCOMPARE(bench.fileDifference(), QString());
+    bench.addNode("Refs", "R: jamp to_cmd=2, execute cfg=0, auto_detect route=EF4017=0");
+    bench.openSamples("Refs");
+    QVERIFY(bench.play(steps));
+    QStringList values;
+    for (const TDataCmd* command : project().cmdList()) {
+        for (const QString& reference : {QString(key::to_cmd), QString(key::cfg), QString(key::route)})
+            values.append(command->param(reference).toString());
+    }
+    QTEST(values.join(' ').simplified(), "after");
 }
 
 void TestOperations::deletedJampTargetTurnsRed()
 {
     WindowBench bench;
     bench.openWith("A: jamp to_cmd=1, stop; B: jamp to_cmd=1");
-    bench.clickRow(1);
-    QVERIFY(bench.trigger(maCmdDeleteCur));
+    QVERIFY(bench.play("#1, CmdDeleteCur"));
     for (int tab : {0, 1})
         QCOMPARE(bench.table(tab)->item(0, 1)->foreground().color(), QColor(Qt::red));
 }
 
-void TestOperations::newAndAddedProjects()
+/// No file is written over by a new or a pasted project, or goes with its node.
+void TestOperations::projects_data()
 {
-    WindowBench bench;
-    bench.openSamples("One");
-    QCOMPARE(bench.after(maPrjNew, {"Fresh", "fresh"}), QString("Config: "));
-    QCOMPARE(bench.nodeNames(), QString("One Fresh Two .Sub Group"));
-    QVERIFY(project().file().endsWith("fresh.prj"));
-    bench.clickNode("Two");
-    QCOMPARE(bench.after(maPrjAddSub, {"Child", "sub.prj"}), QString("D: stop"));
-    // An existing file is taken as it is.
-    QCOMPARE(bench.after(maPrjNewSub, {"Again", "sub.prj"}), QString("D: stop"));
-    QVERIFY(bench.trigger(maPrjAdd));
-    bench.after(maPrjNew, {"No", "missing/folder/x.prj"});
-    QVERIFY2(bench.status().contains("x.prj"), qPrintable(bench.status()));
-    QCOMPARE(bench.nodeNames(), QString("One Fresh Two .Sub .Child ..Again Group"));
-    QCOMPARE(bench.listDifference(), QString());
+    textRows(R"(
+PrjNew Fresh fresh | One Fresh Two .Sub Group | Config:
+PrjAdd | One Two .Sub Group | A: delay pause stop; B: delay delay
+CmdMoveDown, PrjAdd Gone gone.prj, -CfgNew | One Gone Two .Sub Group | | Cannot open the project file
+CmdMoveDown, PrjAdd Bad bad.prj, -CfgNew | One Bad Two .Sub Group | | Wrong format of the project file
+@Two, PrjAddSub Child sub.prj | One Two .Sub .Child Group | D: stop
+@Two, PrjNewSub Child sub.prj | One Two .Sub .Child Group | D: stop
+PrjNew No missing/x.prj | One Two .Sub Group | A: delay pause stop; B: delay delay | missing/x.prj
+PrjCopy, PrjPasteNew Bad two.prj | One Two .Sub Group | A: delay pause stop; B: delay delay | two.prj
+PrjCopy, PrjPasteNew Bad two.prj, @Two | One Two .Sub Group | C: jamp stop !pause
+PrjCopy, PrjPasteNewSub Copy copy | One .Copy Two .Sub Group | A: delay pause stop; B: delay delay | 111:One
+PrjEdit Uno one.prj, PrjSave | Uno Two .Sub Group | A: delay pause stop; B: delay delay | 85:Uno
+PrjEdit One sub.prj | One Two .Sub Group | D: stop
+@Two, PrjDeleteSubAll | One Two Group | C: jamp stop !pause | 116:Two
+@Group, PrjDeleteCur | One Two .Sub | C: jamp stop !pause | 114:Group
+@Two, PrjDeleteSubAll, PrjDeleteCur, PrjAdd Two two.prj | One Group Two | C: jamp stop !pause
+@Sub, PrjDeleteCur, PrjDeleteCur, PrjDeleteCur, PrjDeleteCur, -PrjDeleteCur CfgNew | |
+)",
+             {"steps", "nodes", "configs", "told"});
 }
 
-void TestOperations::copiedAndEditedProjects()
+void TestOperations::projects()
 {
+    QFETCH(QString, steps);
+    QFETCH(QString, told);
     WindowBench bench;
+    bench.dir().write("projects/bad.prj", "{ not a project");
     bench.openSamples("One");
-    QVERIFY(bench.trigger(maPrjCopy));
-    QCOMPARE(bench.window().action(maPrjPasteNew)->text(), QString("Paste project [One]"));
-    // Pasting never writes over a file.
-    const QByteArray two = bench.dir().read("projects/two.prj");
-    bench.after(maPrjPasteNew, {"Bad", "two.prj"});
-    QVERIFY(bench.status().contains("two.prj"));
-    QCOMPARE(bench.dir().read("projects/two.prj"), two);
-    bench.after(maPrjPasteNewSub, {"Copy", "copy"});
-    QCOMPARE(bench.nodeNames(), QString("One .Copy Two .Sub Group"));
-    QCOMPARE(bench.dir().read("projects/copy.prj"), bench.dir().read("projects/one.prj"));
-    QCOMPARE(bench.status(), langText(111).arg("One"));
-
-    QCOMPARE(bench.after(maPrjEdit, {"Renamed", "copy.prj"}).left(2), QString("A:"));
-    QCOMPARE(project().name(), QString("Renamed"));
-    QCOMPARE(bench.after(maPrjEdit, {"Renamed", "sub.prj"}), QString("D: stop"));
-    QCOMPARE(bench.nodeNames(), QString("One .Renamed Two .Sub Group"));
-    QCOMPARE(bench.listDifference(), QString());
-}
-
-void TestOperations::deletedProjects()
-{
-    WindowBench bench;
-    bench.openSamples("Two");
-    QVERIFY(bench.after(maPrjDeleteSubAll).startsWith("C:"));
-    QCOMPARE(bench.nodeNames(), QString("One Two Group"));
-    QVERIFY(bench.trigger(maPrjDelete));
-    QCOMPARE(bench.nodeNames(), QString("One Group"));
-    QCOMPARE(bench.status(), langText(114).arg("Two"));
-    // The project that is shown is that of the node that is current now.
-    QCOMPARE(project().isOpen(), !bench.window().prjList()->nodePath().isEmpty());
-    QVERIFY(QFile::exists(bench.dir().file("projects/two.prj")));
-    bench.clickNode("One");
-    QVERIFY(bench.trigger(maPrjDelete) && bench.trigger(maPrjDelete) && !bench.trigger(maPrjDelete));
-    QVERIFY(bench.nodeNames().isEmpty() && !project().isOpen());
+    // The report that this one was saved must not hide what is wrong with the next one.
+    appData().AutoSavePrj = true;
+    QVERIFY(bench.play(steps));
+    QTEST(bench.nodeNames(), "nodes");
+    QTEST(bench.configs().trimmed(), "configs");
+    compareTold(bench, told);
+    QVERIFY(!project().isOpen() || project().file() == bench.window().prjList()->nodePath());
     QCOMPARE(bench.listDifference(), QString());
 }
 
@@ -287,46 +227,40 @@ void TestOperations::lists()
 {
     WindowBench bench;
     bench.openSamples("One");
-    const QByteArray old = bench.listBytes();
-    const auto withFile = [&](TMainAction action, const QString& name) {
-        bench.typedFile = bench.dir().file("projects/" + name);
-        return bench.trigger(action);
-    };
+    const auto list = [&] { return bench.dir().read("projects/test.lst"); };
+    const auto listFile = [&] { return bench.window().prjList()->listFile(); };
+    QByteArray old = list();
     // The list that is open is not emptied under its own nodes.
-    QVERIFY(withFile(maPrjListNew, "test.lst"));
-    QCOMPARE(bench.listBytes(), old);
-    QVERIFY(project().isOpen());
+    QVERIFY(bench.play("PrjListNew test.lst"));
+    QCOMPARE(list(), old);
     // What was moved is in the file when another list takes its place.
     TTreeWidget* tree = bench.window().prjList()->tree();
     tree->addTopLevelItem(tree->takeTopLevelItem(0));
-    QVERIFY(withFile(maPrjListNew, "fresh"));
-    QVERIFY(bench.window().prjList()->listFile().endsWith("fresh.lst"));
-    QVERIFY(bench.nodeNames().isEmpty() && !project().isOpen());
+    QVERIFY(bench.play("PrjListNew fresh"));
+    QVERIFY(listFile().endsWith("fresh.lst") && bench.nodeNames().isEmpty() && !project().isOpen());
     // Copies: a new one, and none over a file that is there.
-    QVERIFY(withFile(maPrjListSaveAs, "copy.lst"));
-    QVERIFY(QFile::exists(bench.dir().file("projects/copy.lst")));
-    bench.boxes.clear();
-    const QByteArray left = bench.listBytes();
-    QVERIFY(withFile(maPrjListSaveAs, "test.lst"));
-    QCOMPARE(bench.listBytes(), left);
-    QCOMPARE(bench.boxes.size(), 1);
+    old = list();
+    QVERIFY(bench.play("PrjListSaveAs copy.lst"));
+    const QString copy = bench.dir().file("projects/copy.lst");
+    QVERIFY(QFile::exists(copy) && bench.boxes.size() == 1);
+    QVERIFY(bench.play("PrjListSaveAs test.lst"));
+    QCOMPARE(list(), old);
+    QCOMPARE(bench.boxes.size(), 2);
     bench.dir().write("projects/bad.lst", "{ no list");
-    QVERIFY(withFile(maPrjListLoad, "bad.lst"));
+    QVERIFY(bench.play("PrjListLoad bad.lst, -PrjNew PrjListReload"));
     QVERIFY(bench.boxes.last().contains("bad.lst"));
-    QVERIFY(!bench.isEnabled(maPrjNew) && !bench.isEnabled(maPrjListReload));
-    QVERIFY(withFile(maPrjListLoad, "test.lst"));
+    QVERIFY(bench.play("PrjListLoad test.lst"));
     QCOMPARE(bench.nodeNames(), QString("Two .Sub Group One"));
-    bench.dir().write("projects/test.lst", QByteArray(left).replace("One", "Uno"));
-    QVERIFY(bench.trigger(maPrjListReload));
+    bench.dir().write("projects/test.lst", old.replace("One", "Uno"));
+    QVERIFY(bench.play("PrjListReload"));
     QCOMPARE(bench.nodeNames(), QString("Two .Sub Group Uno"));
     // From the list of lists: first there is none.
-    QVERIFY(bench.trigger(maPrjListSelect));
+    QVERIFY(bench.play("PrjListSelect"));
     QVERIFY2(bench.boxes.last().contains("vm.lpl"), qPrintable(bench.boxes.last()));
-    const QString copy = bench.dir().file("projects/copy.lst");
     bench.dir().write("vm.lpl", "{\"list\": [{\"name\": \"Copy\", \"file\": \"" + copy.toUtf8() + "\"}]}");
     bench.inDialog = [](QDialog& dialog) { dialog.findChild<QTableWidget*>()->selectRow(0); };
-    QVERIFY(bench.trigger(maPrjListSelect));
-    QCOMPARE(bench.window().prjList()->listFile(), copy);
+    QVERIFY(bench.play("PrjListSelect"));
+    QCOMPARE(listFile(), copy);
     QCOMPARE(appData().PrjListName + " " + appData().PrjListFile, "Copy " + copy);
 }
 
