@@ -222,7 +222,6 @@ bool WindowBench::take(const QString& step)
     } else {
         typed = step.split(' ');
         const QString name = typed.takeFirst();
-        m_typedFile = typed.isEmpty() ? QString() : m_dir.file("projects/" + typed.first());
         return trigger(action(name));
     }
     return true;
@@ -288,9 +287,9 @@ void WindowBench::settle()
     }
 }
 
-bool WindowBench::waitIdle(int timeoutMs)
+bool WindowBench::waitIdle()
 {
-    const bool idle = QTest::qWaitFor([this] { return m_window->runs()->isIdle(); }, timeoutMs);
+    const bool idle = QTest::qWaitFor([this] { return m_window->runs()->isIdle(); }, 20000);
     settle();
     return idle;
 }
@@ -376,8 +375,8 @@ void WindowBench::answer()
         boxes.append(isOurs ? box->text() : "A strange box");
         QTest::keyClick(box, yes ? Qt::Key_Return : Qt::Key_Escape);
     } else if (auto* files = qobject_cast<QFileDialog*>(modal)) {
-        const QString name = std::exchange(m_typedFile, QString());
-        files->findChild<QLineEdit*>("fileNameEdit")->setText(name);
+        const QString name = std::exchange(typed, {}).value(0);
+        files->findChild<QLineEdit*>("fileNameEdit")->setText(m_dir.file("projects/" + name));
         QMetaObject::invokeMethod(files, name.isEmpty() ? "reject" : "accept");
     } else if (auto* dialog = qobject_cast<QDialog*>(modal)) {
         const QStringList texts = std::exchange(typed, {});

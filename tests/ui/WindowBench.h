@@ -67,7 +67,8 @@ public:
     bool trigger(QAction* action);
     void click(TMainButton id, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     static void settle();
-    bool waitIdle(int timeoutMs = 20000);
+    /// Until no run is left; false when that takes too long.
+    bool waitIdle();
 
     /// The configurations, like "A: stop; B: pause !stop". What the panels show instead, if they differ.
     QString configs();
@@ -87,7 +88,8 @@ public:
     bool yes = true;
     /// Texts of the boxes so far.
     QStringList boxes;
-    /// What is typed in the fields of the next dialog, from the top; an empty list cancels it.
+    /// What is typed in the fields of the next dialog, from the top; an empty list cancels it. A file dialog
+    /// takes the name of a file in the list's folder.
     QStringList typed;
     /// Done in the next dialog that is no box, which is accepted then.
     std::function<void(QDialog&)> inDialog;
@@ -100,6 +102,5 @@ private:
     TestDir m_dir{TestDir::Empty};
     QTimer m_user;
     QJsonArray m_nodes;
-    QString m_typedFile;
     std::unique_ptr<TMainWindow> m_window;
 };

@@ -33,6 +33,7 @@ private slots:
     void deletedJampTargetTurnsRed();
     void projects_data();
     void projects();
+    void lists_data();
     void lists();
 };
 
@@ -43,14 +44,13 @@ void TestOperations::commands_data()
 #2, CmdDeleteCur | A: delay !pause; B: stop | 1 | 135:Stop
 #-, -CmdDeleteCur CmdCopyOne | A: delay !pause stop; B: stop | -1
 #1, CmdDeleteSelected | A: !pause; B: stop | 0 | 138
+#1, CmdDeleteSelected | A: !pause !stop | 1 | 138 | A: !pause, delay value=0, !stop
 #0, CmdUncheckAll, CmdDeleteSelected | A: !delay !pause !stop; B: stop | 0 | 136
 #1, CmdDeleteAll | A: ; B: stop | -1 | 152:A
 #1, CmdDeleteAll | A: | -1 | 151 | A: delay value=0, stop
 #0, CmdCheckAll | A: delay pause stop; B: stop | 0
-#0, -CmdMoveUp | A: delay !pause stop; B: stop | 0
 #0, CmdMoveDown | A: !pause delay stop; B: stop | 1
 #2, CmdMoveUp | A: delay stop !pause; B: stop | 1
-#2, -CmdMoveDown | A: delay !pause stop; B: stop | 2
 #-, CmdMoveUp | A: delay !pause stop; B: stop | -1
 #2, CmdCopyOne, #0, CmdPaste | A: delay stop !pause stop; B: stop | 1 | 132:Stop
 #0, CmdCopyOne, #2, CmdPaste | A: delay !pause stop delay; B: stop | 3 | 132:Delay
@@ -64,7 +64,6 @@ void TestOperations::commands_data()
  | A: PROG, FLASH, fuse_nothing, stop, fuse_nothing, set_vcc vcc=3.3; B: erase
 #0, CmdDeleteError | A: stop | 0 | 143 | A: stop, set_vcc vcc=3.3
 #0, CmdDeleteError | A: stop; B: erase | 0 | 140:A | A: stop; B: erase
-#0, CmdDeleteError | A: stop | 0 | 139 | A: stop
 #3, CmdDeleteDev | A: set_prog set_device delay set_vcc set_device ident | 1 | 148:W25Q64
  | A: PROG, FLASH, ident, delay value=0, erase, set_vcc vcc=3.3, FLASH, ident
 #2, CmdDeleteDev | A: set_prog set_device stop | 2 | 146:W25Q64 | A: PROG, FLASH, stop
@@ -223,45 +222,45 @@ void TestOperations::projects()
     QCOMPARE(bench.listDifference(), QString());
 }
 
+/// The list that is open has been changed in the window and not yet in its file.
+void TestOperations::lists_data()
+{
+    textRows(R"(
+PrjListNew test.lst | test.lst | Two .Sub Group One
+PrjListNew fresh | fresh.lst |
+PrjListNew fresh, -PrjEdit CfgNew, PrjListLoad test.lst | test.lst | Two .Sub Group One
+PrjListSaveAs copy.lst, PrjListLoad copy.lst | copy.lst | Two .Sub Group One
+PrjListSaveAs other.lst, PrjListLoad other.lst | other.lst | Other | other.lst
+PrjListLoad bad.lst, -PrjNew PrjListReload | bad.lst | | bad.lst
+PrjListReload | test.lst | One Two .Sub Group
+PrjListSelect | other.lst | Other
+)",
+             {"steps", "file", "nodes", "box"});
+}
+
 void TestOperations::lists()
 {
+    QFETCH(QString, steps);
+    QFETCH(QString, box);
     WindowBench bench;
+    const QString lists = bench.dir().file("projects/");
+    bench.dir().write("projects/other.lst", R"({"list": [{"parent": 0, "name": "Other", "file": ""}]})");
+    bench.dir().write("projects/bad.lst", "{ no list");
     bench.openSamples("One");
-    const auto list = [&] { return bench.dir().read("projects/test.lst"); };
-    const auto listFile = [&] { return bench.window().prjList()->listFile(); };
-    QByteArray old = list();
-    // The list that is open is not emptied under its own nodes.
-    QVERIFY(bench.play("PrjListNew test.lst"));
-    QCOMPARE(list(), old);
-    // What was moved is in the file when another list takes its place.
     TTreeWidget* tree = bench.window().prjList()->tree();
     tree->addTopLevelItem(tree->takeTopLevelItem(0));
-    QVERIFY(bench.play("PrjListNew fresh"));
-    QVERIFY(listFile().endsWith("fresh.lst") && bench.nodeNames().isEmpty() && !project().isOpen());
-    // Copies: a new one, and none over a file that is there.
-    old = list();
-    QVERIFY(bench.play("PrjListSaveAs copy.lst"));
-    const QString copy = bench.dir().file("projects/copy.lst");
-    QVERIFY(QFile::exists(copy) && bench.boxes.size() == 1);
-    QVERIFY(bench.play("PrjListSaveAs test.lst"));
-    QCOMPARE(list(), old);
-    QCOMPARE(bench.boxes.size(), 2);
-    bench.dir().write("projects/bad.lst", "{ no list");
-    QVERIFY(bench.play("PrjListLoad bad.lst, -PrjNew PrjListReload"));
-    QVERIFY(bench.boxes.last().contains("bad.lst"));
-    QVERIFY(bench.play("PrjListLoad test.lst"));
-    QCOMPARE(bench.nodeNames(), QString("Two .Sub Group One"));
-    bench.dir().write("projects/test.lst", old.replace("One", "Uno"));
-    QVERIFY(bench.play("PrjListReload"));
-    QCOMPARE(bench.nodeNames(), QString("Two .Sub Group Uno"));
-    // From the list of lists: first there is none.
-    QVERIFY(bench.play("PrjListSelect"));
-    QVERIFY2(bench.boxes.last().contains("vm.lpl"), qPrintable(bench.boxes.last()));
-    bench.dir().write("vm.lpl", "{\"list\": [{\"name\": \"Copy\", \"file\": \"" + copy.toUtf8() + "\"}]}");
-    bench.inDialog = [](QDialog& dialog) { dialog.findChild<QTableWidget*>()->selectRow(0); };
-    QVERIFY(bench.play("PrjListSelect"));
-    QCOMPARE(listFile(), copy);
-    QCOMPARE(appData().PrjListName + " " + appData().PrjListFile, "Copy " + copy);
+    // The list of lists: first there is none.
+    QVERIFY(bench.play("PrjListSelect") && bench.boxes.takeFirst().contains("vm.lpl"));
+    const QString other = lists + "other.lst";
+    bench.dir().write("vm.lpl", R"({"list": [{"name": "Chosen", "file": ")" + other.toUtf8() + "\"}]}");
+    if (steps == "PrjListSelect")
+        bench.inDialog = [](QDialog& dialog) { dialog.findChild<QTableWidget*>()->selectRow(0); };
+    QVERIFY(bench.play(steps));
+    QTEST(bench.window().prjList()->listFile().remove(lists), "file");
+    QTEST(bench.nodeNames(), "nodes");
+    QVERIFY(bench.boxes.join(' ').contains(box));
+    QCOMPARE(appData().PrjListName + appData().PrjListFile,
+             steps == "PrjListSelect" ? "Chosen" + other : "test.lst");
 }
 
 QTEST_MAIN(TestOperations)

@@ -31,36 +31,36 @@ public:
         m_bench.typed = roll(5) == 0 ? QStringList() : QStringList{name, name + ".prj"};
         if (roll(3))
             m_bench.prj().focusTable();
-        static constexpr const char* (User::*steps[])() = {&User::clickNode, &User::clickRow, &User::edit,
-                                                           &User::changeTab, &User::pressExecute};
+        static constexpr void (User::*steps[])() = {&User::clickNode, &User::clickRow, &User::edit,
+                                                    &User::changeTab, &User::pressExecute};
         const int step = roll(10);
-        const QString done = step < int(std::size(steps)) ? (this->*steps[step])() : choose();
+        if (step >= int(std::size(steps)))
+            return choose();
+        (this->*steps[step])();
         m_bench.settle();
-        return done;
+        return "step " + QString::number(step);
     }
 
 private:
     int roll(int sides) { return static_cast<int>(m_random.bounded(sides)); }
 
-    const char* clickNode()
+    void clickNode()
     {
         const QStringList names = m_bench.nodeNames().remove('.').split(' ', Qt::SkipEmptyParts);
         if (!names.isEmpty())
             m_bench.clickNode(names.at(roll(names.size())));
-        return "node";
     }
 
-    const char* clickRow()
+    void clickRow()
     {
         const TWgtConfig* tab = m_bench.prj().current();
         const int row = roll(tab ? tab->cmdList()->rowCount() + 1 : 1) - 1;
         if (row >= 0 && !tab->cmdList()->table()->isRowHidden(row))
             m_bench.clickRow(row, roll(2));
-        return "row";
     }
 
     /// In any field of the form, which keeps the focus; its value is stored by whatever comes next.
-    const char* edit()
+    void edit()
     {
         const TWgtConfig* tab = m_bench.prj().current();
         const auto fields = tab && tab->form() ? tab->form()->findChildren<QWidget*>() : QList<QWidget*>();
@@ -71,24 +71,21 @@ private:
             field->setFocus();
             QTest::keyClick(field, keys[roll(int(std::size(keys)))]);
         }
-        return "edit";
     }
 
-    const char* changeTab()
+    void changeTab()
     {
         const int count = m_bench.prj().count();
         if (count > 0 && roll(3) == 0)
             m_bench.prj().findChild<QTabBar*>()->moveTab(roll(count), roll(count));
         else if (count > 0)
             m_bench.prj().setCurrentIndex(roll(count));
-        return "tab";
     }
 
-    const char* pressExecute()
+    void pressExecute()
     {
         if (m_bench.window().button(mbExecute)->isVisible())
             m_bench.click(mbExecute, roll(3) ? Qt::NoModifier : Qt::ControlModifier);
-        return "run or stop";
     }
 
     /// From a menu, or by its keys, which may find it off.
@@ -104,6 +101,7 @@ private:
             m_bench.trigger(action);
         else
             QTest::keySequence(focus, action->shortcut());
+        m_bench.settle();
         return told;
     }
 
