@@ -16,6 +16,7 @@
 #include <QJsonObject>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTabBar>
 #include <QTextEdit>
 
@@ -373,7 +374,11 @@ void WindowBench::answer()
         // Names come from files: markup in them is shown and not obeyed.
         const bool isOurs = box->textFormat() == Qt::PlainText && box->windowTitle() == "Velmarkion";
         boxes.append(isOurs ? box->text() : "A strange box");
-        QTest::keyClick(box, yes ? Qt::Key_Return : Qt::Key_Escape);
+        // Qt's own question about a file that is there has No for its default.
+        if (yes && !isOurs && box->button(QMessageBox::Yes))
+            QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton);
+        else
+            QTest::keyClick(box, yes ? Qt::Key_Return : Qt::Key_Escape);
     } else if (auto* files = qobject_cast<QFileDialog*>(modal)) {
         const QString name = std::exchange(typed, {}).value(0);
         files->findChild<QLineEdit*>("fileNameEdit")->setText(m_dir.file("projects/" + name));

@@ -25,7 +25,7 @@ QColor tabColor(WindowBench& bench, int index)
     return bench.prj().findChild<QTabBar*>()->tabTextColor(index);
 }
 
-/// Of all configurations.
+/// Of the runs of all configurations.
 QList<int> states()
 {
     QList<int> all;
@@ -45,11 +45,14 @@ bool runsTo(WindowBench& bench, int index, int wanted, Qt::KeyboardModifiers mod
     return becomes(index, wanted);
 }
 
+/// Whether a pattern is in the log of a tab, which it shows if not.
 bool logHas(WindowBench& bench, int index, const QString& pattern)
 {
     const QRegularExpression wanted(pattern, QRegularExpression::DotMatchesEverythingOption);
-    const bool has = wanted.match(bench.log(index)).hasMatch();
-    return has || (qWarning().noquote() << bench.log(index), false);
+    if (wanted.match(bench.log(index)).hasMatch())
+        return true;
+    qWarning().noquote() << bench.log(index);
+    return false;
 }
 
 /// A separator has none.
