@@ -409,6 +409,9 @@ void TestMainWindow::unsavedChanges()
         QCOMPARE(project().isChanged(), !closes);
         QCOMPARE(QFileInfo(file).isFile() && bench.dir().read("projects/one.prj") != before,
                  row.contains("stored"));
+        // Nor does the node get another file then.
+        if (!closes)
+            QVERIFY(bench.play("PrjEdit One two.prj") && bench.window().prjList()->nodeFile() == "one.prj");
         project().clearChanged();
     }
 }
