@@ -1,5 +1,4 @@
 #include "core/TAppData.h"
-#include "core/TDataCmd.h"
 #include "core/TDataPrj.h"
 #include "core/globals.h"
 #include "core/keys.h"
@@ -16,11 +15,8 @@ class TestCmdList : public QObject
 
 private slots:
     void init();
-    void cleanup();
-    void colors();
+    void colorsAndStyle();
     void validity();
-    void style();
-    void fillingChangesNothing();
     void checked();
     void hidden();
 
@@ -29,7 +25,7 @@ private:
     void click(int row, int column) const
     {
         const QRect rect = m_list->table()->visualItemRect(cell(row, column));
-        QTest::mouseClick(m_list->table()->viewport(), Qt::LeftButton, Qt::NoModifier, rect.center());
+        QTest::mouseClick(m_list->table()->viewport(), Qt::LeftButton, {}, rect.center());
     }
     std::unique_ptr<RunBench> m_bench;
     std::unique_ptr<TWgtCmdList> m_list;
@@ -38,12 +34,14 @@ private:
 
 void TestCmdList::init()
 {
+    m_list.reset();
+    m_bench.reset(); // gone before the next one puts the project back
     m_bench = std::make_unique<RunBench>();
-    m_bench->addProgrammer(QStringLiteral("bench"), QStringLiteral("none"));
-    m_cfg = m_bench->addCfg(QStringLiteral("Config"));
-    m_bench->addLink(m_cfg, QStringLiteral("bench"), QStringLiteral("W25Q64"));
-    m_bench->addCmd(m_cfg, cmd::delay, {key::value, 10});
-    m_bench->addCmd(m_cfg, cmd::stop);
+    m_bench->addProgrammer("bench", "none");
+    m_cfg = m_bench->addCfg("Config");
+    m_bench->addLink(m_cfg, "bench", "W25Q64");
+    m_bench->addCmd(m_cfg, "delay value=10");
+    m_bench->addCmd(m_cfg, "stop");
     m_bench->bind();
     project().clearChanged();
     m_list = std::make_unique<TWgtCmdList>();
@@ -52,13 +50,7 @@ void TestCmdList::init()
     m_list->show();
 }
 
-void TestCmdList::cleanup()
-{
-    m_list.reset();
-    m_bench.reset();
-}
-
-void TestCmdList::colors()
+void TestCmdList::colorsAndStyle()
 {
     const QColor base = m_list->table()->palette().color(QPalette::Base);
     appData().CmdEnableColorStop = true;
@@ -71,53 +63,50 @@ void TestCmdList::colors()
     // Black on black cannot be read, and on the usual light colours the style's own text can.
     QCOMPARE(cell(3, 1)->foreground().color(), QColor(Qt::white));
     QCOMPARE(cell(1, 1)->foreground(), QBrush());
-}
-
-void TestCmdList::validity()
-{
-    const int wrongParam = m_bench->addCmd(m_cfg, cmd::jamp, {key::to_cmd, -1});
-    const int wrongDevice = m_bench->addCmd(m_cfg, cmd::fuse_write, {key::data, QStringLiteral("00")});
-    m_bench->bind();
-    m_list->fill(m_cfg);
-    const auto looks = [this](int id, int column) {
-        const QTableWidgetItem* item = cell(m_list->rowOf(id), column);
-        return QPair<bool, bool>(item->foreground().color() == QColor(Qt::red), item->font().strikeOut());
-    };
-    for (int column = 0; column < 3; ++column) {
-        QCOMPARE(looks(m_list->cmdAt(0), column), qMakePair(false, false));
-        QCOMPARE(looks(wrongParam, column), qMakePair(true, false));
-        QCOMPARE(looks(wrongDevice, column), qMakePair(true, true));
-    }
-    project().setCmdParam(m_list->cmdAt(0), {{key::prog, QStringLiteral("gone")}});
-    m_list->refreshAll(nullptr, -1);
-    QCOMPARE(looks(m_list->cmdAt(0), 1), qMakePair(true, true));
-    QCOMPARE(looks(m_list->cmdAt(2), 1), qMakePair(false, false));
-    project().setCmdParam(m_list->cmdAt(0), {{key::prog, QStringLiteral("bench")}});
-    m_list->refreshValidity();
-    QCOMPARE(looks(m_list->cmdAt(0), 1), qMakePair(false, false));
-}
-
-void TestCmdList::style()
-{
-    const auto pixel = [this](const QPoint& pos) { return QColor(m_list->grab().toImage().pixel(pos)); };
     const QRect rect = m_list->table()->visualItemRect(cell(1, 2));
     const QPoint inRow = m_list->table()->viewport()->mapTo(m_list.get(), rect.bottomRight() - QPoint(9, 3));
-    for (const char* name : {"Windows", "Fusion"}) {
-        appData().Style = QString::fromLatin1(name);
+    for (const QString name : {"Windows", "Fusion"}) {
+        appData().Style = name;
         m_list->reloadColors();
-        auto* shared = qApp->findChild<TStyleCmdList*>(appData().Style);
-        QVERIFY(shared);
+        auto* shared = qApp->findChild<TStyleCmdList*>(name);
         QCOMPARE(TStyleCmdList::shared(), shared);
-        QVERIFY(shared->baseStyle()->inherits(name[0] == 'W' ? "QWindowsStyle" : "QFusionStyle"));
-        QCOMPARE(pixel(inRow), appData().CmdColorSetDevice);
+        QVERIFY(shared->baseStyle()->inherits(qPrintable("Q" + name + "Style")));
+        QCOMPARE(QColor(m_list->grab().toImage().pixel(inRow)), appData().CmdColorSetDevice);
         QCOMPARE(m_list->table()->rowHeight(1), 19);
     }
 }
 
-void TestCmdList::fillingChangesNothing()
+void TestCmdList::validity()
+{
+    const int wrongParam = m_bench->addCmd(m_cfg, "jamp", {key::to_cmd, -1});
+    const int wrongDevice = m_bench->addCmd(m_cfg, "fuse_write data=00");
+    m_bench->bind();
+    m_list->fill(m_cfg);
+    const auto looks = [this](int id, int column) {
+        const QTableWidgetItem* item = cell(m_list->rowOf(id), column);
+        return qMakePair(item->foreground().color() == QColor(Qt::red), item->font().strikeOut());
+    };
+    const int prog = m_list->cmdAt(0);
+    for (int column = 0; column < 3; ++column) {
+        QCOMPARE(looks(prog, column), qMakePair(false, false));
+        QCOMPARE(looks(wrongParam, column), qMakePair(true, false));
+        QCOMPARE(looks(wrongDevice, column), qMakePair(true, true));
+    }
+    project().setCmdParam(prog, {{key::prog, "gone"}});
+    m_list->refreshAll(nullptr, -1);
+    QCOMPARE(looks(prog, 1), qMakePair(true, true));
+    QCOMPARE(looks(m_list->cmdAt(2), 1), qMakePair(false, false));
+    project().setCmdParam(prog, {{key::prog, "bench"}});
+    m_list->refreshValidity();
+    QCOMPARE(looks(prog, 1), qMakePair(false, false));
+}
+
+// Only what the user does is told.
+void TestCmdList::checked()
 {
     QSignalSpy enabled(m_list.get(), &TWgtCmdList::signalEnabledCmd);
     QSignalSpy selected(m_list.get(), &TWgtCmdList::signalSelectCmd);
+    QSignalSpy clicked(m_list.get(), &TWgtCmdList::signalClikedCmd);
     m_list->fill(m_cfg);
     QCOMPARE(selected.size(), 1);
     m_list->refreshAll(nullptr, -1);
@@ -128,30 +117,23 @@ void TestCmdList::fillingChangesNothing()
     QCOMPARE(enabled.size(), 0);
     QCOMPARE(selected.size(), 1);
     QVERIFY(!project().isChanged());
-}
-
-void TestCmdList::checked()
-{
-    QSignalSpy enabled(m_list.get(), &TWgtCmdList::signalEnabledCmd);
-    QSignalSpy clicked(m_list.get(), &TWgtCmdList::signalClikedCmd);
+    m_list->hideUnchecked(false);
     click(2, 0);
     QCOMPARE(enabled.takeLast(), QVariantList({m_list->cmdAt(2), false}));
     click(2, 1);
-    QSignalSpy selected(m_list.get(), &TWgtCmdList::signalSelectCmd);
     click(2, 2);
     // Another cell of the same row is no other command.
     QCOMPARE(clicked.size(), 3);
     QCOMPARE(enabled.size(), 0);
-    QCOMPARE(selected.size(), 0);
-    // The space bar works from any cell of the row.
-    QTest::keyClick(m_list->table(), Qt::Key_Up);
-    QTest::keyClick(m_list->table(), Qt::Key_Space);
-    QCOMPARE(m_list->currentRow(), 1);
-    QCOMPARE(enabled.takeLast(), QVariantList({m_list->cmdAt(1), false}));
-    QTest::keyClick(m_list->table(), Qt::Key_Home);
-    QTest::keyClick(m_list->table(), Qt::Key_Up);
-    QTest::keyClick(m_list->table(), Qt::Key_Space);
-    QCOMPARE(enabled.takeLast(), QVariantList({m_list->cmdAt(0), false}));
+    QCOMPARE(selected.size(), 2);
+    // The space bar works from any cell of the row, and once on the one with the box.
+    for (int row : {1, 0}) {
+        QTest::keyClick(m_list->table(), Qt::Key_Up);
+        QTest::keyClick(m_list->table(), Qt::Key_Space);
+        QCOMPARE(m_list->currentRow(), row);
+        QCOMPARE(enabled.takeLast(), QVariantList({m_list->cmdAt(row), false}));
+        QTest::keyClick(m_list->table(), Qt::Key_Home);
+    }
 }
 
 void TestCmdList::hidden()
@@ -164,21 +146,21 @@ void TestCmdList::hidden()
     const auto shown = [this] {
         QString rows;
         for (int row = 0; row < m_list->rowCount(); ++row)
-            rows += QLatin1Char(m_list->table()->isRowHidden(row) ? '-' : 'x');
+            rows += m_list->table()->isRowHidden(row) ? '-' : 'x';
         return rows;
     };
-    QCOMPARE(shown(), QStringLiteral("-x-x"));
+    QCOMPARE(shown(), QString("-x-x"));
     QCOMPARE(m_list->currentRow(), 1);
     QCOMPARE(selected.size(), 1);
     connect(m_list.get(), &TWgtCmdList::signalEnabledCmd, &project(), &TDataPrj::setCmdStatus);
     click(1, 0);
-    QCOMPARE(shown(), QStringLiteral("---x"));
+    QCOMPARE(shown(), QString("---x"));
     QCOMPARE(m_list->currentRow(), 3);
     m_list->setCurrentRow(3);
     m_list->moveRow(3, -1);
-    QCOMPARE(shown(), QStringLiteral("--x-"));
+    QCOMPARE(shown(), QString("--x-"));
     m_list->hideUnchecked(false);
-    QCOMPARE(shown(), QStringLiteral("xxxx"));
+    QCOMPARE(shown(), QString("xxxx"));
 }
 
 QTEST_MAIN(TestCmdList)
