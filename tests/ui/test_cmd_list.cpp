@@ -9,16 +9,141 @@
 #include <QTableWidget>
 #include <QtTest>
 
+#include <optional>
+
 class TestCmdList : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void colorsAndStyle();
-    void validity();
-    void checked();
-    void hidden();
+    void init()
+    {
+        m_list.reset();
+        m_bench.emplace();
+        m_bench->addProgrammer("bench", "none");
+        m_cfg = m_bench->addCfg("Config");
+        m_bench->addLink(m_cfg, "bench", "W25Q64");
+        m_bench->addCmd(m_cfg, "delay value=10");
+        m_bench->addCmd(m_cfg, "stop");
+        m_bench->bind();
+        project().clearChanged();
+        m_list = std::make_unique<TWgtCmdList>();
+        m_list->resize(400, 300);
+        m_list->fill(m_cfg);
+        m_list->show();
+    }
+
+    void colorsAndStyle()
+    {
+        const QColor base = m_list->table()->palette().color(QPalette::Base);
+        appData().CmdEnableColorStop = true;
+        appData().CmdEnableColorSetProg = false;
+        appData().CmdColorStop = QColor(1, 2, 5);
+        m_list->reloadColors();
+        const QList<QColor> wanted{base, appData().CmdColorSetDevice, base, QColor(1, 2, 5)};
+        for (int i = 0; i < 12; ++i)
+            QCOMPARE(cell(i / 3, i % 3)->background().color(), wanted.at(i / 3));
+        // Black on black cannot be read, and on the usual light colours the style's own text can.
+        QCOMPARE(cell(3, 1)->foreground().color(), QColor(Qt::white));
+        QCOMPARE(cell(1, 1)->foreground(), QBrush());
+        const QRect rect = m_list->table()->visualItemRect(cell(1, 2));
+        const QPoint inRow =
+            m_list->table()->viewport()->mapTo(m_list.get(), rect.bottomRight() - QPoint(9, 3));
+        for (const QString name : {"Windows", "Fusion"}) {
+            appData().Style = name;
+            m_list->reloadColors();
+            QVERIFY(TStyleCmdList::shared()->baseStyle()->inherits(qPrintable("Q" + name + "Style")));
+            QCOMPARE(QColor(m_list->grab().toImage().pixel(inRow)), appData().CmdColorSetDevice);
+            QCOMPARE(m_list->table()->rowHeight(1), 19);
+        }
+    }
+
+    void validity()
+    {
+        const int wrongParam = m_bench->addCmd(m_cfg, "jamp", {key::to_cmd, -1});
+        const int wrongDevice = m_bench->addCmd(m_cfg, "fuse_write data=00");
+        m_bench->bind();
+        m_list->fill(m_cfg);
+        const auto looks = [this](int id, int column) {
+            const QTableWidgetItem* item = cell(m_list->rowOf(id), column);
+            return qMakePair(item->foreground().color() == QColor(Qt::red), item->font().strikeOut());
+        };
+        const int prog = m_list->cmdAt(0);
+        for (int column = 0; column < 3; ++column) {
+            QCOMPARE(looks(prog, column), qMakePair(false, false));
+            QCOMPARE(looks(wrongParam, column), qMakePair(true, false));
+            QCOMPARE(looks(wrongDevice, column), qMakePair(true, true));
+        }
+        project().setCmdParam(prog, {{key::prog, "gone"}});
+        m_list->refreshAll(nullptr, -1);
+        QCOMPARE(looks(prog, 1), qMakePair(true, true));
+        QCOMPARE(looks(m_list->cmdAt(2), 1), qMakePair(false, false));
+        project().setCmdParam(prog, {{key::prog, "bench"}});
+        m_list->refreshValidity();
+        QCOMPARE(looks(prog, 1), qMakePair(false, false));
+    }
+
+    // Only what the user does is told.
+    void checked()
+    {
+        QSignalSpy enabled(m_list.get(), &TWgtCmdList::signalEnabledCmd);
+        QSignalSpy selected(m_list.get(), &TWgtCmdList::signalSelectCmd);
+        QSignalSpy clicked(m_list.get(), &TWgtCmdList::signalClikedCmd);
+        m_list->fill(m_cfg);
+        QCOMPARE(selected.size(), 1);
+        m_list->refreshAll(nullptr, -1);
+        m_list->reloadColors();
+        m_list->highlight(m_list->cmdAt(2));
+        m_list->hideUnchecked(true);
+        m_list->setChecked(true);
+        QCOMPARE(enabled.size(), 0);
+        QCOMPARE(selected.size(), 1);
+        QVERIFY(!project().isChanged());
+        m_list->hideUnchecked(false);
+        click(2, 0);
+        QCOMPARE(enabled.takeLast(), QVariantList({m_list->cmdAt(2), false}));
+        click(2, 1);
+        click(2, 2);
+        // Another cell of the same row is no other command.
+        QCOMPARE(clicked.size(), 3);
+        QCOMPARE(enabled.size(), 0);
+        QCOMPARE(selected.size(), 2);
+        // The space bar works from any cell of the row, and once on the one with the box.
+        for (int row : {1, 0}) {
+            QTest::keyClick(m_list->table(), Qt::Key_Up);
+            QTest::keyClick(m_list->table(), Qt::Key_Space);
+            QCOMPARE(m_list->currentRow(), row);
+            QCOMPARE(enabled.takeLast(), QVariantList({m_list->cmdAt(row), false}));
+            QTest::keyClick(m_list->table(), Qt::Key_Home);
+        }
+    }
+
+    void hidden()
+    {
+        project().setCmdStatus(m_list->cmdAt(0), false);
+        project().setCmdStatus(m_list->cmdAt(2), false);
+        m_list->fill(m_cfg);
+        QSignalSpy selected(m_list.get(), &TWgtCmdList::signalSelectCmd);
+        m_list->hideUnchecked(true);
+        const auto shown = [this] {
+            QString rows;
+            for (int row = 0; row < m_list->rowCount(); ++row)
+                rows += m_list->table()->isRowHidden(row) ? '-' : 'x';
+            return rows;
+        };
+        QCOMPARE(shown(), QString("-x-x"));
+        QCOMPARE(m_list->currentRow(), 1);
+        QCOMPARE(selected.size(), 1);
+        connect(m_list.get(), &TWgtCmdList::signalEnabledCmd, &project(), &TDataPrj::setCmdStatus);
+        click(1, 0);
+        QCOMPARE(shown(), QString("---x"));
+        QCOMPARE(m_list->currentRow(), 3);
+        m_list->setCurrentRow(3);
+        m_list->moveRow(3, -1);
+        QCOMPARE(shown(), QString("--x-"));
+        m_list->hideUnchecked(false);
+        QCOMPARE(shown(), QString("xxxx"));
+    }
 
 private:
     QTableWidgetItem* cell(int row, int column) const { return m_list->table()->item(row, column); }
@@ -27,141 +152,10 @@ private:
         const QRect rect = m_list->table()->visualItemRect(cell(row, column));
         QTest::mouseClick(m_list->table()->viewport(), Qt::LeftButton, {}, rect.center());
     }
-    std::unique_ptr<RunBench> m_bench;
+    std::optional<RunBench> m_bench;
     std::unique_ptr<TWgtCmdList> m_list;
     int m_cfg = -1;
 };
-
-void TestCmdList::init()
-{
-    m_list.reset();
-    m_bench.reset(); // gone before the next one puts the project back
-    m_bench = std::make_unique<RunBench>();
-    m_bench->addProgrammer("bench", "none");
-    m_cfg = m_bench->addCfg("Config");
-    m_bench->addLink(m_cfg, "bench", "W25Q64");
-    m_bench->addCmd(m_cfg, "delay value=10");
-    m_bench->addCmd(m_cfg, "stop");
-    m_bench->bind();
-    project().clearChanged();
-    m_list = std::make_unique<TWgtCmdList>();
-    m_list->resize(400, 300);
-    m_list->fill(m_cfg);
-    m_list->show();
-}
-
-void TestCmdList::colorsAndStyle()
-{
-    const QColor base = m_list->table()->palette().color(QPalette::Base);
-    appData().CmdEnableColorStop = true;
-    appData().CmdEnableColorSetProg = false;
-    appData().CmdColorStop = QColor(1, 2, 5);
-    m_list->reloadColors();
-    const QList<QColor> wanted{base, appData().CmdColorSetDevice, base, QColor(1, 2, 5)};
-    for (int i = 0; i < 12; ++i)
-        QCOMPARE(cell(i / 3, i % 3)->background().color(), wanted.at(i / 3));
-    // Black on black cannot be read, and on the usual light colours the style's own text can.
-    QCOMPARE(cell(3, 1)->foreground().color(), QColor(Qt::white));
-    QCOMPARE(cell(1, 1)->foreground(), QBrush());
-    const QRect rect = m_list->table()->visualItemRect(cell(1, 2));
-    const QPoint inRow = m_list->table()->viewport()->mapTo(m_list.get(), rect.bottomRight() - QPoint(9, 3));
-    for (const QString name : {"Windows", "Fusion"}) {
-        appData().Style = name;
-        m_list->reloadColors();
-        auto* shared = qApp->findChild<TStyleCmdList*>(name);
-        QCOMPARE(TStyleCmdList::shared(), shared);
-        QVERIFY(shared->baseStyle()->inherits(qPrintable("Q" + name + "Style")));
-        QCOMPARE(QColor(m_list->grab().toImage().pixel(inRow)), appData().CmdColorSetDevice);
-        QCOMPARE(m_list->table()->rowHeight(1), 19);
-    }
-}
-
-void TestCmdList::validity()
-{
-    const int wrongParam = m_bench->addCmd(m_cfg, "jamp", {key::to_cmd, -1});
-    const int wrongDevice = m_bench->addCmd(m_cfg, "fuse_write data=00");
-    m_bench->bind();
-    m_list->fill(m_cfg);
-    const auto looks = [this](int id, int column) {
-        const QTableWidgetItem* item = cell(m_list->rowOf(id), column);
-        return qMakePair(item->foreground().color() == QColor(Qt::red), item->font().strikeOut());
-    };
-    const int prog = m_list->cmdAt(0);
-    for (int column = 0; column < 3; ++column) {
-        QCOMPARE(looks(prog, column), qMakePair(false, false));
-        QCOMPARE(looks(wrongParam, column), qMakePair(true, false));
-        QCOMPARE(looks(wrongDevice, column), qMakePair(true, true));
-    }
-    project().setCmdParam(prog, {{key::prog, "gone"}});
-    m_list->refreshAll(nullptr, -1);
-    QCOMPARE(looks(prog, 1), qMakePair(true, true));
-    QCOMPARE(looks(m_list->cmdAt(2), 1), qMakePair(false, false));
-    project().setCmdParam(prog, {{key::prog, "bench"}});
-    m_list->refreshValidity();
-    QCOMPARE(looks(prog, 1), qMakePair(false, false));
-}
-
-// Only what the user does is told.
-void TestCmdList::checked()
-{
-    QSignalSpy enabled(m_list.get(), &TWgtCmdList::signalEnabledCmd);
-    QSignalSpy selected(m_list.get(), &TWgtCmdList::signalSelectCmd);
-    QSignalSpy clicked(m_list.get(), &TWgtCmdList::signalClikedCmd);
-    m_list->fill(m_cfg);
-    QCOMPARE(selected.size(), 1);
-    m_list->refreshAll(nullptr, -1);
-    m_list->reloadColors();
-    m_list->highlight(m_list->cmdAt(2));
-    m_list->hideUnchecked(true);
-    m_list->setChecked(true);
-    QCOMPARE(enabled.size(), 0);
-    QCOMPARE(selected.size(), 1);
-    QVERIFY(!project().isChanged());
-    m_list->hideUnchecked(false);
-    click(2, 0);
-    QCOMPARE(enabled.takeLast(), QVariantList({m_list->cmdAt(2), false}));
-    click(2, 1);
-    click(2, 2);
-    // Another cell of the same row is no other command.
-    QCOMPARE(clicked.size(), 3);
-    QCOMPARE(enabled.size(), 0);
-    QCOMPARE(selected.size(), 2);
-    // The space bar works from any cell of the row, and once on the one with the box.
-    for (int row : {1, 0}) {
-        QTest::keyClick(m_list->table(), Qt::Key_Up);
-        QTest::keyClick(m_list->table(), Qt::Key_Space);
-        QCOMPARE(m_list->currentRow(), row);
-        QCOMPARE(enabled.takeLast(), QVariantList({m_list->cmdAt(row), false}));
-        QTest::keyClick(m_list->table(), Qt::Key_Home);
-    }
-}
-
-void TestCmdList::hidden()
-{
-    project().setCmdStatus(m_list->cmdAt(0), false);
-    project().setCmdStatus(m_list->cmdAt(2), false);
-    m_list->fill(m_cfg);
-    QSignalSpy selected(m_list.get(), &TWgtCmdList::signalSelectCmd);
-    m_list->hideUnchecked(true);
-    const auto shown = [this] {
-        QString rows;
-        for (int row = 0; row < m_list->rowCount(); ++row)
-            rows += m_list->table()->isRowHidden(row) ? '-' : 'x';
-        return rows;
-    };
-    QCOMPARE(shown(), QString("-x-x"));
-    QCOMPARE(m_list->currentRow(), 1);
-    QCOMPARE(selected.size(), 1);
-    connect(m_list.get(), &TWgtCmdList::signalEnabledCmd, &project(), &TDataPrj::setCmdStatus);
-    click(1, 0);
-    QCOMPARE(shown(), QString("---x"));
-    QCOMPARE(m_list->currentRow(), 3);
-    m_list->setCurrentRow(3);
-    m_list->moveRow(3, -1);
-    QCOMPARE(shown(), QString("--x-"));
-    m_list->hideUnchecked(false);
-    QCOMPARE(shown(), QString("xxxx"));
-}
 
 QTEST_MAIN(TestCmdList)
 #include "test_cmd_list.moc"

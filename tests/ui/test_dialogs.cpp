@@ -2,7 +2,6 @@
 #include "core/TDataPrj.h"
 #include "core/TLang.h"
 #include "core/TPrjListFile.h"
-#include "core/TPrjLists.h"
 #include "core/TSettings.h"
 #include "core/globals.h"
 #include "core/helpers.h"
@@ -12,7 +11,6 @@
 #include "support/TestDir.h"
 #include "support/tables.h"
 #include "ui/TActionWidget.h"
-#include "ui/TDialogAbout.h"
 #include "ui/TDialogCfgEdit.h"
 #include "ui/TDialogCmdSelector.h"
 #include "ui/TDialogPrjEdit.h"
@@ -26,7 +24,6 @@
 #include "ui/TDialogSetupSelect.h"
 #include "ui/TFormProgAutoDetectEdit.h"
 #include "ui/TWgtColorEnableEdit.h"
-#include "ui/language_files.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -152,361 +149,334 @@ class TestDialogs : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void keysOfAWidget();
-    void placeAndKeys_data();
-    void placeAndKeys();
-    void incomplete();
-    void choices();
-    void deviceFilter();
-    void projectLists();
-    void selector();
-    void setupStoresWhatWasChanged();
-    void setupHasEverySetting();
-    void programmers();
+    void init()
+    {
+        lang().load(m_dir.file("language/eng.lng"));
+        QFile::remove(fileInAppDir("hk"));
+        QFile::copy(m_dir.file("velmarkion.hk"), fileInAppDir("hk"));
+        appData() = TAppData();
+        appData().PathProjects = m_dir.file("projects");
+        appData().PathDevices = m_dir.file("devices");
+        appData().PathLanguage = m_dir.file("language");
+        appData().progTypes.append("Model", "model.cfg");
+        appData().progTypes.append("Other", "other.cfg");
+        appData().progNames.append("A", true, "ttyS0", "Model");
+        appData().progNames.append("B", false, "/dev/x (y)", "Other");
+        appData().progNames.append("C", true, "ttyS2", "Model");
+        appData().ProgDefault = 1;
+    }
+
+    // The main window has the same keys: in the table they are the table's, elsewhere the window's.
+    void keysOfAWidget()
+    {
+        QMainWindow window;
+        QTableWidget table(2, 1, &window);
+        QLineEdit line(&window);
+        QAction inWindow(&window);
+        inWindow.setShortcut(QKeySequence("F4"));
+        window.addAction(&inWindow);
+        TActionWidget inTable("One", QKeySequence("F4"), &table);
+        QString told;
+        connect(&inWindow, &QAction::triggered, this, [&told] { told += "window "; });
+        connect(&inTable, &QAction::triggered, this, [&told] { told += "table "; });
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        for (QWidget* focus : std::initializer_list<QWidget*>{&table, &table, &line}) {
+            focus->setFocus();
+            QTest::keyClick(window.windowHandle(), Qt::Key_F4);
+            inTable.setEnabled(false);
+        }
+        QCOMPARE(told, QString("table window "));
+    }
+
+    void placeAndKeys_data()
+    {
+        QTest::addColumn<MakeDialog>("make");
+        const auto row = [](const char* group, const MakeDialog& make) { tableRow(group, make); };
+        row("WindowCfgEdit", [] { return new TDialogCfgEdit("t", "n"); });
+        row("WindowPrjEdit", [] { return new TDialogPrjEdit("t", "n", {}, {}); });
+        row("WindowPrjListEdit", [] { return new TDialogPrjListEdit("t", "n", "f"); });
+        row("WindowSettingsProgType", [] { return new TDialogSetupPageProgTypeEdit("t", "n", "f", {}); });
+        row("WindowSettingsProgName",
+            [] { return new TDialogSetupPageProgAliasEdit("t", "n", {}, {"Model"}, {}); });
+        row("WindowRouteEdit", [] { return new TFormProgAutoDetectEdit("t", {"id", "1"}, {}); });
+        row("WindowLanguage", [] { return new TDialogSetLanguage({"a"}); });
+        row("WindowSettings", [] { return new TDialogSetupSelect; });
+        row("WindowSelectPrjList", [this] { return new TDialogSelectPrjList(m_dir.file("vm.lpl")); });
+    }
+
+    void placeAndKeys()
+    {
+        QFETCH(MakeDialog, make);
+        appData().WindowOtherCenter = false;
+        const QString group = QTest::currentDataTag();
+        const bool isHigh =
+            QStringList{"WindowLanguage", "WindowSettings", "WindowSelectPrjList"}.contains(group);
+        const auto stored = [group](const char* name) { return settings().value(group + name).toInt(); };
+        delete make(); // never shown, it has no place
+        QCOMPARE(stored("/Left"), 100);
+        const QRect place(30, 40, 780, 600);
+        for (Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
+            const std::unique_ptr<QDialog> dialog(make());
+            dialog->show();
+            QVERIFY(QTest::qWaitForWindowActive(dialog.get()));
+            if (key == Qt::Key_Return)
+                QCOMPARE(dialog->geometry(),
+                         QRect(place.topLeft(), QSize(780, isHigh ? 600 : dialog->height())));
+            dialog->setGeometry(place);
+            QTest::keyClick(dialog->windowHandle(), key);
+            QVERIFY(!dialog->isVisible());
+            QCOMPARE(dialog->result(), int(key == Qt::Key_Return ? QDialog::Accepted : QDialog::Rejected));
+        }
+        QCOMPARE(QPoint(stored("/Left"), stored("/Top")), place.topLeft());
+        QCOMPARE(QSize(stored("/Width"), isHigh ? stored("/Height") : 600), place.size());
+    }
+
+    void incomplete()
+    {
+        const auto isComplete = [](const QDialog& dialog) { return button(dialog, "OK")->isEnabled(); };
+        QVERIFY(!isComplete(TDialogCfgEdit({}, " \t ")));
+        QVERIFY(isComplete(TDialogPrjEdit({}, "group", {}, {})));
+        QVERIFY(!isComplete(TDialogPrjListEdit({}, "n", " ")));
+        QVERIFY(!isComplete(TDialogPrjListEdit({}, " ", "f")));
+        QVERIFY(!isComplete(TDialogSetupPageProgTypeEdit({}, " A ", "f", {"A"})));
+        for (const char* alias : {"A", " C ", " "})
+            QVERIFY(!isComplete(TDialogSetupPageProgAliasEdit({}, alias, {}, {"Model"}, {"A", "C"})));
+        // A file that is chosen gives the project its name.
+        const TDialogPrjEdit edit({}, {}, {}, m_dir.file("projects"));
+        expect<QFileDialog>([this](QFileDialog& files) {
+            files.selectFile(m_dir.file("projects/serial-flash.prj"));
+            static_cast<QDialog&>(files).accept();
+        });
+        click(edit, "...");
+        QCOMPARE(edit.file() + ' ' + edit.name(), QString("serial-flash.prj serial-flash"));
+        // A chip that is not known any more stays until another is chosen.
+        const int cfg = project().addCfg("c", {}, -1);
+        TPairStringList chips;
+        chips.append("EF4017", "Chip");
+        const TFormProgAutoDetectEdit route({}, {"gone", {}}, chips);
+        QTest::keyClick(route.findChildren<QComboBox*>().at(1), Qt::Key_Down);
+        QCOMPARE(route.route().chip, QString("gone"));
+        QTest::keyClick(route.findChildren<QComboBox*>().at(0), Qt::Key_Down);
+        QCOMPARE(route.route().chip, QString("EF4017"));
+        QCOMPARE(route.route().cfg.toInt(), cfg);
+        project().reset();
+    }
+
+    void deviceFilter()
+    {
+        appData().PathDevices = m_dir.file("few");
+        m_dir.write("few/devices.lst",
+                    "W25Q128FW=a.dev\nATmega16=a.dev\nW25Q64FW=a.dev\nATmega328P=a.dev\nW25Q64=a.dev\n");
+        expect<TDialogSelectDevice>([](TDialogSelectDevice& dialog) {
+            auto* line = dialog.findChild<QLineEdit*>();
+            const auto filtered = [&](const char* text) {
+                line->clear();
+                QTest::keyClicks(line, text);
+                return dialog.selected();
+            };
+            // What the filter hides is not chosen, and of several none is chosen by itself.
+            QCOMPARE(dialog.selected(), QString("ATmega16"));
+            QCOMPARE(filtered("["), QString());
+            QCOMPARE(filtered("w25q*w"), QString());
+            QTest::keyClick(line, Qt::Key_Return);
+            QVERIFY(dialog.isVisible() && !button(dialog, "OK")->isEnabled());
+            QTest::keyClick(line, Qt::Key_Down);
+            click(dialog, "*");
+            QCOMPARE(dialog.selected(), QString("W25Q64FW"));
+            QCOMPARE(filtered("[a-f1]6"), QString("ATmega16"));
+            // The only one left is meant.
+            QCOMPARE(filtered("mega328p"), QString("ATmega328P"));
+            QTest::keyClick(line, Qt::Key_Return);
+        });
+        QCOMPARE(TDialogSelectDevice::selectChip("ATmega16"), QString("ATmega328P"));
+    }
+
+    void projectLists()
+    {
+        const QByteArray samples = m_dir.read("projects/samples.lst");
+        const QString file = m_dir.file("vm.lpl");
+        TDialogSelectPrjList dialog(file);
+        auto* table = dialog.findChild<QTableWidget*>();
+        // An existing file is never written: not by a new list, and not by a copy of itself.
+        fillIn<TDialogPrjListEdit>(table, "Ctrl+N", {"New", "samples"});
+        QCOMPARE(dialog.file(), QString("samples_new.lst"));
+        press(table, "Up");
+        fillIn<TDialogPrjListEdit>(table, "Ctrl+C", {"Copy", "samples.lst"});
+        QCOMPARE(dialog.file(), QString("samples_new_new.lst"));
+        QCOMPARE(m_dir.read("projects/samples.lst"), samples);
+        QCOMPARE(m_dir.read("projects/samples_new_new.lst"), samples);
+        // In another folder the copy still leads to the same projects.
+        fillIn<TDialogPrjListEdit>(table, "Ctrl+C", {"Far", "../far.lst"});
+        TPrjListFile list;
+        QCOMPARE(list.read(m_dir.file("far.lst")), TPrjListFile::Ok);
+        QCOMPARE(list.items().at(1).file, QString("projects/serial-flash.prj"));
+        // A folder that is not there.
+        QString said;
+        expect<TDialogPrjListEdit>([&said](TDialogPrjListEdit& edit) {
+            type(edit, {"x", "no/such/x"});
+            expect<QMessageBox>([&said](QMessageBox& box) { said = box.text(); });
+            click(edit, "OK");
+        });
+        press(table, "Ctrl+N");
+        QVERIFY(said.contains("no/such/x.lst"));
+        // The open list, once: then it is there.
+        dialog.setPreset("Open", m_dir.file("projects/open.lst"));
+        for (const char* keys :
+             {"Ctrl+Ins", "Ctrl+Ins", "Ctrl+Up", "Ctrl+Up", "Ctrl+Up", "Ctrl+Up", "Ctrl+Up"})
+            press(table, keys);
+        fillIn<TDialogPrjListEdit>(table, "F2", {"First"});
+        QVERIFY(answerBox(table, "Del", "No").contains("\"First\""));
+        QVERIFY(dialog.isChanged() && dialog.write() && !dialog.isChanged());
+        TPrjLists lists;
+        QVERIFY(lists.read(file));
+        QStringList names;
+        for (const TPrjListEntry& entry : lists.entries())
+            names.append(entry.name);
+        QCOMPARE(names, QStringList({"First", "Samples", "New", "Copy", "Far"}));
+        appData().ConfirmProjectsListDelete = false;
+        for (int i = 0; i < names.size(); ++i)
+            press(table, "Del");
+        QVERIFY(!button(dialog, "Select")->isEnabled());
+        QVERIFY(!TDialogSelectPrjList(m_dir.file("gone.lpl")).isLoaded());
+    }
+
+    void selector()
+    {
+        project().setCatalogue(&deviceList());
+        project().setFile(m_dir.file("projects/x.prj"));
+        const int cfg = project().addCfg("c", {}, -1);
+        const QString file = TDeviceList::deviceFiles().value("ATmega8");
+        const int avr = project().addCmd(
+            {{key::id_cfg, cfg}, {key::cmd, cmd::set_device}, {key::device, "ATmega8"}, {key::file, file}},
+            -1);
+        project().bindAll();
+
+        const QPointer<TDialogCmdSelector> window = new TDialogCmdSelector(-1, -1);
+        window->show();
+        QVERIFY(QTest::qWaitForWindowActive(window));
+        const auto device = [&window](const QLatin1String& word) {
+            QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            return window->findChild<QPushButton*>(word);
+        };
+        QVERIFY(device(cmd::set_vcc) && !device(cmd::fuse_read) && !device(cmd::separator));
+        window->slotSelectCmd(cfg, avr);
+        QCOMPARE(device(cmd::flash_file_write)->palette().color(QPalette::Button),
+                 appData().SelectorColorFile);
+        QCOMPARE(device(cmd::flash_char_write)->palette().color(QPalette::Button),
+                 appData().SelectorColorChar);
+        QCOMPARE(device(cmd::erase)->height(), appData().WindowCmdSelectorButtonHeight);
+        const QSignalSpy added(window, &TDialogCmdSelector::signalAddCmd);
+        QTest::mouseClick(device(cmd::fuse_read), Qt::LeftButton);
+        window->findChild<QCheckBox*>()->click();
+        QTest::mouseClick(device(cmd::set_vcc), Qt::LeftButton);
+        QCOMPARE(added, (QList<QVariantList>{{cmd::fuse_read, true}, {cmd::set_vcc, false}}));
+        project().reset();
+        window->slotSelectCmd(-1, -1);
+        QVERIFY(!device(cmd::fuse_read));
+        window->resize(600, 500);
+        QTest::keyPress(window, Qt::Key_Escape);
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(!window);
+        QCOMPARE(appData().WindowCmdSelectorHeight, 500);
+    }
+
+    // Values that no editor can show stay as they are, and the wheel only scrolls the page.
+    void setupStoresWhatWasChanged()
+    {
+        appData().CfgOrientation = 5;
+        appData().PrjListExpand = 7;
+        appData().Style = "no such style";
+        appData().ProgDefault = 9;
+        appData().WindowCmdSelector = -20;
+        const QVariantMap before = settings();
+        for (const char* answer : {"Cancel", "OK"}) {
+            QCOMPARE(changes(before), QStringList());
+            TDialogSetupSelect dialog;
+            QWheelEvent turn({}, {}, {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+            for (QComboBox* box : dialog.findChildren<QComboBox*>())
+                QApplication::sendEvent(box, &turn);
+            for (QLineEdit* line : dialog.findChildren<QLineEdit*>()) {
+                if (line->text() == appData().PathProgs)
+                    line->setText("other");
+                else if (line->text() == appData().PathDevices)
+                    line->setText("  ");
+            }
+            dialog.findChild<QStackedWidget*>()->widget(2)->findChildren<QCheckBox*>().last()->click();
+            click(dialog, answer);
+        }
+        QCOMPARE(changes(before), QStringList({"Confirmation/Quit", "Main/PathProgs"}));
+        TDialogSetupSelect dialog;
+        change(dialog.findChild<QStackedWidget*>()->widget(0)->findChildren<QComboBox*>().at(1));
+        QCOMPARE(answerBox(button(dialog, "OK"), "Space", "OK"), langText(2));
+    }
+
+    // Each editor leads to a setting of its page and of its own: changing all of a page changes all that the
+    // file keeps of its group, but where the program was left.
+    void setupHasEverySetting()
+    {
+        const QVariantMap before = settings();
+        TDialogSetupSelect dialog;
+        const auto* pages = dialog.findChild<QStackedWidget*>();
+        QStringList expected;
+        int index = 0;
+        for (const char* group : {"Main/", "Interface/", "Confirmation/", "Prog/"}) {
+            for (const QString& key : before.keys()) {
+                if (key.startsWith(group) && !key.startsWith("Main/Last") && !key.startsWith("Main/PrjList"))
+                    expected.append(key);
+            }
+            expected.sort();
+            auto* page = static_cast<IDialogSetupPage*>(pages->widget(index++));
+            // From the end: a box that is off turns those below it off.
+            QList<QWidget*> editors = page->findChildren<QWidget*>();
+            while (!editors.isEmpty())
+                change(editors.takeLast());
+            page->store();
+            QCOMPARE(changes(before), expected);
+        }
+    }
+
+    void programmers()
+    {
+        TDialogSetupPageProg page;
+        auto* aliases = page.findChild<QTableWidget*>("aliases");
+        auto* types = page.findChild<QTableWidget*>("types");
+        // The default, in the second row, goes along with its row.
+        aliases->setCurrentCell(1, 1);
+        press(aliases, "Ctrl+Up");
+        fillIn<TDialogSetupPageProgAliasEdit>(aliases, "F2", {"Bench"});
+        // A port that is not in the list is taken as it was typed.
+        fillIn<TDialogSetupPageProgAliasEdit>(aliases, "Ins", {"New", " ./sim (2) "});
+        aliases->setCurrentCell(1, 1);
+        QVERIFY(answerBox(aliases, "Del", "Yes").contains("\"A\""));
+        aliases->item(1, 0)->setCheckState(Qt::Unchecked);
+        // Programmers follow the new name of their type.
+        fillIn<TDialogSetupPageProgTypeEdit>(types, "F2", {"Renamed", "new.cfg"});
+        // Those of a type that goes are named before, and keep its name.
+        types->setCurrentCell(1, 0);
+        const QString asked = answerBox(types, "Del", "Yes");
+        QVERIFY(asked.contains("\"Other\"") && asked.endsWith(": Bench"));
+        QCOMPARE(aliases->item(0, 3)->foreground().color(), QColor(Qt::red));
+        QVERIFY(aliases->item(1, 3)->foreground().color() != QColor(Qt::red));
+        QCOMPARE(appData().progNames.name(0), QString("A"));
+
+        page.store();
+        const QVariantMap stored = settings();
+        QCOMPARE(stored["ProgNameList/Name0"], QVariant(QStringList({"0", "Bench", "/dev/x (y)", "Other"})));
+        QCOMPARE(stored["ProgNameList/Name1"], QVariant(QStringList({"0", "C", "ttyS2", "Renamed"})));
+        QCOMPARE(stored["ProgNameList/Name2"], QVariant(QStringList({"1", "New", "./sim (2)", "Renamed"})));
+        QCOMPARE(stored["ProgTypeList/Type0"], QVariant(QStringList({"Renamed", "new.cfg"})));
+        QCOMPARE(appData().ProgDefault, 0);
+        // Without its programmer there is no default any more.
+        TDialogSetupPageProg second;
+        answerBox(second.findChild<QTableWidget*>("aliases"), "Del", "Yes");
+        second.store();
+        QCOMPARE(appData().ProgDefault, -1);
+    }
 
 private:
     TestDir m_dir;
 };
-
-void TestDialogs::initTestCase()
-{
-    lang().load(m_dir.file("language/eng.lng"));
-    QFile::remove(fileInAppDir("hk"));
-    QVERIFY(QFile::copy(m_dir.file("velmarkion.hk"), fileInAppDir("hk")));
-}
-
-void TestDialogs::init()
-{
-    appData() = TAppData();
-    appData().PathProjects = m_dir.file("projects");
-    appData().PathDevices = m_dir.file("devices");
-    appData().PathLanguage = m_dir.file("language");
-    appData().progTypes.append("Model", "model.cfg");
-    appData().progTypes.append("Other", "other.cfg");
-    appData().progNames.append("A", true, "ttyS0", "Model");
-    appData().progNames.append("B", false, "/dev/x (y)", "Other");
-    appData().progNames.append("C", true, "ttyS2", "Model");
-    appData().ProgDefault = 1;
-}
-
-// The main window has the same keys: in the table they are the table's, elsewhere the window's.
-void TestDialogs::keysOfAWidget()
-{
-    QMainWindow window;
-    QTableWidget table(2, 1, &window);
-    QLineEdit line(&window);
-    QAction inWindow(&window);
-    inWindow.setShortcut(QKeySequence("F4"));
-    window.addAction(&inWindow);
-    TActionWidget one("One", QKeySequence("F4"), &table);
-    const QSignalSpy windowSpy(&inWindow, &QAction::triggered);
-    const QSignalSpy oneSpy(&one, &QAction::triggered);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowActive(&window));
-    const auto press = [&](QWidget& focus) {
-        focus.setFocus();
-        QTest::keyClick(window.windowHandle(), Qt::Key_F4);
-        return qMakePair(windowSpy.size(), oneSpy.size());
-    };
-    QCOMPARE(press(table), qMakePair(0, 1));
-    one.setEnabled(false);
-    QCOMPARE(press(table), qMakePair(0, 1));
-    QCOMPARE(press(line), qMakePair(1, 1));
-}
-
-void TestDialogs::placeAndKeys_data()
-{
-    tableColumns<MakeDialog, bool>("make", "isHigh");
-    const auto row = [](const char* group, bool isHigh, const MakeDialog& make) {
-        tableRow(group, make, isHigh);
-    };
-    row("WindowCfgEdit", false, [] { return new TDialogCfgEdit("t", "n"); });
-    row("WindowPrjEdit", false, [] { return new TDialogPrjEdit("t", "n", {}, {}); });
-    row("WindowPrjListEdit", false, [] { return new TDialogPrjListEdit("t", "n", "f"); });
-    row("WindowSettingsProgType", false, [] { return new TDialogSetupPageProgTypeEdit("t", "n", "f", {}); });
-    row("WindowSettingsProgName", false,
-        [] { return new TDialogSetupPageProgAliasEdit("t", "n", {}, {"Model"}, {}); });
-    row("WindowRouteEdit", false, [] { return new TFormProgAutoDetectEdit("t", {"id", "1"}, {}); });
-    row("WindowLanguage", true, [] { return new TDialogSetLanguage({"a"}); });
-    row("WindowSettings", true, [] { return new TDialogSetupSelect; });
-    row("WindowSelectPrjList", true, [this] { return new TDialogSelectPrjList(m_dir.file("vm.lpl")); });
-}
-
-void TestDialogs::placeAndKeys()
-{
-    QFETCH(MakeDialog, make);
-    QFETCH(bool, isHigh);
-    appData().WindowOtherCenter = false;
-    const QString group = QTest::currentDataTag();
-    const auto stored = [group](const char* name) { return settings().value(group + name).toInt(); };
-    delete make(); // never shown, it has no place
-    QCOMPARE(stored("/Left"), 100);
-    const QRect place(30, 40, 780, 600);
-    for (Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
-        const std::unique_ptr<QDialog> dialog(make());
-        dialog->show();
-        QVERIFY(QTest::qWaitForWindowActive(dialog.get()));
-        if (key == Qt::Key_Return)
-            QCOMPARE(dialog->geometry(), QRect(place.topLeft(), QSize(780, isHigh ? 600 : dialog->height())));
-        dialog->setGeometry(place);
-        QTest::keyClick(dialog->windowHandle(), key);
-        QVERIFY(!dialog->isVisible());
-        QCOMPARE(dialog->result(), int(key == Qt::Key_Return ? QDialog::Accepted : QDialog::Rejected));
-    }
-    QCOMPARE(QPoint(stored("/Left"), stored("/Top")), place.topLeft());
-    QCOMPARE(QSize(stored("/Width"), isHigh ? stored("/Height") : 600), place.size());
-}
-
-void TestDialogs::incomplete()
-{
-    const auto isComplete = [](const QDialog& dialog) { return button(dialog, "OK")->isEnabled(); };
-    QVERIFY(!isComplete(TDialogCfgEdit({}, " \t ")));
-    QVERIFY(isComplete(TDialogPrjEdit({}, "group", {}, {})));
-    QVERIFY(!isComplete(TDialogPrjListEdit({}, "n", " ")));
-    QVERIFY(!isComplete(TDialogPrjListEdit({}, " ", "f")));
-    QVERIFY(!isComplete(TDialogSetupPageProgTypeEdit({}, " A ", "f", {"A"})));
-    for (const char* alias : {"A", " C ", " "})
-        QVERIFY(!isComplete(TDialogSetupPageProgAliasEdit({}, alias, {}, {"Model"}, {"A", "C"})));
-}
-
-void TestDialogs::choices()
-{
-    const TDialogPrjEdit edit({}, {}, {}, m_dir.file("projects"));
-    expect<QFileDialog>([this](QFileDialog& files) {
-        files.selectFile(m_dir.file("projects/serial-flash.prj"));
-        static_cast<QDialog&>(files).accept();
-    });
-    click(edit, "...");
-    QCOMPARE(edit.file(), QString("serial-flash.prj"));
-    QCOMPARE(edit.name(), QString("serial-flash"));
-    const QMap<QString, QString> files = languageFiles(appData().PathLanguage);
-    const TDialogSetLanguage language(files.keys());
-    QTest::keyClick(language.findChild<QListWidget*>(), Qt::Key_Down);
-    QCOMPARE(files.value(language.selected()), QString("rus.lng"));
-    const TDialogAbout about;
-    press(button(about, "Close"), "Space");
-    QCOMPARE(about.result(), int(QDialog::Accepted));
-    // A chip that is not known any more stays until another is chosen.
-    const int cfg = project().addCfg("c", {}, -1);
-    TPairStringList chips;
-    chips.append("EF4017", "Chip");
-    const TFormProgAutoDetectEdit route({}, {"gone", {}}, chips);
-    QTest::keyClick(route.findChildren<QComboBox*>().at(1), Qt::Key_Down);
-    QCOMPARE(route.route().chip, QString("gone"));
-    QTest::keyClick(route.findChildren<QComboBox*>().at(0), Qt::Key_Down);
-    QCOMPARE(route.route().chip, QString("EF4017"));
-    QCOMPARE(route.route().cfg.toInt(), cfg);
-    project().reset();
-}
-
-void TestDialogs::deviceFilter()
-{
-    appData().PathDevices = m_dir.file("few");
-    m_dir.write("few/devices.lst",
-                "W25Q128FW=a.dev\nATmega16=a.dev\nW25Q64FW=a.dev\nATmega328P=a.dev\nW25Q64=a.dev\n");
-    expect<TDialogSelectDevice>([](TDialogSelectDevice& dialog) {
-        auto* line = dialog.findChild<QLineEdit*>();
-        const auto filtered = [&](const char* text) {
-            line->clear();
-            QTest::keyClicks(line, text);
-            return dialog.selected();
-        };
-        // What the filter hides is not chosen, and of several none is chosen by itself.
-        QCOMPARE(dialog.selected(), QString("ATmega16"));
-        QCOMPARE(filtered("["), QString());
-        QCOMPARE(filtered("w25q*w"), QString());
-        QTest::keyClick(line, Qt::Key_Return);
-        QVERIFY(dialog.isVisible() && !button(dialog, "OK")->isEnabled());
-        QTest::keyClick(line, Qt::Key_Down);
-        click(dialog, "*");
-        QCOMPARE(dialog.selected(), QString("W25Q64FW"));
-        QCOMPARE(filtered("[a-f1]6"), QString("ATmega16"));
-        // The only one left is meant.
-        QCOMPARE(filtered("mega328p"), QString("ATmega328P"));
-        QTest::keyClick(line, Qt::Key_Return);
-    });
-    QCOMPARE(TDialogSelectDevice::selectChip("ATmega16"), QString("ATmega328P"));
-}
-
-void TestDialogs::projectLists()
-{
-    const QByteArray samples = m_dir.read("projects/samples.lst");
-    const QString file = m_dir.file("vm.lpl");
-    TDialogSelectPrjList dialog(file);
-    auto* table = dialog.findChild<QTableWidget*>();
-    // An existing file is never written: not by a new list, and not by a copy of itself.
-    fillIn<TDialogPrjListEdit>(table, "Ctrl+N", {"New", "samples"});
-    QCOMPARE(dialog.file(), QString("samples_new.lst"));
-    press(table, "Up");
-    fillIn<TDialogPrjListEdit>(table, "Ctrl+C", {"Copy", "samples.lst"});
-    QCOMPARE(dialog.file(), QString("samples_new_new.lst"));
-    QCOMPARE(m_dir.read("projects/samples.lst"), samples);
-    QCOMPARE(m_dir.read("projects/samples_new_new.lst"), samples);
-    // In another folder the copy still leads to the same projects.
-    fillIn<TDialogPrjListEdit>(table, "Ctrl+C", {"Far", "../far.lst"});
-    TPrjListFile list;
-    QCOMPARE(list.read(m_dir.file("far.lst")), TPrjListFile::Ok);
-    QCOMPARE(list.items().at(1).file, QString("projects/serial-flash.prj"));
-    // A folder that is not there.
-    QString said;
-    expect<TDialogPrjListEdit>([&said](TDialogPrjListEdit& edit) {
-        type(edit, {"x", "no/such/x"});
-        expect<QMessageBox>([&said](QMessageBox& box) { said = box.text(); });
-        click(edit, "OK");
-    });
-    press(table, "Ctrl+N");
-    QVERIFY(said.contains("no/such/x.lst"));
-    // The open list, once: then it is there.
-    dialog.setPreset("Open", m_dir.file("projects/open.lst"));
-    for (const char* keys : {"Ctrl+Ins", "Ctrl+Ins", "Ctrl+Up", "Ctrl+Up", "Ctrl+Up", "Ctrl+Up", "Ctrl+Up"})
-        press(table, keys);
-    fillIn<TDialogPrjListEdit>(table, "F2", {"First"});
-    QVERIFY(answerBox(table, "Del", "No").contains("\"First\""));
-    QVERIFY(dialog.isChanged() && dialog.write() && !dialog.isChanged());
-    TPrjLists lists;
-    QVERIFY(lists.read(file));
-    QStringList names;
-    for (const TPrjListEntry& entry : lists.entries())
-        names.append(entry.name);
-    QCOMPARE(names, QStringList({"First", "Samples", "New", "Copy", "Far"}));
-    appData().ConfirmProjectsListDelete = false;
-    for (int i = 0; i < names.size(); ++i)
-        press(table, "Del");
-    QVERIFY(!button(dialog, "Select")->isEnabled());
-    QVERIFY(!TDialogSelectPrjList(m_dir.file("gone.lpl")).isLoaded());
-}
-
-void TestDialogs::selector()
-{
-    project().setCatalogue(&deviceList());
-    project().setFile(m_dir.file("projects/x.prj"));
-    const int cfg = project().addCfg("c", {}, -1);
-    const QString file = TDeviceList::deviceFiles().value("ATmega8");
-    const int avr = project().addCmd(
-        {{key::id_cfg, cfg}, {key::cmd, cmd::set_device}, {key::device, "ATmega8"}, {key::file, file}}, -1);
-    project().bindAll();
-
-    const QPointer<TDialogCmdSelector> window = new TDialogCmdSelector(-1, -1);
-    window->show();
-    QVERIFY(QTest::qWaitForWindowActive(window));
-    const auto device = [&window](const QLatin1String& word) {
-        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        return window->findChild<QPushButton*>(word);
-    };
-    QVERIFY(device(cmd::set_vcc) && !device(cmd::fuse_read) && !device(cmd::separator));
-    window->slotSelectCmd(cfg, avr);
-    QCOMPARE(device(cmd::flash_file_write)->palette().color(QPalette::Button), appData().SelectorColorFile);
-    QCOMPARE(device(cmd::flash_char_write)->palette().color(QPalette::Button), appData().SelectorColorChar);
-    QCOMPARE(device(cmd::erase)->height(), appData().WindowCmdSelectorButtonHeight);
-    const QSignalSpy added(window, &TDialogCmdSelector::signalAddCmd);
-    QTest::mouseClick(device(cmd::fuse_read), Qt::LeftButton);
-    window->findChild<QCheckBox*>()->click();
-    QTest::mouseClick(device(cmd::set_vcc), Qt::LeftButton);
-    QCOMPARE(added, (QList<QVariantList>{{cmd::fuse_read, true}, {cmd::set_vcc, false}}));
-    project().reset();
-    window->slotSelectCmd(-1, -1);
-    QVERIFY(!device(cmd::fuse_read));
-    window->resize(600, 500);
-    QTest::keyPress(window, Qt::Key_Escape);
-    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(!window);
-    QCOMPARE(appData().WindowCmdSelectorHeight, 500);
-}
-
-// Values that no editor can show stay as they are, and the wheel only scrolls the page.
-void TestDialogs::setupStoresWhatWasChanged()
-{
-    appData().CfgOrientation = 5;
-    appData().PrjListExpand = 7;
-    appData().Style = "no such style";
-    appData().ProgDefault = 9;
-    appData().WindowCmdSelector = -20;
-    const QVariantMap before = settings();
-    for (const char* answer : {"Cancel", "OK"}) {
-        QCOMPARE(changes(before), QStringList());
-        TDialogSetupSelect dialog;
-        QWheelEvent turn({}, {}, {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        for (QComboBox* box : dialog.findChildren<QComboBox*>())
-            QApplication::sendEvent(box, &turn);
-        for (QLineEdit* line : dialog.findChildren<QLineEdit*>()) {
-            if (line->text() == appData().PathProgs)
-                line->setText("other");
-            else if (line->text() == appData().PathDevices)
-                line->setText("  ");
-        }
-        dialog.findChild<QStackedWidget*>()->widget(2)->findChildren<QCheckBox*>().last()->click();
-        click(dialog, answer);
-    }
-    QCOMPARE(changes(before), QStringList({"Confirmation/Quit", "Main/PathProgs"}));
-    TDialogSetupSelect dialog;
-    change(dialog.findChild<QStackedWidget*>()->widget(0)->findChildren<QComboBox*>().at(1));
-    QCOMPARE(answerBox(button(dialog, "OK"), "Space", "OK"), langText(2));
-}
-
-// Each editor leads to a setting of its page and of its own: changing all of a page changes all that the
-// file keeps of its group, but where the program was left.
-void TestDialogs::setupHasEverySetting()
-{
-    const QVariantMap before = settings();
-    TDialogSetupSelect dialog;
-    const auto* pages = dialog.findChild<QStackedWidget*>();
-    QStringList expected;
-    int index = 0;
-    for (const char* group : {"Main/", "Interface/", "Confirmation/", "Prog/"}) {
-        for (const QString& key : before.keys()) {
-            if (key.startsWith(group) && !key.startsWith("Main/Last") && !key.startsWith("Main/PrjList"))
-                expected.append(key);
-        }
-        expected.sort();
-        auto* page = static_cast<IDialogSetupPage*>(pages->widget(index++));
-        // From the end: a box that is off turns those below it off.
-        QList<QWidget*> editors = page->findChildren<QWidget*>();
-        while (!editors.isEmpty())
-            change(editors.takeLast());
-        page->store();
-        QCOMPARE(changes(before), expected);
-    }
-}
-
-void TestDialogs::programmers()
-{
-    TDialogSetupPageProg page;
-    auto* aliases = page.findChild<QTableWidget*>("aliases");
-    auto* types = page.findChild<QTableWidget*>("types");
-    // The default, in the second row, goes along with its row.
-    aliases->setCurrentCell(1, 1);
-    press(aliases, "Ctrl+Up");
-    fillIn<TDialogSetupPageProgAliasEdit>(aliases, "F2", {"Bench"});
-    // A port that is not in the list is taken as it was typed.
-    fillIn<TDialogSetupPageProgAliasEdit>(aliases, "Ins", {"New", " ./sim (2) "});
-    aliases->setCurrentCell(1, 1);
-    QVERIFY(answerBox(aliases, "Del", "Yes").contains("\"A\""));
-    aliases->item(1, 0)->setCheckState(Qt::Unchecked);
-    // Programmers follow the new name of their type.
-    fillIn<TDialogSetupPageProgTypeEdit>(types, "F2", {"Renamed", "new.cfg"});
-    // Those of a type that goes are named before, and keep its name.
-    types->setCurrentCell(1, 0);
-    const QString asked = answerBox(types, "Del", "Yes");
-    QVERIFY(asked.contains("\"Other\"") && asked.endsWith(": Bench"));
-    QCOMPARE(aliases->item(0, 3)->foreground().color(), QColor(Qt::red));
-    QVERIFY(aliases->item(1, 3)->foreground().color() != QColor(Qt::red));
-    QCOMPARE(appData().progNames.name(0), QString("A"));
-
-    page.store();
-    const QVariantMap stored = settings();
-    QCOMPARE(stored["ProgNameList/Name0"], QVariant(QStringList({"0", "Bench", "/dev/x (y)", "Other"})));
-    QCOMPARE(stored["ProgNameList/Name1"], QVariant(QStringList({"0", "C", "ttyS2", "Renamed"})));
-    QCOMPARE(stored["ProgNameList/Name2"], QVariant(QStringList({"1", "New", "./sim (2)", "Renamed"})));
-    QCOMPARE(stored["ProgTypeList/Type0"], QVariant(QStringList({"Renamed", "new.cfg"})));
-    QCOMPARE(appData().ProgDefault, 0);
-    // Without its programmer there is no default any more.
-    TDialogSetupPageProg second;
-    answerBox(second.findChild<QTableWidget*>("aliases"), "Del", "Yes");
-    second.store();
-    QCOMPARE(appData().ProgDefault, -1);
-}
 
 QTEST_MAIN(TestDialogs)
 #include "test_dialogs.moc"

@@ -29,114 +29,107 @@ class TestLog : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void lines();
-    void startsAnew();
-    void locked();
-};
-
-void TestLog::init()
-{
-    lang().load(VM_DATA_DIR "/language/eng.lng");
-    appData() = TAppData();
-    // Colours that tell each piece from every other.
-    static constexpr QColor TAppData::*colors[] = {
-        &TAppData::ExecLogColorTime,    &TAppData::ExecLogColorCmd,   &TAppData::ExecLogColorParam,
-        &TAppData::ExecLogColorText,    &TAppData::ExecLogColorWork,  &TAppData::ExecLogColorResult,
-        &TAppData::ExecLogColorSuccess, &TAppData::ExecLogColorFailed};
-    int red = 0;
-    for (QColor TAppData::*color : colors)
-        appData().*color = QColor(++red, 0, 0);
-}
-
-void TestLog::lines()
-{
-    const QString box = "\n<#080000>%1\n<#080000>%2\n<#080000>a <b>&\n<#080000>%2\n";
-    const struct
+    void init()
     {
-        int code;
-        bool time, ms;
-        QString text2, line;
-    } rows[] = {
-        {0, true, false, "p", "\n<#010000>T <#020000>a <b>&<#030000> (p)"},
-        {0, false, true, "", "\n<#020000>a <b>&"},
-        {1, true, true, "", "\n<#010000>T.ms <#040000>a <b>&"},
-        {2, true, false, "", "\n<#040000>         a <b>&"},
-        {2, false, false, "", "\n<#040000>a <b>&"},
-        {2, true, true, "", "\n<#040000>             a <b>&"},
-        {3, true, true, "", "\n<#050000>a <b>&"},
-        {4, true, false, "", "\n<#060000>         a <b>&"},
-        {5, true, false, "", "\n<#010000>T <#070000>a <b>&"},
-        {6, false, false, "", box.arg(langText(386), QString(60, '='))},
-        {7, true, false, "", ""},
-        {-1, true, false, "", ""},
-    };
-    for (const auto& row : rows) {
-        appData().ExecLogShowTime = row.time;
-        appData().ExecLogShowTime_ms = row.ms;
-        TWgtLogExec log;
-        log.addEvent(ceWork, "first", {});
-        log.addEvent(static_cast<TCodeExec>(row.code), "a <b>&", row.text2);
-        QCOMPARE(coloured(log), "\n<#050000>first" + row.line);
+        lang().load(VM_DATA_DIR "/language/eng.lng");
+        appData() = TAppData();
+        // Colours that tell each piece from every other.
+        static constexpr QColor TAppData::*colors[] = {
+            &TAppData::ExecLogColorTime,    &TAppData::ExecLogColorCmd,   &TAppData::ExecLogColorParam,
+            &TAppData::ExecLogColorText,    &TAppData::ExecLogColorWork,  &TAppData::ExecLogColorResult,
+            &TAppData::ExecLogColorSuccess, &TAppData::ExecLogColorFailed};
+        int red = 0;
+        for (QColor TAppData::*color : colors)
+            appData().*color = QColor(++red, 0, 0);
     }
-}
 
-void TestLog::startsAnew()
-{
-    TWgtLogExec log;
-    log.setPercent(900);
-    log.addEvent(ceCmdBegin, "x", {});
-    QCOMPARE(log.bar()->value(), 0);
-    log.clear();
-    log.addEvent(ceWork, {}, {});
-    log.addEvent(ceWork, "x", {});
-    QCOMPARE(coloured(log), QString("\n\n<#050000>x"));
-    // A full log loses its oldest lines only.
-    QStringList lines;
-    for (int i = 2; i < TWgtLogExec::maxLines; ++i)
-        lines.append(QString::number(i));
-    log.addEvent(ceWork, lines.join('\n'), {});
-    const QTextDocument* document = log.edit()->document();
-    QCOMPARE(document->blockCount(), TWgtLogExec::maxLines);
-    log.addEvent(ceWork, QString::number(TWgtLogExec::maxLines), {});
-    QVERIFY(document->blockCount() < TWgtLogExec::maxLines);
-    QCOMPARE(document->lastBlock().text(), QString::number(TWgtLogExec::maxLines));
-    QCOMPARE(document->firstBlock().text().toInt(), TWgtLogExec::maxLines + 1 - document->blockCount());
-}
+    void lines()
+    {
+        const QString box = "\n<#080000>%1\n<#080000>%2\n<#080000>a <b>&\n<#080000>%2\n";
+        const struct
+        {
+            int code;
+            bool time, ms;
+            QString text2, line;
+        } rows[] = {
+            {0, true, false, "p", "\n<#010000>T <#020000>a <b>&<#030000> (p)"},
+            {0, false, true, "", "\n<#020000>a <b>&"},
+            {1, true, true, "", "\n<#010000>T.ms <#040000>a <b>&"},
+            {2, true, false, "", "\n<#040000>         a <b>&"},
+            {3, true, true, "", "\n<#050000>a <b>&"},
+            {4, true, false, "", "\n<#060000>         a <b>&"},
+            {5, true, false, "", "\n<#010000>T <#070000>a <b>&"},
+            {6, false, false, "", box.arg(langText(386), QString(60, '='))},
+            {7, true, false, "", ""},
+            {-1, true, false, "", ""},
+        };
+        for (const auto& row : rows) {
+            appData().ExecLogShowTime = row.time;
+            appData().ExecLogShowTime_ms = row.ms;
+            TWgtLogExec log;
+            log.addEvent(ceWork, "first", {});
+            log.addEvent(static_cast<TCodeExec>(row.code), "a <b>&", row.text2);
+            QCOMPARE(coloured(log), "\n<#050000>first" + row.line);
+        }
+    }
 
-void TestLog::locked()
-{
-    TWgtLogExec log;
-    log.resize(300, 200);
-    log.show();
-    QTextEdit* edit = log.edit();
-    const auto fill = [&] {
-        for (int i = 0; i < 100; ++i)
-            log.addEvent(ceText, QString(i * 3, 'w'), {});
-    };
-    const auto drag = [edit] {
-        QTest::mousePress(edit->viewport(), Qt::LeftButton, {}, {20, 20});
-        QMouseEvent move(QEvent::MouseMove, {120, 90}, Qt::NoButton, Qt::LeftButton, {});
-        QCoreApplication::sendEvent(edit->viewport(), &move);
-        QTest::mouseRelease(edit->viewport(), Qt::LeftButton, {}, {120, 90});
-    };
-    fill();
-    edit->selectAll();
-    log.lock(true);
-    drag();
-    QVERIFY(!edit->textCursor().hasSelection());
-    edit->verticalScrollBar()->setValue(0);
-    fill();
-    QCOMPARE(edit->verticalScrollBar()->value(), edit->verticalScrollBar()->maximum());
-    QCOMPARE(edit->horizontalScrollBar()->value(), 0);
-    QVERIFY(edit->textCursor().atEnd());
-    log.lock(false);
-    edit->verticalScrollBar()->setValue(0);
-    drag();
-    QVERIFY(edit->textCursor().hasSelection());
-    QTest::keyClicks(edit, "x");
-    QVERIFY(!edit->toPlainText().contains('x'));
-}
+    void startsAnew()
+    {
+        TWgtLogExec log;
+        log.setPercent(900);
+        log.addEvent(ceCmdBegin, "x", {});
+        QCOMPARE(log.bar()->value(), 0);
+        log.clear();
+        log.addEvent(ceWork, {}, {});
+        log.addEvent(ceWork, "x", {});
+        QCOMPARE(coloured(log), QString("\n\n<#050000>x"));
+        // A full log loses its oldest lines only.
+        QStringList lines;
+        for (int i = 2; i < TWgtLogExec::maxLines; ++i)
+            lines.append(QString::number(i));
+        log.addEvent(ceWork, lines.join('\n'), {});
+        const QTextDocument* document = log.edit()->document();
+        QCOMPARE(document->blockCount(), TWgtLogExec::maxLines);
+        log.addEvent(ceWork, QString::number(TWgtLogExec::maxLines), {});
+        QVERIFY(document->blockCount() < TWgtLogExec::maxLines);
+        QCOMPARE(document->lastBlock().text(), QString::number(TWgtLogExec::maxLines));
+        QCOMPARE(document->firstBlock().text().toInt(), TWgtLogExec::maxLines + 1 - document->blockCount());
+    }
+
+    void locked()
+    {
+        TWgtLogExec log;
+        log.resize(300, 200);
+        log.show();
+        QTextEdit* edit = log.edit();
+        const auto fill = [&] {
+            for (int i = 0; i < 100; ++i)
+                log.addEvent(ceText, QString(i * 3, 'w'), {});
+        };
+        const auto drag = [edit] {
+            QTest::mousePress(edit->viewport(), Qt::LeftButton, {}, {20, 20});
+            QMouseEvent move(QEvent::MouseMove, {120, 90}, Qt::NoButton, Qt::LeftButton, {});
+            QCoreApplication::sendEvent(edit->viewport(), &move);
+            QTest::mouseRelease(edit->viewport(), Qt::LeftButton, {}, {120, 90});
+        };
+        fill();
+        edit->selectAll();
+        log.lock(true);
+        drag();
+        QVERIFY(!edit->textCursor().hasSelection());
+        edit->verticalScrollBar()->setValue(0);
+        fill();
+        QCOMPARE(edit->verticalScrollBar()->value(), edit->verticalScrollBar()->maximum());
+        QCOMPARE(edit->horizontalScrollBar()->value(), 0);
+        QVERIFY(edit->textCursor().atEnd());
+        log.lock(false);
+        edit->verticalScrollBar()->setValue(0);
+        drag();
+        QVERIFY(edit->textCursor().hasSelection());
+        QTest::keyClicks(edit, "x");
+        QVERIFY(!edit->toPlainText().contains('x'));
+    }
+};
 
 QTEST_MAIN(TestLog)
 #include "test_log.moc"

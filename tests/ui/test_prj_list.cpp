@@ -1,4 +1,5 @@
 #include "core/TAppData.h"
+#include "core/TPrjListFile.h"
 #include "core/globals.h"
 #include "support/TestDir.h"
 #include "support/tables.h"
@@ -13,20 +14,20 @@
 
 namespace {
 
-/// Of the nodes "parent|expand|name|file", "," between them.
-QByteArray listFile(const QString& nodes)
+/// Each with the number of its parent, counted from 1, whether it is expanded, name and file.
+QByteArray sampleList()
 {
-    QStringList lines;
-    for (const QString& node : nodes.split(',')) {
-        const QStringList cells = node.split('|');
-        lines += QString("        {\"parent\": %1, \"expand\": %2, \"name\": \"%3\", \"file\": \"%4\"}")
-                     .arg(cells[0], cells[1], cells[2], cells[3]);
-    }
-    return "{\r    \"version\": 1,\r    \"list\":\r    [\r" + lines.join(",\r").toUtf8() + "\r    ]\r}\r";
+    TPrjListFile list;
+    list.setItems({{0, true, "Chips", ""},
+                   {1, false, "AVR", ""},
+                   {2, false, "mega8", "avr/mega8.prj"},
+                   {2, false, "tiny", "tiny.prj"},
+                   {1, true, "Flash [W25]", "flash.prj"},
+                   {5, false, "big", "big.prj"},
+                   {0, false, "Other", "other.prj"}});
+    return list.toBytes();
 }
 
-const QByteArray sampleList = listFile("0|1|Chips|,1|0|AVR|,2|0|mega8|avr/mega8.prj,2|0|tiny|tiny.prj,"
-                                       "1|1|Flash [W25]|flash.prj,5|0|big|big.prj,0|0|Other|other.prj");
 const QString sampleShape = "+Chips,>AVR,>>mega8,>>tiny,>+Flash [W25],>>big,Other";
 
 /// Gives access to what only a drag of the platform calls.
@@ -42,14 +43,148 @@ class TestPrjList : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void loadAndSave_data();
-    void loadAndSave();
-    void filter();
-    void keys();
-    void drop_data();
-    void drop();
-    void remove();
+    void init()
+    {
+        appData().PathProjects = m_dir.path();
+        m_dir.write("sample.lst", sampleList());
+        m_list = std::make_unique<TWgtPrjList>();
+        m_list->resize(300, 400);
+        m_list->show();
+        QVERIFY(m_list->load("Sample", "sample.lst", 0));
+        QVERIFY(QTest::qWaitForWindowActive(m_list.get()));
+    }
+
+    void loadAndSave_data()
+    {
+        tableColumns<QByteArray, int, QString, QString>("bytes", "expandMode", "nodes", "status");
+        const QString none; // without nodes it is not loaded
+        tableRow("as stored", sampleList(), 0, sampleShape, none);
+        tableRow("collapsed", sampleList(), 1, QString("Chips,>AVR,>>mega8,>>tiny,>Flash [W25],>>big,Other"),
+                 none);
+        tableRow("expanded", sampleList(), 2,
+                 QString("+Chips,>+AVR,>>mega8,>>tiny,>+Flash [W25],>>big,Other"), none);
+        tableRow("empty", QByteArray(), 0, none, QString("пустой файл"));
+        tableRow("broken", QByteArray("{ \"list\": ["), 0, none, none);
+    }
+
+    void loadAndSave()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(int, expandMode);
+        QFETCH(QString, nodes);
+        QFETCH(QString, status);
+        const QString file = m_dir.write("list.lst", bytes);
+        QSignalSpy selected(m_list.get(), &TWgtPrjList::signalProjectSelect);
+        m_list->selectByIndex(2);
+        QCOMPARE(selected.takeLast().at(0).toString(), m_dir.file("avr/mega8.prj"));
+        const bool isList = !nodes.isEmpty();
+        QCOMPARE(m_list->load("L", "list.lst", expandMode), isList);
+        QCOMPARE(selected.size(), 0);
+        QCOMPARE(shape(), nodes);
+        QCOMPARE(m_list->statusText(), status);
+        QCOMPARE(m_list->errorText().isEmpty(), isList || !status.isEmpty());
+        QCOMPARE(filterEdit()->isEnabled(), isList);
+        QCOMPARE(m_list->indexOfSelected(), -1);
+        QVERIFY(m_list->save(file));
+        if (nodes == sampleShape || !isList)
+            QCOMPARE(m_dir.read("list.lst"), bytes);
+    }
+
+    void filter()
+    {
+        QVERIFY(filterEdit()->hasFocus());
+        QCOMPARE(filtered("MEGA"), QString("+Chips,>+AVR,>>mega8"));
+        QCOMPARE(filtered("flash"), QString("+Chips,>+Flash [W25]"));
+        QCOMPARE(filtered("[w"), QString("+Chips,>+Flash [W25]"));
+        QCOMPARE(filtered("m*?8"), QString("+Chips,>+AVR,>>mega8"));
+        QCOMPARE(filtered("t?ny*z"), QString());
+        QCOMPARE(filtered("m.ga"), QString());
+        // A save in between keeps the tree as the user left it.
+        QVERIFY(m_list->save(m_dir.file("sample.lst")));
+        QCOMPARE(m_dir.read("sample.lst"), sampleList());
+        QTest::mouseClick(m_list->findChild<QPushButton*>(), Qt::LeftButton);
+        QCOMPARE(shape(), sampleShape);
+
+        // What is selected stays in sight, by its topmost node.
+        find("Chips")->setExpanded(false);
+        filtered("mega");
+        m_list->tree()->setCurrentItem(find("mega8"));
+        m_list->setFilterVisible(false);
+        QVERIFY(shape().startsWith("+Chips,>AVR,>>mega8,"));
+    }
+
+    void keys()
+    {
+        QSignalSpy selected(m_list.get(), &TWgtPrjList::signalProjectSelect);
+        QTest::keyClicks(filterEdit(), "oth");
+        QTest::keyClick(filterEdit(), Qt::Key_Down);
+        QVERIFY(m_list->tree()->hasFocus());
+        QCOMPARE(m_list->nodeName(), QString("Other"));
+        QTest::keyClick(m_list->tree(), Qt::Key_Up);
+        QVERIFY(filterEdit()->hasFocus());
+        QVERIFY(m_list->tree()->selectedItems().isEmpty());
+        QTest::keyClick(filterEdit(), Qt::Key_Down);
+        QCOMPARE(m_list->tree()->selectedItems().size(), 1);
+        QCOMPARE(selected.size(), 1);
+        m_list->slotFilterClear();
+        QTest::keyClick(m_list->tree(), Qt::Key_Up);
+        QVERIFY(m_list->tree()->hasFocus());
+        QCOMPARE(selected.size(), 2);
+    }
+
+    void drop_data()
+    {
+        // Without a target it is let go below the last node.
+        textRows(R"(
+AVR | Other | on | +Chips,>+Flash [W25],>>big,+Other,>+AVR,>>mega8,>>tiny
+tiny | Chips | above | tiny,+Chips,>+AVR,>>mega8,>+Flash [W25],>>big,Other
+AVR | Flash [W25] | below | +Chips,>+Flash [W25],>>big,>+AVR,>>mega8,>>tiny,Other
+Flash [W25] | | below | +Chips,>+AVR,>>mega8,>>tiny,Other,+Flash [W25],>big
+Chips | big | on | +Chips,>+AVR,>>mega8,>>tiny,>+Flash [W25],>>big,Other
+)",
+                 {"dragged", "target", "place", "nodes"});
+    }
+
+    void drop()
+    {
+        QFETCH(QString, dragged);
+        QFETCH(QString, target);
+        QFETCH(QString, place);
+        TTreeWidget* tree = m_list->tree();
+        m_list->dragMode(true);
+        find("AVR")->setExpanded(true);
+        m_list->restoreCurrent(find(dragged));
+        QSignalSpy selected(m_list.get(), &TWgtPrjList::signalProjectSelect);
+        QSignalSpy dropped(tree, &TTreeWidget::signalDropped);
+        const QString before = shape();
+        const QRect rect = target.isEmpty() ? tree->viewport()->rect() : tree->visualItemRect(find(target));
+        const int y = place == "above" ? rect.top() : place == "below" ? rect.bottom() : rect.center().y();
+        QMimeData mime;
+        QDropEvent event(QPoint(rect.center().x(), y), Qt::MoveAction, &mime, Qt::LeftButton, Qt::NoModifier);
+        // The application itself delivers a drop only within a drag of the platform.
+        (tree->*(&DropTree::dropEvent))(&event);
+        QTEST(shape(), "nodes");
+        QCOMPARE(m_list->nodeName(), dragged);
+        QCOMPARE(selected.size(), 0);
+        QCOMPARE(dropped.size(), shape() == before ? 0 : 1);
+        QVERIFY(event.dropAction() != Qt::MoveAction);
+    }
+
+    void remove()
+    {
+        m_list->restoreCurrent(find("AVR"));
+        QSignalSpy selected(m_list.get(), &TWgtPrjList::signalProjectSelect);
+        m_list->deleteChildren();
+        QCOMPARE(selected.size(), 0);
+        QVERIFY(!m_list->nodeHasChildren());
+        m_list->deleteNode();
+        QCOMPARE(shape(), QString("+Chips,>+Flash [W25],>>big,Other"));
+        QCOMPARE(selected.size(), 1);
+        QCOMPARE(selected.at(0).at(0).toString(), m_list->nodePath());
+        while (m_list->hasNode())
+            m_list->deleteNode();
+        QCOMPARE(selected.last().at(0).toString(), QString());
+    }
 
 private:
     QTreeWidgetItem* find(const QString& name) const
@@ -57,7 +192,20 @@ private:
         return m_list->tree()->findItems(name, Qt::MatchExactly | Qt::MatchRecursive).value(0);
     }
     /// Names in sight in order, ">" for each level, "+" in front of an expanded one, "," between them.
-    QString shape() const;
+
+    QString shape() const
+    {
+        QStringList lines;
+        for (const QTreeWidgetItem* item : m_list->tree()->nodes()) {
+            int depth = 0;
+            for (const QTreeWidgetItem* above = item->parent(); above; above = above->parent())
+                ++depth;
+            if (!item->isHidden())
+                lines.append(QString(depth, '>') + (item->isExpanded() && item->childCount() ? "+" : "") +
+                             item->text(0));
+        }
+        return lines.join(',');
+    }
     QLineEdit* filterEdit() const { return m_list->findChild<QLineEdit*>(); }
     /// What a typed filter leaves.
     QString filtered(const char* text) const
@@ -70,164 +218,6 @@ private:
     TestDir m_dir{TestDir::Empty};
     std::unique_ptr<TWgtPrjList> m_list;
 };
-
-void TestPrjList::init()
-{
-    appData().PathProjects = m_dir.path();
-    m_dir.write("sample.lst", sampleList);
-    m_list = std::make_unique<TWgtPrjList>();
-    m_list->resize(300, 400);
-    m_list->show();
-    QVERIFY(m_list->load("Sample", "sample.lst", 0));
-    QVERIFY(QTest::qWaitForWindowActive(m_list.get()));
-}
-
-QString TestPrjList::shape() const
-{
-    QStringList lines;
-    for (const QTreeWidgetItem* item : m_list->tree()->nodes()) {
-        int depth = 0;
-        for (const QTreeWidgetItem* above = item->parent(); above; above = above->parent())
-            ++depth;
-        if (!item->isHidden())
-            lines.append(QString(depth, '>') + (item->isExpanded() && item->childCount() ? "+" : "") +
-                         item->text(0));
-    }
-    return lines.join(',');
-}
-
-void TestPrjList::loadAndSave_data()
-{
-    tableColumns<QByteArray, int, QString, QString>("bytes", "expandMode", "nodes", "status");
-    const QString none; // without nodes it is not loaded
-    tableRow("as stored", sampleList, 0, sampleShape, none);
-    tableRow("collapsed", sampleList, 1, QString("Chips,>AVR,>>mega8,>>tiny,>Flash [W25],>>big,Other"), none);
-    tableRow("expanded", sampleList, 2, QString("+Chips,>+AVR,>>mega8,>>tiny,>+Flash [W25],>>big,Other"),
-             none);
-    const QByteArray badParents = listFile("5|1|a|,-1|0|b|,2|1|c|c,3|0||d,5|0|e|");
-    tableRow("bad parents", badParents, 0, QString("a,b,>+c,>>,e"), none);
-    tableRow("empty", QByteArray(), 0, none, QString("пустой файл"));
-    tableRow("broken", QByteArray("{ \"list\": ["), 0, none, none);
-}
-
-void TestPrjList::loadAndSave()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(int, expandMode);
-    QFETCH(QString, nodes);
-    QFETCH(QString, status);
-    const QString file = m_dir.write("list.lst", bytes);
-    QSignalSpy selected(m_list.get(), &TWgtPrjList::signalProjectSelect);
-    m_list->selectByIndex(2);
-    QCOMPARE(selected.takeLast().at(0).toString(), m_dir.file("avr/mega8.prj"));
-    const bool isList = !nodes.isEmpty();
-    QCOMPARE(m_list->load("L", "list.lst", expandMode), isList);
-    QCOMPARE(selected.size(), 0);
-    QCOMPARE(shape(), nodes);
-    QCOMPARE(m_list->statusText(), status);
-    QCOMPARE(m_list->errorText().isEmpty(), isList || !status.isEmpty());
-    QCOMPARE(filterEdit()->isEnabled(), isList);
-    QCOMPARE(m_list->indexOfSelected(), -1);
-    QVERIFY(m_list->save(file));
-    if (nodes == sampleShape || !isList)
-        QCOMPARE(m_dir.read("list.lst"), bytes);
-}
-
-void TestPrjList::filter()
-{
-    QVERIFY(filterEdit()->hasFocus());
-    QCOMPARE(filtered("MEGA"), QString("+Chips,>+AVR,>>mega8"));
-    QCOMPARE(filtered("flash"), QString("+Chips,>+Flash [W25]"));
-    QCOMPARE(filtered("[w"), QString("+Chips,>+Flash [W25]"));
-    QCOMPARE(filtered("m*?8"), QString("+Chips,>+AVR,>>mega8"));
-    QCOMPARE(filtered("t?ny*z"), QString());
-    QCOMPARE(filtered("m.ga"), QString());
-    // A save in between keeps the tree as the user left it.
-    QVERIFY(m_list->save(m_dir.file("sample.lst")));
-    QCOMPARE(m_dir.read("sample.lst"), sampleList);
-    QTest::mouseClick(m_list->findChild<QPushButton*>(), Qt::LeftButton);
-    QCOMPARE(shape(), sampleShape);
-
-    // What is selected stays in sight, by its topmost node.
-    find("Chips")->setExpanded(false);
-    filtered("mega");
-    m_list->tree()->setCurrentItem(find("mega8"));
-    m_list->setFilterVisible(false);
-    QVERIFY(shape().startsWith("+Chips,>AVR,>>mega8,"));
-}
-
-void TestPrjList::keys()
-{
-    QSignalSpy selected(m_list.get(), &TWgtPrjList::signalProjectSelect);
-    QTest::keyClicks(filterEdit(), "oth");
-    QTest::keyClick(filterEdit(), Qt::Key_Down);
-    QVERIFY(m_list->tree()->hasFocus());
-    QCOMPARE(m_list->nodeName(), QString("Other"));
-    QTest::keyClick(m_list->tree(), Qt::Key_Up);
-    QVERIFY(filterEdit()->hasFocus());
-    QVERIFY(m_list->tree()->selectedItems().isEmpty());
-    QTest::keyClick(filterEdit(), Qt::Key_Down);
-    QCOMPARE(m_list->tree()->selectedItems().size(), 1);
-    QCOMPARE(selected.size(), 1);
-    m_list->slotFilterClear();
-    QTest::keyClick(m_list->tree(), Qt::Key_Up);
-    QVERIFY(m_list->tree()->hasFocus());
-    QCOMPARE(selected.size(), 2);
-}
-
-void TestPrjList::drop_data()
-{
-    // Without a target it is let go below the last node.
-    textRows(R"(
-AVR | Other | on | +Chips,>+Flash [W25],>>big,+Other,>+AVR,>>mega8,>>tiny
-tiny | Chips | above | tiny,+Chips,>+AVR,>>mega8,>+Flash [W25],>>big,Other
-AVR | Flash [W25] | below | +Chips,>+Flash [W25],>>big,>+AVR,>>mega8,>>tiny,Other
-Flash [W25] | | below | +Chips,>+AVR,>>mega8,>>tiny,Other,+Flash [W25],>big
-Chips | big | on | +Chips,>+AVR,>>mega8,>>tiny,>+Flash [W25],>>big,Other
-)",
-             {"dragged", "target", "place", "nodes"});
-}
-
-void TestPrjList::drop()
-{
-    QFETCH(QString, dragged);
-    QFETCH(QString, target);
-    QFETCH(QString, place);
-    TTreeWidget* tree = m_list->tree();
-    m_list->dragMode(true);
-    find("AVR")->setExpanded(true);
-    m_list->restoreCurrent(find(dragged));
-    QSignalSpy selected(m_list.get(), &TWgtPrjList::signalProjectSelect);
-    QSignalSpy dropped(tree, &TTreeWidget::signalDropped);
-    const QString before = shape();
-    const QRect rect = target.isEmpty() ? tree->viewport()->rect() : tree->visualItemRect(find(target));
-    const int y = place == "above" ? rect.top() : place == "below" ? rect.bottom() : rect.center().y();
-    QMimeData mime;
-    QDropEvent event(QPoint(rect.center().x(), y), Qt::MoveAction, &mime, Qt::LeftButton, Qt::NoModifier);
-    // The application itself delivers a drop only within a drag of the platform.
-    (tree->*(&DropTree::dropEvent))(&event);
-    QTEST(shape(), "nodes");
-    QCOMPARE(m_list->nodeName(), dragged);
-    QCOMPARE(selected.size(), 0);
-    QCOMPARE(dropped.size(), shape() == before ? 0 : 1);
-    QVERIFY(event.dropAction() != Qt::MoveAction);
-}
-
-void TestPrjList::remove()
-{
-    m_list->restoreCurrent(find("AVR"));
-    QSignalSpy selected(m_list.get(), &TWgtPrjList::signalProjectSelect);
-    m_list->deleteChildren();
-    QCOMPARE(selected.size(), 0);
-    QVERIFY(!m_list->nodeHasChildren());
-    m_list->deleteNode();
-    QCOMPARE(shape(), QString("+Chips,>+Flash [W25],>>big,Other"));
-    QCOMPARE(selected.size(), 1);
-    QCOMPARE(selected.at(0).at(0).toString(), m_list->nodePath());
-    while (m_list->hasNode())
-        m_list->deleteNode();
-    QCOMPARE(selected.last().at(0).toString(), QString());
-}
 
 QTEST_MAIN(TestPrjList)
 #include "test_prj_list.moc"
