@@ -6,11 +6,8 @@
 #include "ui/TTreeWidget.h"
 #include "ui/TWgtPrjList.h"
 
-#include <QDropEvent>
-#include <QLineEdit>
-#include <QMimeData>
-#include <QPushButton>
 #include <QtTest>
+#include <QtWidgets>
 
 namespace {
 
@@ -54,40 +51,32 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(m_list.get()));
     }
 
-    void loadAndSave_data()
-    {
-        tableColumns<QByteArray, int, QString, QString>("bytes", "expandMode", "nodes", "status");
-        const QString none; // without nodes it is not loaded
-        tableRow("as stored", sampleList(), 0, sampleShape, none);
-        tableRow("collapsed", sampleList(), 1, QString("Chips,>AVR,>>mega8,>>tiny,>Flash [W25],>>big,Other"),
-                 none);
-        tableRow("expanded", sampleList(), 2,
-                 QString("+Chips,>+AVR,>>mega8,>>tiny,>+Flash [W25],>>big,Other"), none);
-        tableRow("empty", QByteArray(), 0, none, QString("пустой файл"));
-        tableRow("broken", QByteArray("{ \"list\": ["), 0, none, none);
-    }
-
     void loadAndSave()
     {
-        QFETCH(QByteArray, bytes);
-        QFETCH(int, expandMode);
-        QFETCH(QString, nodes);
-        QFETCH(QString, status);
-        const QString file = m_dir.write("list.lst", bytes);
-        QSignalSpy selected(m_list.get(), &TWgtPrjList::signalProjectSelect);
-        m_list->selectByIndex(2);
-        QCOMPARE(selected.takeLast().at(0).toString(), m_dir.file("avr/mega8.prj"));
-        const bool isList = !nodes.isEmpty();
-        QCOMPARE(m_list->load("L", "list.lst", expandMode), isList);
-        QCOMPARE(selected.size(), 0);
-        QCOMPARE(shape(), nodes);
-        QCOMPARE(m_list->statusText(), status);
-        QCOMPARE(m_list->errorText().isEmpty(), isList || !status.isEmpty());
-        QCOMPARE(filterEdit()->isEnabled(), isList);
-        QCOMPARE(m_list->indexOfSelected(), -1);
-        QVERIFY(m_list->save(file));
-        if (nodes == sampleShape || !isList)
-            QCOMPARE(m_dir.read("list.lst"), bytes);
+        const auto row = [this](const QByteArray& bytes, int expandMode, const QString& nodes,
+                                const QString& status = {}) {
+            init();
+            const QString file = m_dir.write("list.lst", bytes);
+            QSignalSpy selected(m_list.get(), &TWgtPrjList::signalProjectSelect);
+            m_list->selectByIndex(2);
+            QCOMPARE(selected.takeLast().at(0).toString(), m_dir.file("avr/mega8.prj"));
+            const bool isList = !nodes.isEmpty();
+            QCOMPARE(m_list->load("L", "list.lst", expandMode), isList);
+            QCOMPARE(selected.size(), 0);
+            QCOMPARE(shape(), nodes);
+            QCOMPARE(m_list->statusText(), status);
+            QCOMPARE(m_list->errorText().isEmpty(), isList || !status.isEmpty());
+            QCOMPARE(filterEdit()->isEnabled(), isList);
+            QCOMPARE(m_list->indexOfSelected(), -1);
+            QVERIFY(m_list->save(file));
+            if (expandMode == 0)
+                QCOMPARE(m_dir.read("list.lst"), bytes);
+        };
+        row(sampleList(), 0, sampleShape);
+        row(sampleList(), 1, "Chips,>AVR,>>mega8,>>tiny,>Flash [W25],>>big,Other");
+        row(sampleList(), 2, "+Chips,>+AVR,>>mega8,>>tiny,>+Flash [W25],>>big,Other");
+        row({}, 0, {}, "пустой файл");
+        row("{ \"list\": [", 0, {});
     }
 
     void filter()
