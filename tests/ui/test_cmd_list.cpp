@@ -3,7 +3,6 @@
 #include "core/globals.h"
 #include "core/keys.h"
 #include "exec/RunBench.h"
-#include "ui/TStyleCmdList.h"
 #include "ui/TWgtCmdList.h"
 
 #include <QTableWidget>
@@ -28,7 +27,6 @@ private slots:
         m_bench->bind();
         project().clearChanged();
         m_list = std::make_unique<TWgtCmdList>();
-        m_list->resize(400, 300);
         m_list->fill(m_cfg);
         m_list->show();
     }
@@ -90,7 +88,6 @@ private slots:
         QSignalSpy selected(m_list.get(), &TWgtCmdList::signalSelectCmd);
         QSignalSpy clicked(m_list.get(), &TWgtCmdList::signalClikedCmd);
         m_list->fill(m_cfg);
-        QCOMPARE(selected.size(), 1);
         m_list->refreshAll(nullptr, -1);
         m_list->reloadColors();
         m_list->highlight(m_list->cmdAt(2));
@@ -138,7 +135,6 @@ private slots:
         click(1, 0);
         QCOMPARE(shown(), QString("---x"));
         QCOMPARE(m_list->currentRow(), 3);
-        m_list->setCurrentRow(3);
         m_list->moveRow(3, -1);
         QCOMPARE(shown(), QString("--x-"));
         m_list->hideUnchecked(false);

@@ -1,7 +1,6 @@
 #include "core/TAppData.h"
 #include "core/TDataPrj.h"
 #include "core/TLang.h"
-#include "core/TPrjListFile.h"
 #include "core/TSettings.h"
 #include "core/globals.h"
 #include "core/helpers.h"
@@ -28,11 +27,7 @@
 #include <QtTest>
 #include <QtWidgets>
 
-#include <memory>
-
 namespace {
-
-using MakeDialog = std::function<QDialog*()>;
 
 /// Does something with the dialog that the next event loop shows, which must be of that class.
 template <class T> void expect(const std::function<void(T&)>& answer)
@@ -140,8 +135,6 @@ void change(QWidget* editor)
 
 } // namespace
 
-Q_DECLARE_METATYPE(MakeDialog)
-
 class TestDialogs : public QObject
 {
     Q_OBJECT
@@ -187,47 +180,40 @@ private slots:
         QCOMPARE(told, QString("table window "));
     }
 
-    void placeAndKeys_data()
-    {
-        QTest::addColumn<MakeDialog>("make");
-        const auto row = [](const char* group, const MakeDialog& make) { tableRow(group, make); };
-        row("WindowCfgEdit", [] { return new TDialogCfgEdit("t", "n"); });
-        row("WindowPrjEdit", [] { return new TDialogPrjEdit("t", "n", {}, {}); });
-        row("WindowPrjListEdit", [] { return new TDialogPrjListEdit("t", "n", "f"); });
-        row("WindowSettingsProgType", [] { return new TDialogSetupPageProgTypeEdit("t", "n", "f", {}); });
-        row("WindowSettingsProgName",
-            [] { return new TDialogSetupPageProgAliasEdit("t", "n", {}, {"Model"}, {}); });
-        row("WindowRouteEdit", [] { return new TFormProgAutoDetectEdit("t", {"id", "1"}, {}); });
-        row("WindowLanguage", [] { return new TDialogSetLanguage({"a"}); });
-        row("WindowSettings", [] { return new TDialogSetupSelect; });
-        row("WindowSelectPrjList", [this] { return new TDialogSelectPrjList(m_dir.file("vm.lpl")); });
-    }
-
     void placeAndKeys()
     {
-        QFETCH(MakeDialog, make);
         appData().WindowOtherCenter = false;
-        const QString group = QTest::currentDataTag();
-        const bool isHigh =
-            QStringList{"WindowLanguage", "WindowSettings", "WindowSelectPrjList"}.contains(group);
-        const auto stored = [group](const char* name) { return settings().value(group + name).toInt(); };
-        delete make(); // never shown, it has no place
-        QCOMPARE(stored("/Left"), 100);
-        const QRect place(30, 40, 780, 600);
-        for (Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
-            const std::unique_ptr<QDialog> dialog(make());
-            dialog->show();
-            QVERIFY(QTest::qWaitForWindowActive(dialog.get()));
-            if (key == Qt::Key_Return)
-                QCOMPARE(dialog->geometry(),
-                         QRect(place.topLeft(), QSize(780, isHigh ? 600 : dialog->height())));
-            dialog->setGeometry(place);
-            QTest::keyClick(dialog->windowHandle(), key);
-            QVERIFY(!dialog->isVisible());
-            QCOMPARE(dialog->result(), int(key == Qt::Key_Return ? QDialog::Accepted : QDialog::Rejected));
-        }
-        QCOMPARE(QPoint(stored("/Left"), stored("/Top")), place.topLeft());
-        QCOMPARE(QSize(stored("/Width"), isHigh ? stored("/Height") : 600), place.size());
+        const auto row = [](const QString& group, bool isHigh, const std::function<QDialog*()>& make) {
+            const auto stored = [group](const char* name) { return settings().value(group + name).toInt(); };
+            delete make(); // never shown, it has no place
+            compareRow(group, stored("/Left"), 100);
+            const QRect place(30, 40, 780, 600);
+            for (Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
+                const std::unique_ptr<QDialog> dialog(make());
+                dialog->show();
+                QVERIFY(QTest::qWaitForWindowActive(dialog.get()));
+                const QSize size(780, isHigh ? 600 : dialog->height());
+                if (key == Qt::Key_Return)
+                    compareRow(group, dialog->geometry(), QRect(place.topLeft(), size));
+                dialog->setGeometry(place);
+                QTest::keyClick(dialog->windowHandle(), key);
+                QVERIFY2(!dialog->isVisible(), qPrintable(group));
+                compareRow(group, dialog->result() == QDialog::Accepted, key == Qt::Key_Return);
+            }
+            compareRow(group, QPoint(stored("/Left"), stored("/Top")), place.topLeft());
+            compareRow(group, QSize(stored("/Width"), isHigh ? stored("/Height") : 600), place.size());
+        };
+        row("WindowCfgEdit", false, [] { return new TDialogCfgEdit("t", "n"); });
+        row("WindowPrjEdit", false, [] { return new TDialogPrjEdit("t", "n", {}, {}); });
+        row("WindowPrjListEdit", false, [] { return new TDialogPrjListEdit("t", "n", "f"); });
+        row("WindowSettingsProgType", false,
+            [] { return new TDialogSetupPageProgTypeEdit("t", "n", "f", {}); });
+        row("WindowSettingsProgName", false,
+            [] { return new TDialogSetupPageProgAliasEdit("t", "n", {}, {"Model"}, {}); });
+        row("WindowRouteEdit", false, [] { return new TFormProgAutoDetectEdit("t", {"id", "1"}, {}); });
+        row("WindowLanguage", true, [] { return new TDialogSetLanguage({"a"}); });
+        row("WindowSettings", true, [] { return new TDialogSetupSelect; });
+        row("WindowSelectPrjList", true, [this] { return new TDialogSelectPrjList(m_dir.file("vm.lpl")); });
     }
 
     void incomplete()
@@ -264,8 +250,7 @@ private slots:
     void deviceFilter()
     {
         appData().PathDevices = m_dir.file("few");
-        m_dir.write("few/devices.lst",
-                    "W25Q128FW=a.dev\nATmega16=a.dev\nW25Q64FW=a.dev\nATmega328P=a.dev\nW25Q64=a.dev\n");
+        m_dir.write("few/devices.lst", "W25Q128FW=a\nATmega16=a\nW25Q64FW=a\nATmega328P=a\nW25Q64=a\n");
         expect<TDialogSelectDevice>([](TDialogSelectDevice& dialog) {
             auto* line = dialog.findChild<QLineEdit*>();
             const auto filtered = [&](const char* text) {
@@ -306,9 +291,7 @@ private slots:
         QCOMPARE(m_dir.read("projects/samples_new_new.lst"), samples);
         // In another folder the copy still leads to the same projects.
         fillIn<TDialogPrjListEdit>(table, "Ctrl+C", {"Far", "../far.lst"});
-        TPrjListFile list;
-        QCOMPARE(list.read(m_dir.file("far.lst")), TPrjListFile::Ok);
-        QCOMPARE(list.items().at(1).file, QString("projects/serial-flash.prj"));
+        QVERIFY(m_dir.read("far.lst").contains("\"projects/serial-flash.prj\""));
         // A folder that is not there.
         QString said;
         fillIn<TDialogPrjListEdit>(table, "Ctrl+N", {"x", "no/such/x"}, [&said] {
@@ -411,11 +394,8 @@ private slots:
         const auto* pages = dialog.findChild<QStackedWidget*>();
         QStringList expected;
         int index = 0;
-        for (const char* group : {"Main/", "Interface/", "Confirmation/", "Prog/"}) {
-            for (const QString& key : before.keys()) {
-                if (key.startsWith(group) && !key.startsWith("Main/Last") && !key.startsWith("Main/PrjList"))
-                    expected.append(key);
-            }
+        for (const char* group : {"^Main/(?!Last|PrjList)", "^Interface/", "^Confirmation/", "^Prog/"}) {
+            expected += QStringList(before.keys()).filter(QRegularExpression(group));
             expected.sort();
             auto* page = static_cast<IDialogSetupPage*>(pages->widget(index++));
             // From the end: a box that is off turns those below it off.

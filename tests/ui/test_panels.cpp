@@ -70,7 +70,6 @@ private slots:
 
     void pagesAndForms()
     {
-        QSignalSpy viewParam(m_prj.get(), &TWgtPrj::signalSetViewParamCmd);
         QSignalSpy selected(m_prj.get(), &TWgtPrj::signalSelectCmd);
         m_prj->build();
         QCOMPARE(selected.size(), 0);
@@ -88,7 +87,7 @@ private slots:
         QCOMPARE(tab()->findChild<QSplitter*>()->orientation(), Qt::Horizontal);
         QVERIFY(tab()->findChild<QSplitter*>()->sizes().at(0) > 0);
 
-        viewParam.clear();
+        QSignalSpy viewParam(m_prj.get(), &TWgtPrj::signalSetViewParamCmd);
         m_prj->focusTable();
         QTest::keyClick(tab()->cmdList()->table(), Qt::Key_Down);
         QCOMPARE(form()->idCmd(), m_ids[1]);

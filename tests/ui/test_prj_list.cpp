@@ -110,8 +110,7 @@ private slots:
         QVERIFY(m_list->tree()->hasFocus());
         QCOMPARE(m_list->nodeName(), QString("Other"));
         QTest::keyClick(m_list->tree(), Qt::Key_Up);
-        QVERIFY(filterEdit()->hasFocus());
-        QVERIFY(m_list->tree()->selectedItems().isEmpty());
+        QVERIFY(filterEdit()->hasFocus() && m_list->tree()->selectedItems().isEmpty());
         QTest::keyClick(filterEdit(), Qt::Key_Down);
         QCOMPARE(m_list->tree()->selectedItems().size(), 1);
         QCOMPARE(selected.size(), 1);
