@@ -62,10 +62,11 @@ void TCmdGroup::setDevice(const IDevice* device)
 {
     QStringList keys;
     QStringList titles;
-    if (device)
+    if (device) {
         keys = device->commandKeys();
-    for (const QString& key : qAsConst(keys))
-        titles.append(key == cmd::separator ? QString() : device->commandTitle({{key::cmd, key}}));
+        for (const QString& key : qAsConst(keys))
+            titles.append(key == cmd::separator ? QString() : device->commandTitle({{key::cmd, key}}));
+    }
     if (keys != m_keys || titles != m_titles)
         build(keys, titles);
 }

@@ -249,15 +249,24 @@ void TestMainWindow::startButtonAndTasks()
     QVERIFY2(sim.isReady(), sim.output().constData());
     WindowBench bench;
     appData().progNames.append("Simulator", true, sim.path(), "Simulator");
-    bench.openWith("Go: delay value=1, PROG, FLASH, ident, pause; R: PROG, AVR");
+    bench.openWith("Go: delay value=1, PROG, FLASH, ident, pause, unique_id_read; R: PROG, AVR");
     const TButtonAction* execute = bench.window().button(mbExecute);
     QCOMPARE(execute->toolTip(), langText(68));
     QVERIFY(runsTo(bench, 0, csPause));
     QCOMPARE(execute->toolTip(), langText(69));
     QCOMPARE(bench.prj().current()->page(), TWgtConfig::PageExec);
     QCOMPARE(execute->palette().color(QPalette::Button), appData().ExecBtnColorPause);
-    QVERIFY(bench.play("#1, -ExecIDProg"));
+    QVERIFY(bench.play("#1, -ExecIDProg, #5"));
+    // The form of a command that reads is open: it, the row and the project take what the chip answers.
+    const auto shown = [&] { return bench.prj().current()->form()->findChild<QLineEdit*>()->text(); };
+    QCOMPARE(shown(), QString(16, '0'));
     QVERIFY(runsTo(bench, 0, csDone) && bench.waitIdle());
+    const QString read = project().cmdsOfCfg(bench.prj().currentCfg()).at(5)->param(key::data).toString();
+    QVERIFY(read.size() == 16 && read != QString(16, '0'));
+    QTRY_COMPARE(shown(), read);
+    QCOMPARE(bench.table(0)->item(5, 2)->text(), read);
+    QVERIFY(bench.play("PrjSave"));
+    QCOMPARE(bench.fileDifference(), QString());
     QCOMPARE(execute->toolTip(), langText(68));
     QCOMPARE(tabColor(bench, 0), appData().ExecTabColorSuccess);
     QVERIFY(logHas(bench, 0, "Ident.*" + langText(391) + '$'));
