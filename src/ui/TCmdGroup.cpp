@@ -99,6 +99,9 @@ void TCmdGroup::build(const QStringList& keys, const QStringList& titles)
     m_scroll->setWidget(content);
     m_scroll->setMinimumWidth(content->sizeHint().width() +
                               m_scroll->verticalScrollBar()->sizeHint().width());
+    // Whoever places the window before it is shown asks how wide this has become.
+    m_scroll->parentWidget()->layout()->activate();
+    layout()->activate();
 }
 
 void TCmdGroup::slotAddCmd()

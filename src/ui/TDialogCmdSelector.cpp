@@ -90,9 +90,12 @@ void TDialogCmdSelector::place()
     const QRect beside = window->frameGeometry();
     const QRect screen = window->screen()->availableGeometry();
     const qint64 left = qint64(beside.right()) + 1 + settings.WindowCmdSelector;
-    const qint64 last = screen.right() + 1 - size.width();
+    // Its own frame is there once it is shown; the window's is alike.
+    const QSize whole = size + window->frameGeometry().size() - window->size();
+    const qint64 last = screen.right() + 1 - whole.width();
+    const int lowest = screen.bottom() + 1 - whole.height();
     move(static_cast<int>(qBound<qint64>(screen.left(), left, qMax<qint64>(screen.left(), last))),
-         beside.top());
+         qBound(screen.top(), beside.top(), qMax(screen.top(), lowest)));
     resize(size);
 }
 

@@ -12,6 +12,7 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScreen>
 #include <QSettings>
 #include <QTabBar>
 #include <QTextEdit>
@@ -434,6 +435,9 @@ void TestMainWindow::selectorFollows()
         return bench.window().button(mbCmdSelector)->isChecked() == bool(dialog) ? dialog : nullptr;
     };
     QVERIFY(bench.play("CmdSelector") && selector());
+    const QRect place = selector()->geometry();
+    const QRect screen = selector()->screen()->availableGeometry();
+    QCOMPARE(place.intersected(screen), place);
     emit selector()->signalAddCmd(cmd::pause, false);
     bench.settle();
     QCOMPARE(bench.configs(), QString("A: delay !pause stop"));
