@@ -3,10 +3,6 @@
 #include "support/TestDir.h"
 #include "support/tables.h"
 
-#include <QElapsedTimer>
-#include <QFileInfo>
-#include <QProcess>
-
 #include <fcntl.h>
 #include <poll.h>
 #include <termios.h>
@@ -133,11 +129,6 @@ flip | C0030300EF4037D4
 echo | C0030300EF4017F4
 )";
 
-QStringList withChip(const QStringList& more = {})
-{
-    return QStringList{"--chip", "W25Q64JV"} + more;
-}
-
 /// A host that knows the wire protocol and nothing else, written for these tests alone.
 class SimClient
 {
@@ -152,57 +143,54 @@ public:
 
     /// Exchanges lines of PeerLine, with commas between them; gives the first one that was answered
     /// otherwise, and how, and nothing when all is well. SPI, AVR and I2C select a chip of that family.
-    QString play(QString lines);
-    void send(const QByteArray& bytes);
+    QString play(QString lines)
+    {
+        lines.replace("SPI", "84 0100 00 40420F00 >");
+        lines.replace("AVR", "84 0200 00 40420F00 00 05 >");
+        lines.replace("I2C", "84 0300 00 00 A0860100 0A >");
+        for (const QString& text : lines.split(',')) {
+            const PeerLine line(text);
+            send(peerFrame(uchar(line.request.at(0)), line.request.mid(1)));
+            const QByteArray answer = receive(line.answer.isEmpty() ? 100 : 3000);
+            if (answer != line.answer)
+                return text.trimmed() + " gave " + answer.toHex().toUpper();
+        }
+        return {};
+    }
+
+    void send(const QByteArray& bytes)
+    {
+        int done = 0;
+        while (done < bytes.size()) {
+            const ssize_t put = write(m_fd, bytes.constData() + done, size_t(bytes.size() - done));
+            if (put <= 0)
+                return;
+            done += int(put);
+        }
+    }
+
     /// One whole frame that begins within so many milliseconds, or what of it comes before a gap.
-    QByteArray receive(int limit = 3000);
+    QByteArray receive(int limit = 3000)
+    {
+        QByteArray bytes;
+        pollfd line{m_fd, POLLIN, 0};
+        char byte = 0;
+        int size = 4;
+        while (bytes.size() < size && poll(&line, 1, bytes.isEmpty() ? limit : 150) > 0 &&
+               read(m_fd, &byte, 1) == 1) {
+            bytes.append(byte);
+            if (bytes.size() == 4)
+                size = 5 + uchar(bytes[2]) + 256 * uchar(bytes[3]);
+        }
+        return bytes;
+    }
+
     /// Throws away what lies unread, as a host does before each request.
     void clear() { tcflush(m_fd, TCIOFLUSH); }
 
 private:
     int m_fd;
 };
-
-QString SimClient::play(QString lines)
-{
-    lines.replace("SPI", "84 0100 00 40420F00 >");
-    lines.replace("AVR", "84 0200 00 40420F00 00 05 >");
-    lines.replace("I2C", "84 0300 00 00 A0860100 0A >");
-    for (const QString& text : lines.split(',')) {
-        const PeerLine line(text);
-        send(peerFrame(uchar(line.request.at(0)), line.request.mid(1)));
-        const QByteArray answer = receive(line.answer.isEmpty() ? 100 : 3000);
-        if (answer != line.answer)
-            return text.trimmed() + " gave " + answer.toHex().toUpper();
-    }
-    return {};
-}
-
-void SimClient::send(const QByteArray& bytes)
-{
-    int done = 0;
-    while (done < bytes.size()) {
-        const ssize_t put = write(m_fd, bytes.constData() + done, size_t(bytes.size() - done));
-        if (put <= 0)
-            return;
-        done += int(put);
-    }
-}
-
-QByteArray SimClient::receive(int limit)
-{
-    QByteArray bytes;
-    pollfd line{m_fd, POLLIN, 0};
-    char byte = 0;
-    int size = 4;
-    while (bytes.size() < size && poll(&line, 1, bytes.isEmpty() ? limit : 150) > 0 &&
-           read(m_fd, &byte, 1) == 1) {
-        bytes.append(byte);
-        if (bytes.size() == 4)
-            size = 5 + uchar(bytes[2]) + 256 * uchar(bytes[3]);
-    }
-    return bytes;
-}
 
 /// What comes when these bytes are expected, and right behind them.
 QString receiveFor(SimClient& client, const QString& expected)
@@ -233,24 +221,17 @@ const char refused[] = R"(
 
 const QString program = QStringLiteral(VM_BUILD_DIR "/velmarkion-sim");
 
-/// What a program that ends at once leaves behind; one that goes on has the code -1.
-struct Ended
+/// Exit code and words of a program that ends at once; the code of one that goes on is -1.
+std::pair<int, QByteArray> ended(const QStringList& arguments)
 {
-    explicit Ended(const QStringList& arguments)
-    {
-        QProcess process;
-        process.setProcessChannelMode(QProcess::MergedChannels);
-        process.start(program, arguments);
-        if (process.waitForFinished(5000) && process.exitStatus() == QProcess::NormalExit)
-            code = process.exitCode();
-        process.kill();
-        process.waitForFinished();
-        output = process.readAll();
-    }
-
-    int code = -1;
-    QByteArray output;
-};
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(program, arguments);
+    const bool isOver = process.waitForFinished(5000) && process.exitStatus() == QProcess::NormalExit;
+    process.kill();
+    process.waitForFinished();
+    return {isOver ? process.exitCode() : -1, process.readAll()};
+}
 
 } // namespace
 
@@ -261,235 +242,188 @@ class TestSimulator : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
+    void initTestCase()
+    {
+        for (const auto& file : files)
+            m_own.write(file.name, file.text);
+    }
+
     void sequence_data() { textRows(sequences, {"what", "chip", "steps"}); }
-    void sequence();
-    void sampleOfTheCatalogue();
+    void sequence()
+    {
+        QFETCH(QString, chip);
+        QFETCH(QString, steps);
+        const QStringList options = chip == "-" ? QStringList() : QString("--chip=" + chip).split(' ');
+        const bool isOwn = files[0].text.contains(chip.toLatin1() + '=');
+        SimProcess sim(options, isOwn ? m_own.path() : QString());
+        QVERIFY2(sim.isReady(), sim.output().constData());
+        QCOMPARE(SimClient(sim.path()).play(steps), QString());
+    }
+
     void stream_data() { textRows(streams, {"what", "sent", "received"}); }
-    void stream();
+    void stream()
+    {
+        QFETCH(QString, sent);
+        QFETCH(QString, received);
+        SimProcess sim({"--chip", "W25Q64JV"});
+        SimClient client(sim.path());
+        client.send(QByteArray::fromHex(sent.toLatin1()));
+        received.remove(' ');
+        QCOMPARE(receiveFor(client, received), received);
+        // The beginning of a frame is given up after a silence.
+        QCOMPARE(client.receive(sent.endsWith("C08100") ? 700 : 0), QByteArray());
+        QCOMPARE(client.play("80 > D204"), QString());
+    }
+
     void fault_data() { textRows(faults, {"fault", "received"}); }
-    void fault();
-    void hangupClosesTheLine();
-    void keepsToTheBaudRate();
+    void fault()
+    {
+        QFETCH(QString, fault);
+        QFETCH(QString, received);
+        SimProcess sim({"--chip", "W25Q64JV", "--fault", fault + "@2", "--fault=" + fault + "@4"});
+        QVERIFY2(sim.isReady(), sim.output().constData());
+        SimClient client(sim.path());
+        QCOMPARE(client.play("SPI"), QString());
+        for (int i = 0; i < 2; i++) {
+            client.send(peerFrame(3, QByteArray::fromHex("03009F")));
+            QCOMPARE(receiveFor(client, received), received);
+            QCOMPARE(client.play("03 0300 9F > EF4017"), QString());
+        }
+    }
+
+    void hangupClosesTheLine()
+    {
+        SimProcess sim({"--chip", "W25Q64JV", "--fault", "hangup@2"});
+        SimClient client(sim.path());
+        QCOMPARE(client.play("80 > D204, 80"), QString());
+        QTRY_VERIFY(!QFileInfo(sim.path()).isSymLink());
+    }
+
+    void keepsToTheBaudRate()
+    {
+        SimProcess sim({"--chip", "W25Q64JV", "--baud", "19200"});
+        SimClient client(sim.path());
+        QCOMPARE(client.play("SPI"), QString());
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(client.play("03 F401 0B 000000 00 > FF*500"), QString());
+        // 12 bytes there and 505 back, 10 bits each.
+        const qint64 due = (12 + 505) * 10 * 1000 / 19200;
+        QVERIFY2(timer.elapsed() >= due - 5, QByteArray::number(timer.elapsed()).constData());
+        QVERIFY2(timer.elapsed() < due * 3, QByteArray::number(timer.elapsed()).constData());
+    }
+
     void refuses_data() { textRows(refused, {"options", "code"}); }
-    void refuses();
-    void replacesStaleLinkAndEndsOnSignal();
-    void leavesForeignFiles();
-    void imageIsLoadedAndSaved();
-    void traceHasEveryFrame();
-    void survivesItsHosts();
+    void refuses()
+    {
+        QFETCH(QString, options);
+        const TestDir dir(TestDir::Empty);
+        QStringList arguments = options.split(' ');
+        if (!options.contains("--port"))
+            arguments = QStringList{"--port", dir.file("sim")} + arguments;
+        const auto [code, output] = ended(arguments);
+        QTEST(QString::number(code), "code");
+        QVERIFY(!output.isEmpty() && !output.contains("ready"));
+        QCOMPARE(output.contains("--help"), code == 2);
+        QVERIFY(!QFileInfo(dir.file("sim")).isSymLink());
+    }
+
+    void replacesStaleLinkAndEndsOnSignal()
+    {
+        const TestDir dir(TestDir::Empty);
+        const QString link = dir.file("sim");
+        QProcess first;
+        first.start(program, {"--port", link});
+        QVERIFY(first.waitForReadyRead(5000));
+        first.kill();
+        QVERIFY(first.waitForFinished(5000));
+        QVERIFY(QFileInfo(link).isSymLink());
+        QProcess second;
+        second.start(program, {"--port", link});
+        QVERIFY(second.waitForReadyRead(5000));
+        QCOMPARE(second.readAllStandardOutput(), "ready " + link.toUtf8() + "\n");
+        QCOMPARE(SimClient(link).play("80 > D204"), QString());
+        second.terminate();
+        QVERIFY(second.waitForFinished(5000));
+        QVERIFY(second.exitStatus() == QProcess::NormalExit && second.exitCode() == 0);
+        QVERIFY(!QFileInfo(link).isSymLink() && second.readAllStandardOutput().isEmpty());
+    }
+
+    void leavesForeignFiles()
+    {
+        const TestDir dir(TestDir::Empty);
+        QVERIFY(QFile::link(dir.write("notes", "keep me"), dir.file("link")));
+        for (const char* name : {"notes", "link"}) {
+            QCOMPARE(ended({"--port", dir.file(name)}).first, 1);
+            QCOMPARE(dir.read(name), QByteArray("keep me"));
+        }
+        SimProcess running({"--name", "first"});
+        QVERIFY2(running.isReady(), running.output().constData());
+        QCOMPARE(ended({"--port", running.path()}).first, 1);
+        QCOMPARE(SimClient(running.path()).play("81 > 6669727374"), QString());
+    }
+
+    void imageIsLoadedAndSaved()
+    {
+        const TestDir dir(TestDir::Empty);
+        const QString image = dir.write("chip.bin", QByteArray::fromHex("F00F55"));
+        SimProcess sim({"--chip", "W25Q64JV", "--image", image});
+        QVERIFY2(sim.isReady(), sim.output().constData());
+        QCOMPARE(SimClient(sim.path()).play("SPI, 03 0400 0B 000000 00 > F00F55FF, 04 02 7FFFFF 12 >"),
+                 QString());
+        QVERIFY(sim.stop());
+        const QByteArray saved = dir.read("chip.bin");
+        QCOMPARE(saved.size(), 8 * 1024 * 1024);
+        QCOMPARE(saved.left(4).toHex() + saved.right(2).toHex(), QByteArray("f00f55ffff12"));
+        // One that is larger than the chip is left as it is.
+        QCOMPARE(ended({"--chip", "24C16", "--image", image, "--port", dir.file("sim")}).first, 1);
+        QCOMPARE(dir.read("chip.bin"), saved);
+    }
+
+    void traceHasEveryFrame()
+    {
+        const TestDir dir(TestDir::Empty);
+        SimProcess sim({"--trace", dir.file("trace"), "--fault", "cut@2", "--fault", "silent@3"});
+        QVERIFY2(sim.isReady(), sim.output().constData());
+        SimClient client(sim.path());
+        for (const char* frame : {"C0800000C0", "C0800000C0", "C083010001BB"}) {
+            client.send(QByteArray::fromHex(frame));
+            client.receive(150);
+        }
+        const QRegularExpression line("^\\d\\d:\\d\\d:\\d\\d\\.\\d{6} ([<>])((?: [0-9A-F]{2})*)$");
+        QStringList frames;
+        for (const QByteArray& row : dir.read("trace").trimmed().split('\n')) {
+            const QRegularExpressionMatch match = line.match(QString::fromLatin1(row));
+            QVERIFY2(match.hasMatch(), row.constData());
+            frames << match.captured(1) + match.captured(2);
+        }
+        const QStringList expected = {"> C0 80 00 00 C0", "< C0 80 02 00 D2 04 E8", "> C0 80 00 00 C0",
+                                      "< C0 80 02", "> C0 83 01 00 01 BB"};
+        QCOMPARE(frames, expected);
+    }
+
+    void survivesItsHosts()
+    {
+        SimProcess sim({"--chip", "W25Q64JV"});
+        QVERIFY2(sim.isReady(), sim.output().constData());
+        {
+            // A host that dies in the middle of a frame, with an answer that it never took.
+            SimClient client(sim.path());
+            QCOMPARE(client.play("SPI"), QString());
+            client.send(QByteArray::fromHex("C0030700FFFF0B000000002DC0040010"));
+        }
+        QTest::qWait(700);
+        SimClient next(sim.path());
+        next.clear();
+        next.send(QByteArray(5, '\0'));
+        QTest::qWait(50);
+        next.clear();
+        QCOMPARE(next.play("80 > D204"), QString());
+    }
 
 private:
     TestDir m_own{TestDir::Empty};
 };
-
-void TestSimulator::initTestCase()
-{
-    for (const auto& file : files)
-        m_own.write(file.name, file.text);
-}
-
-void TestSimulator::sequence()
-{
-    QFETCH(QString, chip);
-    QFETCH(QString, steps);
-    QStringList options = chip == "-" ? QStringList() : QString("--chip=" + chip).split(" --");
-    for (int i = 1; i < options.size(); ++i)
-        options[i].prepend("--");
-    const bool isOwn = files[0].text.contains(chip.toLatin1() + '=');
-    SimProcess sim(options, isOwn ? m_own.path() : QString());
-    QVERIFY2(sim.isReady(), sim.output().constData());
-    QCOMPARE(SimClient(sim.path()).play(steps), QString());
-}
-
-void TestSimulator::sampleOfTheCatalogue()
-{
-    QFile list(QStringLiteral(VM_BUILD_DIR "/devices/devices.lst"));
-    QVERIFY(list.open(QIODevice::ReadOnly | QIODevice::Text));
-    QMap<QString, int> answered;
-    int number = 0;
-    for (const QByteArray& line : list.readAll().split('\n')) {
-        if (!line.contains('=') || line.startsWith('#') || ++number % 25 != 0)
-            continue;
-        const QString name = QString::fromUtf8(line.left(line.indexOf('=')));
-        SimProcess sim({"--chip", name});
-        QVERIFY2(sim.isReady(), qPrintable(name));
-        SimClient client(sim.path());
-        QStringList families;
-        // A number that no family has makes it read the description of every chip.
-        QCOMPARE(client.play("84 6300 00 40420F00 > !6"), QString());
-        if (!client.play("SPI, 03 0300 9F > FFFFFF").isEmpty())
-            families << "SPI";
-        if (client.play("AVR, 07 00 30000000 > 0030001E").isEmpty())
-            families << "AVR";
-        if (!client.play("I2C, 05 0100 A0 0000 > !7").isEmpty())
-            families << "I2C";
-        QVERIFY2(families.size() == 1, qPrintable(name));
-        ++answered[families[0]];
-    }
-    QCOMPARE(answered.size(), 3);
-}
-
-void TestSimulator::stream()
-{
-    QFETCH(QString, sent);
-    QFETCH(QString, received);
-    SimProcess sim(withChip());
-    SimClient client(sim.path());
-    client.send(QByteArray::fromHex(sent.toLatin1()));
-    received.remove(' ');
-    QCOMPARE(receiveFor(client, received), received);
-    // The beginning of a frame is given up after a silence.
-    QCOMPARE(client.receive(sent.endsWith("C08100") ? 700 : 0), QByteArray());
-    QCOMPARE(client.play("80 > D204"), QString());
-}
-
-void TestSimulator::fault()
-{
-    QFETCH(QString, fault);
-    QFETCH(QString, received);
-    SimProcess sim(withChip({"--fault", fault + "@2", "--fault=" + fault + "@4"}));
-    QVERIFY2(sim.isReady(), sim.output().constData());
-    SimClient client(sim.path());
-    QCOMPARE(client.play("SPI"), QString());
-    for (int i = 0; i < 2; i++) {
-        client.send(peerFrame(3, QByteArray::fromHex("03009F")));
-        QCOMPARE(receiveFor(client, received), received);
-        QCOMPARE(client.play("03 0300 9F > EF4017"), QString());
-    }
-}
-
-void TestSimulator::hangupClosesTheLine()
-{
-    SimProcess sim(withChip({"--fault", "hangup@2"}));
-    SimClient client(sim.path());
-    QCOMPARE(client.play("80 > D204, 80"), QString());
-    QTRY_VERIFY(!QFileInfo(sim.path()).isSymLink());
-}
-
-void TestSimulator::keepsToTheBaudRate()
-{
-    SimProcess sim(withChip({"--baud", "19200"}));
-    SimClient client(sim.path());
-    QCOMPARE(client.play("SPI"), QString());
-    QElapsedTimer timer;
-    timer.start();
-    QCOMPARE(client.play("03 F401 0B 000000 00 > FF*500"), QString());
-    // 12 bytes there and 505 back, 10 bits each.
-    const qint64 due = (12 + 505) * 10 * 1000 / 19200;
-    QVERIFY2(timer.elapsed() >= due - 5, QByteArray::number(timer.elapsed()).constData());
-    QVERIFY2(timer.elapsed() < due * 3, QByteArray::number(timer.elapsed()).constData());
-}
-
-void TestSimulator::refuses()
-{
-    QFETCH(QString, options);
-    const TestDir dir(TestDir::Empty);
-    QStringList arguments = options.split(' ');
-    if (!options.contains("--port"))
-        arguments = QStringList{"--port", dir.file("sim")} + arguments;
-    const Ended ended(arguments);
-    QTEST(QString::number(ended.code), "code");
-    QVERIFY(!ended.output.isEmpty() && !ended.output.contains("ready"));
-    QCOMPARE(ended.output.contains("--help"), ended.code == 2);
-    QVERIFY(!QFileInfo(dir.file("sim")).isSymLink());
-}
-
-void TestSimulator::replacesStaleLinkAndEndsOnSignal()
-{
-    const TestDir dir(TestDir::Empty);
-    const QString link = dir.file("sim");
-    QProcess first;
-    first.start(program, {"--port", link});
-    QVERIFY(first.waitForReadyRead(5000));
-    first.kill();
-    QVERIFY(first.waitForFinished(5000));
-    QVERIFY(QFileInfo(link).isSymLink());
-    QProcess second;
-    second.start(program, {"--port", link});
-    QVERIFY(second.waitForReadyRead(5000));
-    QCOMPARE(second.readAllStandardOutput(), "ready " + link.toUtf8() + "\n");
-    QCOMPARE(SimClient(link).play("80 > D204"), QString());
-    second.terminate();
-    QVERIFY(second.waitForFinished(5000));
-    QVERIFY(second.exitStatus() == QProcess::NormalExit && second.exitCode() == 0);
-    QVERIFY(!QFileInfo(link).isSymLink());
-    QVERIFY(second.readAllStandardOutput().isEmpty());
-}
-
-void TestSimulator::leavesForeignFiles()
-{
-    const TestDir dir(TestDir::Empty);
-    QVERIFY(QFile::link(dir.write("notes", "keep me"), dir.file("link")));
-    for (const char* name : {"notes", "link"}) {
-        QCOMPARE(Ended({"--port", dir.file(name)}).code, 1);
-        QCOMPARE(dir.read(name), QByteArray("keep me"));
-    }
-    SimProcess running({"--name", "first"});
-    QVERIFY2(running.isReady(), running.output().constData());
-    QCOMPARE(Ended({"--port", running.path()}).code, 1);
-    QCOMPARE(SimClient(running.path()).play("81 > 6669727374"), QString());
-}
-
-void TestSimulator::imageIsLoadedAndSaved()
-{
-    const TestDir dir(TestDir::Empty);
-    const QString image = dir.write("chip.bin", QByteArray::fromHex("F00F55"));
-    SimProcess sim({"--chip", "W25Q64JV", "--image", image});
-    QVERIFY2(sim.isReady(), sim.output().constData());
-    QCOMPARE(SimClient(sim.path()).play("SPI, 03 0400 0B 000000 00 > F00F55FF, 04 02 7FFFFF 12 >"),
-             QString());
-    QVERIFY(sim.stop());
-    const QByteArray saved = dir.read("chip.bin");
-    QCOMPARE(saved.size(), 8 * 1024 * 1024);
-    QCOMPARE(saved.left(4).toHex(), QByteArray("f00f55ff"));
-    QCOMPARE(saved.right(2).toHex(), QByteArray("ff12"));
-    // One that is larger than the chip is left as it is.
-    QCOMPARE(Ended({"--chip", "24C16", "--image", image, "--port", dir.file("sim")}).code, 1);
-    QCOMPARE(dir.read("chip.bin"), saved);
-}
-
-void TestSimulator::traceHasEveryFrame()
-{
-    const TestDir dir(TestDir::Empty);
-    SimProcess sim({"--trace", dir.file("trace"), "--fault", "cut@2", "--fault", "silent@3"});
-    QVERIFY2(sim.isReady(), sim.output().constData());
-    SimClient client(sim.path());
-    for (const char* frame : {"C0800000C0", "C0800000C0", "C083010001BB"}) {
-        client.send(QByteArray::fromHex(frame));
-        client.receive(150);
-    }
-    const QRegularExpression line("^\\d\\d:\\d\\d:\\d\\d\\.\\d{6} ([<>])((?: [0-9A-F]{2})*)$");
-    QStringList frames;
-    for (const QByteArray& row : dir.read("trace").trimmed().split('\n')) {
-        const QRegularExpressionMatch match = line.match(QString::fromLatin1(row));
-        QVERIFY2(match.hasMatch(), row.constData());
-        frames << match.captured(1) + match.captured(2);
-    }
-    const QStringList expected = {"> C0 80 00 00 C0", "< C0 80 02 00 D2 04 E8", "> C0 80 00 00 C0",
-                                  "< C0 80 02", "> C0 83 01 00 01 BB"};
-    QCOMPARE(frames, expected);
-}
-
-void TestSimulator::survivesItsHosts()
-{
-    SimProcess sim({"--chip", "W25Q64JV"});
-    QVERIFY2(sim.isReady(), sim.output().constData());
-    {
-        // A host that dies in the middle of a frame, with an answer that it never took.
-        SimClient client(sim.path());
-        QCOMPARE(client.play("SPI"), QString());
-        client.send(QByteArray::fromHex("C0030700FFFF0B00000000") + char(0x2D) +
-                    QByteArray::fromHex("C0040010"));
-    }
-    QTest::qWait(700);
-    SimClient next(sim.path());
-    next.clear();
-    next.send(QByteArray(5, '\0'));
-    QTest::qWait(50);
-    next.clear();
-    QCOMPARE(next.play("80 > D204"), QString());
-}
 
 QTEST_GUILESS_MAIN(TestSimulator)
 #include "test_simulator.moc"
