@@ -1,9 +1,5 @@
 #include "DeviceBench.h"
 
-#include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/keys.h"
 #include "devices/TDev24.h"
 #include "devices/TDev25.h"
 #include "devices/TDev93C.h"
@@ -46,8 +42,8 @@ const QByteArray progLines = "[BUS]\nCLK_LIST=true\nCLK_MIN=1\nCLK_MAX=16000000\
 
 DeviceBench::DeviceBench(const QString& chip)
     : BenchProject("@", {417, 419, 427})
-    , m_family(chip.section(QLatin1Char(' '), 0, 0))
-    , m_description(textParams(chip.section(QLatin1Char(' '), 1)))
+    , m_family(chip.section(' ', 0, 0))
+    , m_description(textParams(chip.section(' ', 1)))
 {
     TData folders = project().toData();
     folders[key::work_path] = dir().path();
@@ -55,11 +51,6 @@ DeviceBench::DeviceBench(const QString& chip)
     setProg(progLines + m_description.value(QStringLiteral("MAX_DATA"), 64).toByteArray() + '\n');
     addProg();
     m_chip = addChip();
-}
-
-IDevice& DeviceBench::device() const
-{
-    return *project().cmdById(m_chip)->family();
 }
 
 IDevice* DeviceBench::create(const QString& name, const QString& file)
@@ -78,18 +69,13 @@ IDevice* DeviceBench::create(const QString& name, const QString& file)
 
 TData DeviceBench::command(const QString& text)
 {
-    m_last = add(text.section(QLatin1Char(' '), 0, 0));
+    m_last = add(text.section(' ', 0, 0));
     TData data = BenchProject::data(m_last);
     device().setDefaultParams(data);
     TDataCmd* command = project().cmdById(m_last);
     command->setParam(data);
-    command->setParam(textParams(text.section(QLatin1Char(' '), 1)));
+    command->setParam(textParams(text.section(' ', 1)));
     return command->toData();
-}
-
-QString DeviceBench::result() const
-{
-    return project().cmdById(m_last)->param(key::data).toString();
 }
 
 BenchRun DeviceBench::play(const QStringList& commands, const QString& script)

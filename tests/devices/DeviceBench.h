@@ -1,5 +1,9 @@
 #pragma once
 
+#include "core/TDataCmd.h"
+#include "core/TDataPrj.h"
+#include "core/globals.h"
+#include "core/keys.h"
 #include "support/BenchProject.h"
 
 /// A project with a chip of one of the families, and its commands run on a line of their own: the other end
@@ -14,7 +18,7 @@ public:
     /// MAX_DATA=n the programmer's.
     explicit DeviceBench(const QString& chip);
 
-    IDevice& device() const;
+    IDevice& device() const { return *project().cmdById(m_chip)->family(); }
     /// A new command "word key=value ..." over its defaults.
     TData command(const QString& text);
 
@@ -23,7 +27,7 @@ public:
     /// Runs against a chip.
     BenchRun runWith(const QString& command, const Chip& chip);
     /// Parameter data of the last command.
-    QString result() const;
+    QString result() const { return project().cmdById(m_last)->param(key::data).toString(); }
     /// Called on every percent of the runs that follow.
     PercentHook onPercent;
 

@@ -1,14 +1,10 @@
 // The chip families: every frame byte by byte, every refusal, and what the catalogue says of a command.
 
 #include "DeviceBench.h"
-#include "core/keys.h"
 #include "devices/IDeviceExec.h"
-#include "devices/TDev24.h"
 #include "devices/TDev25.h"
 #include "link/TSerialPort.h"
 #include "support/tables.h"
-
-#include <QtTest>
 
 namespace {
 
@@ -26,23 +22,19 @@ dev25 | data_read addr_device=0x123456 data=00~00 | 03 0200 0B123456 00 > A10F |
 dev25 | data_read data=0000 | 03 0200 0B000000 00 > 11 | fails
 dev25 | data_read data=0000 | 03 0200 0B000000 00 | fails @389
 dev25 MAX_DATA=4 | data_verify addr_device=0x10 data=8182838485 | 03 0400 0B000010 00 > 81828384, 03 0100 0B000014 00 > F5 | fails Address: 0x14, Data: 0x85, Read: 0xF5
-dev25 | data_write addr_device=0x7FFFFE data=A1B2 | 04 027FFFFE A1B2 > | ok A1B2
-dev25 | char_write addr_device=0x10 count=2 fill_char=0xA5 | 04 02000010 A5A5 > | ok
+dev25 | char_write addr_device=0x10 count=2 fill_char=0xA5 + data_write addr_device=0x7FFFFE data=A1B2 | 04 02000010 A5A5 >, 04 027FFFFE A1B2 > | ok A1B2
 dev25 size=0x20000 | erase | 04 D8000000 >, 04 D8010000 > | ok
 dev25 size=0x8000 | erase | | ok
 dev25 erase=D8|65536|1 | erase | | fails
 dev25 erase=D8|0 | erase | | fails
-dev25 | erase_blocks size=65536 begin=2 count=2 | 04 D8020000 >, 04 D8030000 > | ok
-dev25 | erase_blocks size=4096 begin=1 count=1 | 04 21001000 > | ok
-dev25 | erase_blocks size=4096 begin=1 count=0 | | ok
-dev25 | erase_blocks size=8192 begin=0 count=1 | | fails
+dev25 | erase_blocks size=65536 begin=2 count=2 + erase_blocks size=4096 begin=1 count=0 + erase_blocks size=4096 begin=1 count=1 | 04 D8020000 >, 04 D8030000 >, 04 21001000 > | ok
+dev25 | erase_blocks size=8192 begin=0 count=1; status_reg_write data=0002 | | fails
 dev25 erase_blocks=xy|8192,1D8|8192 | erase_blocks size=8192 begin=0 count=1 | | fails
 dev25 MAX_DATA=4 | test_empty_blocks size=4 begin=3 count=2 | 03 0400 0B00000C 00 > FF*4, 03 0400 0B000010 00 > FFFFFF7F | fails Address: 0x13, Data: 0xFF, Read: 0x7F
 dev25 | status_reg_read | 03 010005 > 1C, 03 010035 > 02, 03 010015 > 60 | ok 1C0260
 dev25 | status_reg_read | 03 010005 > 1C, 03 010035 | fails @389
 dev25 status_reg_def=00000000 | status_reg_read | | fails
 dev25 | status_reg_write data=1c~02~61 | 04 011C >, 04 3102 >, 04 1161 > | ok 1c 02 61
-dev25 | status_reg_write data=0002 | | fails
 dev25 status_reg_def=0002 | status_reg_write data=0002 | | fails
 dev25 | status_reg_verify data=1C0260 | 03 010005 > 1C, 03 010035 > 02, 03 010015 > 60 | ok 1C0260
 dev25 | status_reg_verify data=1c0260 | 03 010005 > 1C, 03 010035 > 02, 03 010015 > 60 | fails Registers: Data: 1c0260, Read: 1C0260
@@ -65,9 +57,9 @@ dev25 alg_security_reg_write=1 alg_fsdp_read=1 | security_reg_write file=in form
 
 dev25 MAX_DATA=0 | test_empty; data_read data=00; char_write; file_write file=in; file_read file=out; security_reg_test_empty data=1 | | fails @424
 dev25 page_size=0 | data_write data=00 | | fails @424
+dev25 | erase_blocks size=0 begin=0 count=1 | | fails @424
 dev25 page_size=-256 | file_write file=in | | fails @424
 dev25 size=0 | test_empty; erase | | fails @424
-dev25 | erase_blocks size=0 begin=0 count=1 | | fails @424
 dev25 | data_write addr_device=0x7FFFFF data=1122; data_write addr_device=-2 data=1122; data_read addr_device=-2 data=1122 | | fails @425
 dev25 addr_begin=256 | data_write addr_device=255 data=1122 | | fails @425
 dev25 size=0x2000000 | data_write addr_device=0xFFFFFF data=1122; erase | | fails @425
@@ -87,13 +79,11 @@ avr | flash_data_read addr_device=0x1FFFF data=0000 | 07 004D000100 >, 03 FFFF01
 avr | flash_data_read addr_device=0x10000 data=00 + flash_data_write addr_device=0x10010 data=0000 + flash_data_read addr_device=0x1FFFF data=00 | 07 004D000100 >, 03 00000100 > FF, 04 10000000 >, 07 054C800800 >, 03 FFFF0100 > FF | ok FF
 avr | flash_data_read addr_device=2 data=00 + flash_data_read addr_device=0 data=00 + flash_data_write addr_device=0 data=0000 | 07 004D000000 >, 03 02000100 > FF, 07 004D000000 >, 03 00000100 > FF, 04 00000000 >, 07 054C000000 > | ok 0000
 avr alg_flash_write=0 | flash_data_write addr_device=0x1234 data=A1B2 | 04 3412A1B2 > | ok A1B2
-avr alg_flash_write=1 | flash_data_write addr_device=0x1234 data=A1B2 | 04 3412A1B2 >, 07 054C091A00 > | ok A1B2
+avr alg_flash_write=1 | flash_data_write addr_device=0x1234 data=A1B2 + flash_data_write addr_device=0x11 data=A1 + flash_data_write addr_device=0x10 data=A1 |
+    04 3412A1B2 >, 07 054C091A00 >, 04 1000FFA1 >, 07 054C000800 >, 04 1000A1FF >, 07 054C000800 > | ok A1
+avr alg_flash_write=1 | flash_data_write addr_device=0x3F data=A1B2 | 04 3E00FFA1 >, 07 054C001F00 >, 04 4000B2FF >, 07 054C002000 > | ok A1B2
 avr alg_flash_write=1 | flash_data_write addr_device=0x10000 data=A1 | | fails @425
 avr | flash_data_write addr_device=0x3FFFE data=A1B2 | 07 004D000300 >, 04 FEFFA1B2 >, 07 054CFFFF00 > | ok A1B2
-avr alg_flash_write=3 | flash_data_write data=A1 | | fails
-avr alg_flash_write=1 | flash_data_write addr_device=0x11 data=A1 | 04 1000FFA1 >, 07 054C000800 > | ok A1
-avr alg_flash_write=1 | flash_data_write addr_device=0x10 data=A1 | 04 1000A1FF >, 07 054C000800 > | ok A1
-avr alg_flash_write=1 | flash_data_write addr_device=0x3F data=A1B2 | 04 3E00FFA1 >, 07 054C001F00 >, 04 4000B2FF >, 07 054C002000 > | ok A1B2
 avr MAX_DATA=5 alg_flash_write=1 | flash_data_write data=A1B2C3D4E5 | 04 0000A1B2C3D4 >, 07 054C000000 >, 04 0400E5FF >, 07 054C000200 > | ok A1B2C3D4E5
 avr flash_page_size=0 alg_flash_write=0 | flash_data_write addr_device=0x3F data=A1B2C3 | 04 3E00FFA1 >, 04 4000B2C3 > | ok A1B2C3
 avr flash_page_size=0 alg_flash_write=1 | flash_data_write addr_device=0x10 data=A1B2C3 | 04 1000A1B2 >, 07 054C000800 >, 04 1200C3FF >, 07 054C000900 > | ok A1B2C3
@@ -113,20 +103,17 @@ avr | lock_read | 07 0058000000 > 005800 | fails
 avr | lock_verify data=FF | 07 0058000000 > 005800FC | fails Fuse Bits: Data: FF, Read: FC
 avr alg_lock_write=0 | lock_write data=F9 | 07 0BACF90000 > 00ACF900 | ok F9
 avr | lock_write data=FC | 07 0BACE000FC > 00ACE000 | ok FC
-avr | lock_write data= | | fails
 avr | osccal_read | 07 0038000000 > 003800A1, 07 0038000100 > 003800B2 | ok A1B2
 avr alg_ident=1 alg_erase=1 alg_eeprom_read=1 alg_eeprom_write=1 | ident; erase; test_empty_eeprom; eeprom_char_write | | fails
-avr | fuse_write data=6299 | | fails
-avr alg_fuse_write=3 alg_osccal_read=1 | fuse_write; osccal_read | | fails
-avr osccal_def= | osccal_read | | fails
+avr alg_flash_write=3 alg_fuse_write=3 alg_osccal_read=1 | flash_data_write data=A1; fuse_write; osccal_read | | fails
+avr osccal_def= | osccal_read; fuse_write data=6299; lock_write data= | | fails
 
 dev24 | data_read addr_device=0x7FF data=00 | 05 0100 AE FF > A1 | ok A1
 dev24 size=0x20000 addr_size=2 | data_read addr_device=0x1234 data=00~00 | 05 0200 A0 1234 > A1B2 | ok A1 B2
 dev24 size=0x20000 addr_size=2 | data_verify addr_device=0x1FFFF data=A1 | 05 0100 A2 FFFF > A1 | ok A1
 dev24 | data_write addr_device=0x10F data=A1B2 | 04 A2 0F A1 >, 04 A2 10 B2 > | ok A1B2
-dev24 | set_addr addr=7 | 03 0A > | ok
+dev24 | set_addr addr=7 + leave | 03 0A >, 01 0000 000000 > | ok
 dev24 | readChipId | | ok
-dev24 | leave | 01 0000 000000 > | ok
 dev24 MAX_DATA=8 addr_begin=4 size=14 | erase | 04 A0 04 FF*4 >, 04 A0 08 FF*8 >, 04 A0 10 FF*2 > | ok
 dev24 alg_read=1 alg_write=1 | test_empty; erase | | fails
 dev24 addr_size=0 | data_write data=00 | | fails
@@ -204,121 +191,116 @@ class TestFamilies : public QObject
 
 private slots:
     void run_data() { textRows(runs, {"chip", "command", "frames", "outcome"}); }
-    void run();
-    void show_data() { textRows(shown, {"chip", "command", "text", "valid", "params"}); }
-    void show();
-    void allCommands_data() { textRows(catalogue, {"chip", "keys", "refreshed", "missing"}); }
-    void allCommands();
-    void deviceBlock_data() { textRows(blocks, {"chip", "block"}); }
-    void deviceBlock();
-    void generatedForms();
-};
-
-void TestFamilies::run()
-{
-    QFETCH(QString, chip);
-    QFETCH(QString, command);
-    QFETCH(QString, frames);
-    QFETCH(QString, outcome);
-    DeviceBench bench(chip);
-    bench.dir().write("in", "0123");
-    bench.dir().write("signature.lst",
-                      "# list\n\nC22017 = no such key\n C22017=MX25L6406E\r\nC22017=later\n");
-    for (const QString& each : command.split("; ")) {
-        const auto result = bench.play(each.split(" + "), frames);
-        const QString text =
-            result.ok ? "ok " + result.errorText + bench.result() : "fails " + result.errorText;
-        QCOMPARE(text.trimmed(), outcome);
-        QCOMPARE(bench.dir().read("in"), QByteArray("0123"));
-    }
-}
-
-void TestFamilies::show()
-{
-    QFETCH(QString, chip);
-    QFETCH(QString, command);
-    DeviceBench bench(chip);
-    const TData data = bench.command(command);
-    const QString text = bench.device().paramsText(data, nullptr).trimmed();
-    QTEST(text, "text");
-    const QString valid = bench.device().checkParams(data) ? "valid" : "wrong";
-    QTEST(valid, "valid");
-    QVERIFY(!bench.device().createForm(data));
-    QFETCH(QString, params);
-    const TData expected = textParams(params);
-    for (auto it = expected.begin(); it != expected.end(); ++it)
-        QCOMPARE(it.key() + data.value(it.key()).toString(), it.key() + it.value().toString());
-    QVERIFY(expected.isEmpty() || data.size() == expected.size() + 6);
-}
-
-void TestFamilies::allCommands()
-{
-    QFETCH(QString, chip);
-    QFETCH(QString, refreshed);
-    DeviceBench bench(chip);
-    const IDevice& device = bench.device();
-    const QStringList keys = device.commandKeys();
-    QTEST(QString::number(keys.size()), "keys");
-    QFETCH(QString, missing);
-    QVERIFY(!device.hasCommand(missing) && !device.hasCommand(cmd::separator));
-    QCOMPARE(device.hasReset(), keys.contains(cmd::flash_data_read));
-    TSerialPort closed;
-    for (const QString& key : keys) {
-        if (key == cmd::separator)
-            continue;
-        TData data = bench.command(key + " data=old");
-        QVERIFY(device.hasCommand(key) && !device.commandTitle(data).isEmpty());
-        QCOMPARE(device.refreshParams(data), key.contains(QRegularExpression("^(" + refreshed + ")")));
-        const std::unique_ptr<IDeviceExec> exec(device.createExec(data));
-        bool exitRun = false;
-        int none = 0;
-        QVERIFY(!exec->execute(&closed, exitRun, none, none));
-        const bool known =
-            keys.size() != 16 || keys.contains(cmd::set_addr) || key == cmd::set_clk || key == cmd::erase;
-        QCOMPARE(key + exec->errorText(), key + (known ? "@392" : ""));
-    }
-}
-
-void TestFamilies::deviceBlock()
-{
-    QFETCH(QString, chip);
-    DeviceBench bench(chip);
-    TData data = bench.command(cmd::set_clk);
-    data.remove(key::clk);
-    QVERIFY(bench.device().setDeviceDefaults(data));
-    const bool hasPins = data.contains(key::addr);
-    QVERIFY(bench.device().checkDeviceParams(data));
-    data[key::addr] = 3;
-    const QString block = bench.device().deviceParamBlock(data).toHex().toUpper();
-    QTEST(block, "block");
-    data[key::addr] = 8;
-    QCOMPARE(bench.device().checkDeviceParams(data), !hasPins);
-}
-
-void TestFamilies::generatedForms()
-{
-    const auto spec = [](const QString& chip, const QString& command) {
+    void run()
+    {
+        QFETCH(QString, chip);
+        QFETCH(QString, command);
+        QFETCH(QString, frames);
+        QFETCH(QString, outcome);
         DeviceBench bench(chip);
-        return static_cast<const TFamilyDevice&>(bench.device()).formSpec(bench.command(command));
-    };
-    const TFormSpec mask = spec("dev25", "security_reg_erase data=5");
-    QCOMPARE(mask.items, (QStringList{"frm+", "ckl|01|-|e|-|Security Register #1 (0x00..0xFF)",
-                                      "ckl|02|-|e|-|Security Register #2 (0x100..0x1FF)",
-                                      "ckl|04|-|e|-|Security Register #3 (0x200..0x2FF)", "frm-"}));
-    QCOMPARE(mask.value + mask.defaultValue, QString("0507"));
-    const TFormSpec pins = spec("dev24", "set_addr addr=6");
-    QCOMPARE(pins.items, (QStringList{"frm+", "grp+|@369", "ckl|04|-|e|-|A2||", "ckl|02|-|-|-|NC||",
-                                      "ckl|01|-|e|-|A0||", "grp-", "frm-"}));
-    QCOMPARE(pins.value + pins.defaultValue, QString("0400"));
-    QCOMPARE(spec("dev25", cmd::erase_blocks).blockSizes, (QList<int>{4096, 32768, 65536, 4096}));
-    QVERIFY(spec("dev25", cmd::status_reg_read).showEdit && !spec("avr", cmd::osccal_read).showEdit);
-    for (const QString& chip : {QString("dev25 status_reg_cfg="), QString("avr status_reg_cfg=x")})
-        QVERIFY(spec(chip, cmd::status_reg_read).kind == TFormSpec::Kind::None);
-    // The edit of a mask comes back in hexadecimal.
-    DeviceBench bench("dev25");
-    TData edited{{key::id_cmd, bench.command(cmd::security_reg_erase).value(key::id_cmd)}, {key::data, "10"}};
-    QCOMPARE(bench.device().normalizeParams(edited).value(key::data), QVariant(16U));
-}
+        bench.dir().write("in", "0123");
+        bench.dir().write("signature.lst",
+                          "# list\n\nC22017 = no such key\n C22017=MX25L6406E\r\nC22017=later\n");
+        for (const QString& each : command.split("; ")) {
+            const auto result = bench.play(each.split(" + "), frames);
+            const QString text =
+                result.ok ? "ok " + result.errorText + bench.result() : "fails " + result.errorText;
+            QCOMPARE(text.trimmed(), outcome);
+            QCOMPARE(bench.dir().read("in"), QByteArray("0123"));
+        }
+    }
+
+    void show_data() { textRows(shown, {"chip", "command", "text", "valid", "params"}); }
+    void show()
+    {
+        QFETCH(QString, chip);
+        QFETCH(QString, command);
+        DeviceBench bench(chip);
+        const TData data = bench.command(command);
+        const QString text = bench.device().paramsText(data, nullptr).trimmed();
+        QTEST(text, "text");
+        const QString valid = bench.device().checkParams(data) ? "valid" : "wrong";
+        QTEST(valid, "valid");
+        QVERIFY(!bench.device().createForm(data));
+        QFETCH(QString, params);
+        const TData expected = textParams(params);
+        for (auto it = expected.begin(); it != expected.end(); ++it)
+            QCOMPARE(it.key() + data.value(it.key()).toString(), it.key() + it.value().toString());
+        QVERIFY(expected.isEmpty() || data.size() == expected.size() + 6);
+    }
+
+    void allCommands_data() { textRows(catalogue, {"chip", "keys", "refreshed", "missing"}); }
+    void allCommands()
+    {
+        QFETCH(QString, chip);
+        QFETCH(QString, refreshed);
+        DeviceBench bench(chip);
+        const IDevice& device = bench.device();
+        const QStringList keys = device.commandKeys();
+        QTEST(QString::number(keys.size()), "keys");
+        QFETCH(QString, missing);
+        QVERIFY(!device.hasCommand(missing) && !device.hasCommand(cmd::separator));
+        QCOMPARE(device.hasReset(), keys.contains(cmd::flash_data_read));
+        TSerialPort closed;
+        for (const QString& key : keys) {
+            if (key == cmd::separator)
+                continue;
+            TData data = bench.command(key + " data=old");
+            QVERIFY(device.hasCommand(key) && !device.commandTitle(data).isEmpty());
+            QCOMPARE(device.refreshParams(data), key.contains(QRegularExpression("^(" + refreshed + ")")));
+            const std::unique_ptr<IDeviceExec> exec(device.createExec(data));
+            bool exitRun = false;
+            int none = 0;
+            QVERIFY(!exec->execute(&closed, exitRun, none, none));
+            const bool known =
+                keys.size() != 16 || keys.contains(cmd::set_addr) || key == cmd::set_clk || key == cmd::erase;
+            QCOMPARE(key + exec->errorText(), key + (known ? "@392" : ""));
+        }
+    }
+
+    void deviceBlock_data() { textRows(blocks, {"chip", "block"}); }
+    void deviceBlock()
+    {
+        QFETCH(QString, chip);
+        DeviceBench bench(chip);
+        TData data = bench.command(cmd::set_clk);
+        data.remove(key::clk);
+        QVERIFY(bench.device().setDeviceDefaults(data));
+        const bool hasPins = data.contains(key::addr);
+        QVERIFY(bench.device().checkDeviceParams(data));
+        data[key::addr] = 3;
+        const QString block = bench.device().deviceParamBlock(data).toHex().toUpper();
+        QTEST(block, "block");
+        data[key::addr] = 8;
+        QCOMPARE(bench.device().checkDeviceParams(data), !hasPins);
+    }
+
+    void generatedForms()
+    {
+        const auto spec = [](const QString& chip, const QString& command) {
+            DeviceBench bench(chip);
+            return static_cast<const TFamilyDevice&>(bench.device()).formSpec(bench.command(command));
+        };
+        const TFormSpec mask = spec("dev25", "security_reg_erase data=5");
+        QCOMPARE(mask.items, (QStringList{"frm+", "ckl|01|-|e|-|Security Register #1 (0x00..0xFF)",
+                                          "ckl|02|-|e|-|Security Register #2 (0x100..0x1FF)",
+                                          "ckl|04|-|e|-|Security Register #3 (0x200..0x2FF)", "frm-"}));
+        QCOMPARE(mask.value + mask.defaultValue, QString("0507"));
+        const TFormSpec pins = spec("dev24", "set_addr addr=6");
+        QCOMPARE(pins.items, (QStringList{"frm+", "grp+|@369", "ckl|04|-|e|-|A2||", "ckl|02|-|-|-|NC||",
+                                          "ckl|01|-|e|-|A0||", "grp-", "frm-"}));
+        QCOMPARE(pins.value + pins.defaultValue, QString("0400"));
+        QCOMPARE(spec("dev25", cmd::erase_blocks).blockSizes, (QList<int>{4096, 32768, 65536, 4096}));
+        QVERIFY(spec("dev25", cmd::status_reg_read).showEdit && !spec("avr", cmd::osccal_read).showEdit);
+        for (const QString& chip : {QString("dev25 status_reg_cfg="), QString("avr status_reg_cfg=x")})
+            QVERIFY(spec(chip, cmd::status_reg_read).kind == TFormSpec::Kind::None);
+        // The edit of a mask comes back in hexadecimal.
+        DeviceBench bench("dev25");
+        TData edited{{key::id_cmd, bench.command(cmd::security_reg_erase).value(key::id_cmd)},
+                     {key::data, "10"}};
+        QCOMPARE(bench.device().normalizeParams(edited).value(key::data), QVariant(16U));
+    }
+};
 
 QTEST_GUILESS_MAIN(TestFamilies)
 #include "test_families.moc"

@@ -2,12 +2,9 @@
 // reported, stopped and kept inside the chip.
 
 #include "DeviceBench.h"
-#include "core/keys.h"
 #include "devices/IDeviceExec.h"
 #include "formats/hexkit.h"
 #include "support/tables.h"
-
-#include <QtTest>
 
 namespace {
 
@@ -100,7 +97,7 @@ QByteArray hexRecords(int addr, const QByteArray& bytes)
     return text;
 }
 
-const QString smallFlash = QStringLiteral("dev25 size=0x1000 erase=D8|1024 erase_blocks=20|512 ");
+const QString smallFlash = "dev25 size=0x1000 erase=D8|1024 erase_blocks=20|512 ";
 
 // Changes of the chip | command | programs and reads that came to the chip | percents | error. Pages are of
 // 256 bytes; a frame that is no part of a page is cut there too, where the rest would wrap. A chip of 0x1008
@@ -130,119 +127,108 @@ class TestOperation : public QObject
 
 private slots:
     void cuts_data() { textRows(pieces, {"chip", "command", "pieces", "percents", "error"}); }
-    void cuts();
-    void fileRoundTrip_data();
-    void fileRoundTrip();
-    void fileWithoutData();
-    void stopEndsTheRange();
-};
-
-void TestOperation::cuts()
-{
-    QFETCH(QString, chip);
-    QFETCH(QString, command);
-    DeviceBench bench(smallFlash + chip);
-    bench.dir().write("gap", hexRecords(0x10, pattern(8)) + hexRecords(0x805, pattern(5)) + hexEnd);
-    bench.dir().write("overTheEnd", hexRecords(0x1000, QByteArray(16, 0)) + hexEnd);
-    bench.dir().write("behindTheEnd", hexRecords(0x1008, QByteArray(16, 0)) + hexEnd);
-    bench.dir().write("overTheCount", hexRecords(0x20, QByteArray(16, 0)) + hexEnd);
-    Model flash(0x2000);
-    const auto result = bench.runWith(command, chipOf(flash));
-    QTEST(result.errorText, "error");
-    QTEST(flash.pieces.join(' '), "pieces");
-    QStringList percents;
-    for (const int percent : result.percents)
-        percents.append(QString::number(percent));
-    QTEST(percents.join(' '), "percents");
-    QVERIFY(result.events.isEmpty());
-}
-
-void TestOperation::fileRoundTrip_data()
-{
-    QTest::addColumn<QString>("chip");
-    QTest::addColumn<int>("addr");
-    QTest::addColumn<int>("count");
-    const QString avr =
-        "avr flash_size=0x2000 flash_page_size=64 alg_flash_read=0 alg_flash_write=1 MAX_DATA=";
-    for (const QString maxData : {"1", "59", "64", "300"}) {
-        QTest::newRow(qPrintable("flash " + maxData)) << smallFlash + "MAX_DATA=" + maxData << 0x123 << 1001;
-        QTest::newRow(qPrintable("AVR odd start " + maxData)) << avr + maxData << 0x123 << 200;
-        QTest::newRow(qPrintable("AVR odd end " + maxData)) << avr + maxData << 0x120 << 201;
+    void cuts()
+    {
+        QFETCH(QString, chip);
+        QFETCH(QString, command);
+        DeviceBench bench(smallFlash + chip);
+        bench.dir().write("gap", hexRecords(0x10, pattern(8)) + hexRecords(0x805, pattern(5)) + hexEnd);
+        bench.dir().write("overTheEnd", hexRecords(0x1000, QByteArray(16, 0)) + hexEnd);
+        bench.dir().write("behindTheEnd", hexRecords(0x1008, QByteArray(16, 0)) + hexEnd);
+        bench.dir().write("overTheCount", hexRecords(0x20, QByteArray(16, 0)) + hexEnd);
+        Model flash(0x2000);
+        const auto result = bench.runWith(command, chipOf(flash));
+        QTEST(result.errorText, "error");
+        QTEST(flash.pieces.join(' '), "pieces");
+        QStringList percents;
+        for (const int percent : result.percents)
+            percents.append(QString::number(percent));
+        QTEST(percents.join(' '), "percents");
+        QVERIFY(result.events.isEmpty());
     }
-    QTest::newRow("AVR first line") << "avr MAX_DATA=100" << 0xFF81 << 0x101;
-    QTest::newRow("AVR third line") << "avr MAX_DATA=256" << 0x2FF00 << 0x203;
-}
 
-void TestOperation::fileRoundTrip()
-{
-    QFETCH(QString, chip);
-    QFETCH(int, addr);
-    QFETCH(int, count);
-    DeviceBench bench(chip);
-    const bool isAvr = chip.startsWith("avr");
-    const QString word = isAvr ? "flash_file_" : "file_";
-    Model model(0x40000, chip.contains("flash_page_size=64") ? 64 : 256);
-    const QByteArray content = pattern(count);
-    bench.dir().write("in", content);
-    const auto run = [&](const QString& action, const QString& file, const QString& format) {
-        const QString param = QStringLiteral(" file=%1 format=%2 addr_device=%3 count=%4 addr_file=%5")
-                                  .arg(file, format)
-                                  .arg(addr)
-                                  .arg(count)
-                                  .arg(format == "HEX" ? addr : 0);
-        const auto result = bench.runWith(word + action + param, chipOf(model, isAvr));
-        return result.ok ? "ok" + result.events.join(' ') : result.errorText;
-    };
-    QCOMPARE(run("write", "in", "BIN"), QString("ok"));
-    QVERIFY(model.memory == QByteArray(0x40000, char(0xFF)).replace(addr, count, content));
-    QCOMPARE(run("verify", "in", "BIN"), QString("ok"));
-    QCOMPARE(run("read", "out", "BIN"), QString("ok"));
-    QCOMPARE(bench.dir().read("out"), content);
-    QCOMPARE(run("read", "out.hex", "HEX"), QString("ok"));
-    QCOMPARE(run("verify", "out.hex", "HEX"), QString("ok"));
-    model.memory.fill(char(0xFF));
-    QCOMPARE(run("write", "out.hex", "HEX"), QString("ok"));
-    QVERIFY(model.memory == QByteArray(0x40000, char(0xFF)).replace(addr, count, content));
-    model.memory[addr + 70] = char(~model.memory[addr + 70]);
-    const QString place = "Address: 0x" + QString::number(addr + 70, 16).toUpper() + ",";
-    QCOMPARE(run("verify", "out.hex", "HEX").left(place.size()), place);
-}
+    void fileRoundTrip_data()
+    {
+        tableColumns<QString, int, int>("chip", "addr", "count");
+        const QString avr =
+            "avr flash_size=0x2000 flash_page_size=64 alg_flash_read=0 alg_flash_write=1 MAX_DATA=";
+        for (const QString maxData : {"1", "59", "64", "300"}) {
+            tableRow(qPrintable("flash " + maxData), smallFlash + "MAX_DATA=" + maxData, 0x123, 1001);
+            tableRow(qPrintable("AVR odd start " + maxData), avr + maxData, 0x123, 200);
+            tableRow(qPrintable("AVR odd end " + maxData), avr + maxData, 0x120, 201);
+        }
+        tableRow("AVR first line", "avr MAX_DATA=100", 0xFF81, 0x101);
+        tableRow("AVR third line", "avr MAX_DATA=256", 0x2FF00, 0x203);
+    }
 
-void TestOperation::fileWithoutData()
-{
-    DeviceBench bench(smallFlash);
-    bench.dir().write("HEX%2", hexRecords(0x900, pattern(16)) + hexEnd);
-    bench.dir().write("BIN%2", {});
-    for (const QString& word : {QString("file_write"), QString("file_verify")}) {
-        for (const QString& format : {QString("HEX"), QString("BIN")}) {
-            const QString param = " count=2048 format=" + format + " file=";
-            const auto result = bench.play({word + param + format + "%2"}, {});
-            QVERIFY2(result.ok, qPrintable(result.errorText));
-            QCOMPARE(result.events, QStringList{"3:@427 " + format + "%2"});
-            QVERIFY(bench.play({word + param + "none"}, {}).errorText.startsWith("@417"));
+    void fileRoundTrip()
+    {
+        QFETCH(QString, chip);
+        QFETCH(int, addr);
+        QFETCH(int, count);
+        DeviceBench bench(chip);
+        const bool isAvr = chip.startsWith("avr");
+        const QString word = isAvr ? "flash_file_" : "file_";
+        Model model(0x40000, chip.contains("flash_page_size=64") ? 64 : 256);
+        const QByteArray content = pattern(count);
+        bench.dir().write("in", content);
+        const auto run = [&](const QString& action, const QString& file, const QString& format) {
+            const QString form = " file=%1 format=%2 addr_device=%3 count=%4 addr_file=%5";
+            const int fileAddr = format == "HEX" ? addr : 0;
+            const QString params = form.arg(file, format).arg(addr).arg(count).arg(fileAddr);
+            const auto result = bench.runWith(word + action + params, chipOf(model, isAvr));
+            return result.ok ? "ok" + result.events.join(' ') : result.errorText;
+        };
+        QCOMPARE(run("write", "in", "BIN"), QString("ok"));
+        QVERIFY(model.memory == QByteArray(0x40000, char(0xFF)).replace(addr, count, content));
+        QCOMPARE(run("verify", "in", "BIN"), QString("ok"));
+        QCOMPARE(run("read", "out", "BIN"), QString("ok"));
+        QCOMPARE(bench.dir().read("out"), content);
+        QCOMPARE(run("read", "out.hex", "HEX"), QString("ok"));
+        QCOMPARE(run("verify", "out.hex", "HEX"), QString("ok"));
+        model.memory.fill(char(0xFF));
+        QCOMPARE(run("write", "out.hex", "HEX"), QString("ok"));
+        QVERIFY(model.memory == QByteArray(0x40000, char(0xFF)).replace(addr, count, content));
+        model.memory[addr + 70] = char(~model.memory[addr + 70]);
+        const QString place = "Address: 0x" + QString::number(addr + 70, 16).toUpper() + ",";
+        QCOMPARE(run("verify", "out.hex", "HEX").left(place.size()), place);
+    }
+
+    void fileWithoutData()
+    {
+        DeviceBench bench(smallFlash);
+        bench.dir().write("HEX%2", hexRecords(0x900, pattern(16)) + hexEnd);
+        bench.dir().write("BIN%2", {});
+        for (const QString word : {"file_write", "file_verify"}) {
+            for (const QString format : {"HEX", "BIN"}) {
+                const QString param = " count=2048 format=" + format + " file=";
+                const auto result = bench.play({word + param + format + "%2"}, {});
+                QVERIFY2(result.ok, qPrintable(result.errorText));
+                QCOMPARE(result.events, QStringList{"3:@427 " + format + "%2"});
+                QVERIFY(bench.play({word + param + "none"}, {}).errorText.startsWith("@417"));
+            }
         }
     }
-}
 
-void TestOperation::stopEndsTheRange()
-{
-    DeviceBench bench(smallFlash + "MAX_DATA=256");
-    Model flash(0x1000);
-    flash.memory = pattern(0x1000);
-    bench.onPercent = [](IDeviceExec& exec, int percent) {
-        if (percent >= 50)
-            exec.slotStop();
-    };
-    const QByteArray half = flash.memory.left(0x800);
-    QVERIFY(bench.runWith("file_read file=out", chipOf(flash)).ok);
-    QCOMPARE(bench.dir().read("out"), hexRecords(0, half) + hexEnd);
-    QVERIFY(bench.runWith("file_read format=BIN file=out", chipOf(flash)).ok);
-    QCOMPARE(bench.dir().read("out"), half);
-    QCOMPARE(bench.runWith("erase", chipOf(flash)).percents, (QList<int>{0, 25, 50}));
-    const auto read = bench.runWith("data_read addr_device=0xFE data=00~00~00~00", chipOf(flash));
-    QVERIFY(read.ok);
-    QCOMPARE(bench.result(), QString::fromLatin1(flash.memory.mid(0xFE, 2).toHex(' ').toUpper()));
-}
+    void stopEndsTheRange()
+    {
+        DeviceBench bench(smallFlash + "MAX_DATA=256");
+        Model flash(0x1000);
+        flash.memory = pattern(0x1000);
+        bench.onPercent = [](IDeviceExec& exec, int percent) {
+            if (percent >= 50)
+                exec.slotStop();
+        };
+        const QByteArray half = flash.memory.left(0x800);
+        QVERIFY(bench.runWith("file_read file=out", chipOf(flash)).ok);
+        QCOMPARE(bench.dir().read("out"), hexRecords(0, half) + hexEnd);
+        QVERIFY(bench.runWith("file_read format=BIN file=out", chipOf(flash)).ok);
+        QCOMPARE(bench.dir().read("out"), half);
+        QCOMPARE(bench.runWith("erase", chipOf(flash)).percents, (QList<int>{0, 25, 50}));
+        QVERIFY(bench.runWith("data_read addr_device=0xFE data=00~00~00~00", chipOf(flash)).ok);
+        QCOMPARE(bench.result(), QString::fromLatin1(flash.memory.mid(0xFE, 2).toHex(' ').toUpper()));
+    }
+};
 
 QTEST_GUILESS_MAIN(TestOperation)
 #include "test_operation.moc"
