@@ -26,9 +26,58 @@ class TestCalcCrc : public QObject
     Q_OBJECT
 
 private slots:
-    void ranges();
-    void failures();
-    void stops();
+    void ranges()
+    {
+        const auto row = [this](const char* name, const QByteArray& content, const char* format, qint64 addr,
+                                qint64 count, const QByteArray& taken) {
+            m_bench.dir().write("data", content);
+            const BenchRun outcome = run("CRC-32", format, addr, count);
+            QVERIFY2(outcome.ok, qPrintable(outcome.errorText));
+            compareRow(name, outcome.events, QStringList(resultOf("CRC-32", taken)));
+        };
+        const auto fill = [](int n) { return QByteArray(n, '\xEE'); };
+        const QByteArray digits("0123456789");
+        const QByteArray hex =
+            hexLine(0, 4, "abcd") + hexLine(0, 0x20, "efgh") + hexUpper(4, 0x30) + hexLine(0, 0, "x");
+        row("inside a binary file", digits, "BIN", 3, 4, "3456");
+        row("binary file too short", digits, "bin+", 8, 100, "89" + fill(98));
+        row("less than nothing", digits, "bin", 5, -3, "");
+        row("gaps of a HEX file", hex, "hex", 0, 0x30, fill(4) + "abcd" + fill(24) + "efgh" + fill(12));
+        row("range ends in a record", hex, "hex", 4, 3, "abc");
+        row("range begins in a record", hex, "HEX", 6, 4, "cd" + fill(2));
+        row("gap of many blocks", hex, "hex", 0x20, 0x2FFFE1, "efgh" + fill(0x2FFFDC) + "x");
+        const QByteArray large = digits.repeated(2000000);
+        row("longer than a block", large, "bin", 5, large.size() - 10, large.mid(5, large.size() - 10));
+        row("end of all addresses", hex, "hex", std::numeric_limits<qint64>::max() - 3, 99, fill(3));
+    }
+
+    void failures()
+    {
+        m_bench.dir().write("bad.hex", hexLine(0, 0, "ab") + hexLine(4, 0, QByteArray(2, '\0')) + ":what\n");
+        // No such checksum, no such file; of a broken one what was taken is told.
+        const QString rows[][4] = {{"CRC32", "bad.hex", "", ""},
+                                   {"CRC32", "none", "T417 ", ""},
+                                   {"CRC-8", "bad.hex", "T420 %1", resultOf("CRC-8", "ab")}};
+        for (const auto& row : rows) {
+            const BenchRun outcome = run(row[0], "hex", 0, 100, {}, row[1]);
+            QVERIFY(!outcome.ok);
+            QCOMPARE(outcome.errorText + '|' + outcome.events.join(""), row[2] + '|' + row[3]);
+        }
+    }
+
+    void stops()
+    {
+        for (const QByteArray& content : {QByteArray(hexEnd), QByteArray(1 << 24, 'x')}) {
+            m_bench.dir().write("data", content);
+            QElapsedTimer timer;
+            timer.start();
+            const BenchRun outcome = run("CRC-82/DARC", content == hexEnd ? "hex" : "bin", 0, qint64(1) << 40,
+                                         [](IDeviceExec& exec, int) { exec.slotStop(); });
+            QVERIFY(outcome.ok && outcome.events.size() == 1);
+            QVERIFY(outcome.events[0].startsWith("4:CRC-82/DARC: "));
+            QVERIFY2(timer.elapsed() < 5000, "only a few blocks are taken before a stop is seen");
+        }
+    }
 
 private:
     /// A calc_crc over the file "data", or another one.
@@ -49,59 +98,6 @@ private:
     BenchProject m_bench{"T", {417, 420}};
     TDevTools m_tools{dev_class::tools, {}};
 };
-
-void TestCalcCrc::ranges()
-{
-    const auto row = [this](const char* name, const QByteArray& content, const char* format, qint64 addr,
-                            qint64 count, const QByteArray& taken) {
-        m_bench.dir().write("data", content);
-        const BenchRun outcome = run("CRC-32", format, addr, count);
-        QVERIFY2(outcome.ok, qPrintable(outcome.errorText));
-        compareRow(name, outcome.events, QStringList(resultOf("CRC-32", taken)));
-    };
-    const auto fill = [](int n) { return QByteArray(n, '\xEE'); };
-    const QByteArray digits("0123456789");
-    const QByteArray hex =
-        hexLine(0, 4, "abcd") + hexLine(0, 0x20, "efgh") + hexUpper(4, 0x30) + hexLine(0, 0, "x");
-    row("inside a binary file", digits, "BIN", 3, 4, "3456");
-    row("binary file too short", digits, "bin+", 8, 100, "89" + fill(98));
-    row("less than nothing", digits, "bin", 5, -3, "");
-    row("gaps of a HEX file", hex, "hex", 0, 0x30, fill(4) + "abcd" + fill(24) + "efgh" + fill(12));
-    row("range ends in a record", hex, "hex", 4, 3, "abc");
-    row("range begins in a record", hex, "HEX", 6, 4, "cd" + fill(2));
-    row("gap of many blocks", hex, "hex", 0x20, 0x2FFFE1, "efgh" + fill(0x2FFFDC) + "x");
-    const QByteArray large = digits.repeated(2000000);
-    row("longer than a block", large, "bin", 5, large.size() - 10, large.mid(5, large.size() - 10));
-    row("end of all addresses", hex, "hex", std::numeric_limits<qint64>::max() - 3, 99, fill(3));
-}
-
-void TestCalcCrc::failures()
-{
-    m_bench.dir().write("bad.hex", hexLine(0, 0, "ab") + hexLine(4, 0, QByteArray(2, '\0')) + ":what\n");
-    // No such checksum, no such file; of a broken one what was taken is told.
-    const QString rows[][4] = {{"CRC32", "bad.hex", "", ""},
-                               {"CRC32", "none", "T417 ", ""},
-                               {"CRC-8", "bad.hex", "T420 %1", resultOf("CRC-8", "ab")}};
-    for (const auto& row : rows) {
-        const BenchRun outcome = run(row[0], "hex", 0, 100, {}, row[1]);
-        QVERIFY(!outcome.ok);
-        QCOMPARE(outcome.errorText + '|' + outcome.events.join(""), row[2] + '|' + row[3]);
-    }
-}
-
-void TestCalcCrc::stops()
-{
-    for (const QByteArray& content : {QByteArray(hexEnd), QByteArray(1 << 24, 'x')}) {
-        m_bench.dir().write("data", content);
-        QElapsedTimer timer;
-        timer.start();
-        const BenchRun outcome = run("CRC-82/DARC", content == hexEnd ? "hex" : "bin", 0, qint64(1) << 40,
-                                     [](IDeviceExec& exec, int) { exec.slotStop(); });
-        QVERIFY(outcome.ok && outcome.events.size() == 1);
-        QVERIFY(outcome.events[0].startsWith("4:CRC-82/DARC: "));
-        QVERIFY2(timer.elapsed() < 5000, "only a few blocks are taken before a stop is seen");
-    }
-}
 
 QTEST_GUILESS_MAIN(TestCalcCrc)
 #include "test_calc_crc.moc"

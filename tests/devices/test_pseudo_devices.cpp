@@ -11,8 +11,6 @@
 #include "support/ScriptedPeer.h"
 #include "support/tables.h"
 
-#include <QThread>
-
 #include <memory>
 
 using Count = TDevToolsExec::Count;
@@ -151,25 +149,231 @@ class TestPseudoDevices : public QObject
 
 private slots:
     void checks_data() { textRows(limits, {"command", "good", "bad"}); }
-    void checks();
-    void familyDecides();
+    void checks()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, good);
+        QFETCH(QString, bad);
+        BenchProject bench;
+        const auto isGood = [&](const QString& value) {
+            return isValid(bench, bench.add(QString(command).replace('*', value)));
+        };
+        QCOMPARE(isGood(good.section(' ', 0, 0)), m_tools.hasCommand(command.section(' ', 0, 0)));
+        bench.addProg();
+        for (const QString& value : good.split(' '))
+            QVERIFY2(isGood(value), qPrintable(value));
+        for (const QString& value : bad.split(' '))
+            QVERIFY2(!isGood(value), qPrintable(value));
+    }
+
+    void familyDecides()
+    {
+        for (const bool good : {true, false}) {
+            BenchProject bench;
+            bench.dir().write("auto.lst", "chip=chip.dev|chip.sig\n");
+            bench.setChip({{"good", good}});
+            bench.addProg();
+            for (const int id : {bench.addChip(), bench.add("auto_detect name=chip")})
+                QCOMPARE(isValid(bench, id), good);
+            // An unreadable chip is a wrong parameter, not a command that does not fit the programmer.
+            const int none = bench.add(cmd::set_device);
+            QVERIFY(project().cmdById(none)->validDev() && !project().cmdById(none)->validParam());
+        }
+    }
+
     void show_data() { textRows(shown, {"command", "text", "valid"}); }
-    void show();
+    void show()
+    {
+        QFETCH(QString, command);
+        BenchProject bench;
+        bench.setPort("/dev/tty%2");
+        bench.addProg();
+        const int id = bench.add(command);
+        QTEST(deviceOf(project().cmdById(id)->cmd()).paramsText(bench.data(id), nullptr), "text");
+        const QString valid = isValid(bench, id) ? "valid" : "wrong";
+        QTEST(valid, "valid");
+    }
+
     void byDefault_data() { textRows(defaults, {"word", "params", "alone"}); }
-    void byDefault();
+    void byDefault()
+    {
+        QFETCH(QString, word);
+        QFETCH(QString, params);
+        QFETCH(QString, alone);
+        for (const bool isAlone : {false, true}) {
+            BenchProject bench;
+            const int id = isAlone ? -1 : bench.addProg();
+            if (isAlone)
+                appData().ProgDefault = -1;
+            TData data{{key::cmd, word}, {key::id_cfg, 0}, {key::id_cmd, id}};
+            deviceOf(word).setDefaultParams(data);
+            const TData expected = textParams(isAlone ? alone : params);
+            for (auto it = expected.begin(); it != expected.end(); ++it)
+                QCOMPARE(it.key() + data.value(it.key()).toString(), it.key() + it.value().toString());
+            QCOMPARE(data.size(), expected.size() + 3);
+        }
+    }
+
     void sends_data() { textRows(frames, {"command", "frame"}); }
-    void sends();
-    void failsAlone();
+    void sends()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, frame);
+        BenchProject bench;
+        bench.setChip({{"block", "0300A5"}});
+        bench.addProg();
+        const int id = bench.add(command);
+        for (const QString& reply : {QString(" > 00"), QString(" > !9")}) {
+            ScriptedPeer peer;
+            const BenchRun run = runCommands(m_prog, {id}, peer.expectText(frame + reply));
+            QCOMPARE(run.errorText, QString(reply == " > !9" ? "T414" : ""));
+            QVERIFY(run.ok == run.errorText.isEmpty() && run.events.isEmpty());
+        }
+    }
+
+    void failsAlone()
+    {
+        BenchProject bench;
+        TSerialPort closed;
+        for (const QString& word : m_prog.commandKeys())
+            QCOMPARE(runCommand(m_prog, bench.add(word), closed).errorText, QString("T392"));
+        // No chip, no detection of that name, no command of the programmer, targets that are gone.
+        for (const char* text : {"set_device", "auto_detect name=x stop=0", "set_prog"}) {
+            ScriptedPeer peer;
+            const BenchRun run = runCommands(m_prog, {bench.add(text)}, peer);
+            QVERIFY(!run.ok && run.errorText.isEmpty() && run.events.isEmpty());
+        }
+        for (const char* text : {"jamp to_cmd=77", "separator", "execute cfg=-1"}) {
+            const BenchRun run = runCommand(m_tools, bench.add(text), closed);
+            QVERIFY(!run.ok && run.events.isEmpty());
+            QCOMPARE(run.errorText, QString(qstrcmp(text, "execute cfg=-1") == 0 ? "T397" : ""));
+        }
+    }
+
     void detects_data() { textRows(detections, {"mode", "frames", "place", "error", "events"}); }
-    void detects();
+    void detects()
+    {
+        QFETCH(QString, mode);
+        QFETCH(QString, frames);
+        BenchProject bench;
+        bench.setChip({{"block", "07"}});
+        bench.dir().write("auto.lst", "Kit=kit.dev|kit.sig\n");
+        bench.dir().write("kit.sig", "A1=One\nA2=Two\nB0=Other\n");
+        bench.addCfg("Second");
+        bench.addCfg("Third");
+        const int id = bench.add("auto_detect name=Kit route=A1=1|A2=2|A3=0|A4=-1|A5=x|A6=9 " + mode);
+        ScriptedPeer peer;
+        const BenchRun run = runCommands(m_prog, {id}, peer.expectText(frames));
+        QTEST(run.errorText, "error");
+        QTEST(run.events.join("; ").remove('\n'), "events");
+        QString place = run.cur_cmd == -1 ? QStringLiteral("start of %1").arg(run.cur_cfg) : "elsewhere";
+        if (run.cur_cmd == id && run.cur_cfg == 2)
+            place = "here";
+        QTEST(place + (run.isOpen ? ", open" : ", closed"), "place");
+        QCOMPARE(run.ok, run.errorText.isEmpty());
+    }
+
     void link_data() { textRows(links, {"interface", "frames", "error", "events"}); }
-    void link();
-    void linkToTheRightPort();
+    void link()
+    {
+        QFETCH(QString, interface);
+        QFETCH(QString, frames);
+        QFETCH(QString, error);
+        ScriptedPeer peer;
+        peer.expectText(frames).start();
+        BenchProject bench;
+        bench.setPort(peer.path());
+        bench.setProg("[Main]\nInterface=" + interface.toLatin1());
+        TSerialPort port;
+        const BenchRun run = runCommand(m_tools, bench.addProg(), port);
+        QCOMPARE(peer.finish(), QString());
+        QCOMPARE(run.errorText, error);
+        QTEST(run.events.join("; "), "events");
+        QVERIFY(run.ok == error.isEmpty() && run.isOpen);
+        QCOMPARE(port.isLinkFailed(), error == "T389");
+    }
+
+    void linkToTheRightPort()
+    {
+        ScriptedPeer first;
+        ScriptedPeer second;
+        first.expectText("80 > 3412, 81 >").start();
+        second.expectText("80 > 3412, 81 >").start();
+        BenchProject bench;
+        bench.setPort(first.path());
+        TSerialPort port;
+        QVERIFY(runCommand(m_tools, bench.addProg(), port).ok);
+        const QString other = "set_prog prog=bench alt_enabled=true alt_port=";
+        QVERIFY(runCommand(m_tools, bench.add(other + second.path()), port).ok);
+        QCOMPARE(first.finish() + second.finish(), QString());
+
+        QVERIFY(runCommand(m_tools, bench.add(other), port).errorText.startsWith("Port : "));
+        QVERIFY(!port.isOpen());
+        bench.setPort("no-%2-port");
+        QCOMPARE(runCommand(m_tools, bench.addProg(), port).errorText, QString("Port no-%2-port: T393"));
+        QCOMPARE(runCommand(m_tools, bench.add("set_prog prog=unknown"), port).errorText, QString("T398"));
+    }
+
     void counts_data() { textRows(rounds, {"value", "limit", "delta", "outcome", "stored"}); }
-    void counts();
-    void delayTakesItsTime();
-    void processNeverFails();
-    void longProcessOutlivesTheCommand();
+    void counts()
+    {
+        const auto cell = [](const char* column) {
+            return static_cast<QString*>(QTest::qData(column, qMetaTypeId<QString>()))->toLongLong();
+        };
+        const QMap<Count, QString> outcomes{
+            {Count::GoesOn, "goes on"}, {Count::Arrived, "arrived"}, {Count::OutOfRange, "out of range"}};
+        qint64 value = cell("value");
+        QTEST(outcomes.value(TDevToolsExec::countRound(value, cell("limit"), int(cell("delta")))), "outcome");
+        QCOMPARE(value, cell("stored"));
+    }
+
+    void delayTakesItsTime()
+    {
+        using Row = std::tuple<int, bool, int>;
+        for (const auto& [ms, stopped, least] :
+             {Row(0, false, 0), Row(150, false, 149), Row(499, true, 498), Row(500, true, 0)}) {
+            TDevToolsExec exec({{key::cmd, QString(cmd::delay)}, {key::value, QString::number(ms)}});
+            if (stopped)
+                exec.slotStop();
+            QSignalSpy percents(&exec, &IDeviceExec::signalEventProc);
+            TSerialPort port;
+            bool exit = false;
+            int none = 0;
+            QElapsedTimer time;
+            time.start();
+            QVERIFY(exec.execute(&port, exit, none, none));
+            QVERIFY(time.elapsed() >= least && time.elapsed() < least + 300);
+            QVERIFY(percents.size() == 1 && percents.first().first() == 0);
+        }
+    }
+
+    void processNeverFails()
+    {
+        BenchProject bench;
+        TSerialPort port;
+        QElapsedTimer time;
+        time.start();
+        for (QString line : {"sh -c \"pwd > %1\"", "/no/such/program -x", "sh -c \"exit 3\"", "cat", "  ",
+                             "sh -c \"head -c 3000000 /dev/zero; head -c 3000000 /dev/zero >&2\""}) {
+            line.replace("%1", bench.dir().file("out"));
+            QVERIFY(runCommand(m_tools, bench.add(cmd::process, {{key::file, line}}), port).ok);
+        }
+        QVERIFY(time.elapsed() < 10000);
+        QCOMPARE(bench.dir().read("out").trimmed(), QCoreApplication::applicationDirPath().toUtf8());
+    }
+
+    void longProcessOutlivesTheCommand()
+    {
+        const TestDir dir(TestDir::Empty);
+        const QString line = QStringLiteral("sh -c \"sleep 1.5; echo done > %1\"").arg(dir.file("out"));
+        const std::unique_ptr<QThread> thread(QThread::create([&line] {
+            QObject command;
+            runCommandLine(line, 50, &command);
+        }));
+        thread->start();
+        QVERIFY(thread->wait(1200) && dir.read("out").isEmpty());
+        QTRY_COMPARE(dir.read("out"), QByteArray("done\n"));
+    }
 
 private:
     const IDevice& deviceOf(const QString& word) const
@@ -184,226 +388,6 @@ private:
     TDevTools m_tools{dev_class::tools, {}};
     TDevProg m_prog{dev_class::prog, {}};
 };
-
-void TestPseudoDevices::checks()
-{
-    QFETCH(QString, command);
-    QFETCH(QString, good);
-    QFETCH(QString, bad);
-    BenchProject bench;
-    const auto add = [&](const QString& value) { return bench.add(QString(command).replace('*', value)); };
-    QCOMPARE(isValid(bench, add(good.section(' ', 0, 0))), m_tools.hasCommand(command.section(' ', 0, 0)));
-    bench.addProg();
-    for (const QString& value : good.split(' '))
-        QVERIFY2(isValid(bench, add(value)), qPrintable(value));
-    for (const QString& value : bad.split(' '))
-        QVERIFY2(!isValid(bench, add(value)), qPrintable(value));
-}
-
-void TestPseudoDevices::familyDecides()
-{
-    for (const bool good : {true, false}) {
-        BenchProject bench;
-        bench.dir().write("auto.lst", "chip=chip.dev|chip.sig\n");
-        bench.setChip({{"good", good}});
-        bench.addProg();
-        for (const int id : {bench.addChip(), bench.add("auto_detect name=chip")})
-            QCOMPARE(isValid(bench, id), good);
-        // An unreadable chip is a wrong parameter, not a command that does not fit the programmer.
-        const int none = bench.add(cmd::set_device);
-        QVERIFY(project().cmdById(none)->validDev() && !project().cmdById(none)->validParam());
-    }
-}
-
-void TestPseudoDevices::show()
-{
-    QFETCH(QString, command);
-    BenchProject bench;
-    bench.setPort("/dev/tty%2");
-    bench.addProg();
-    const int id = bench.add(command);
-    QTEST(deviceOf(project().cmdById(id)->cmd()).paramsText(bench.data(id), nullptr), "text");
-    const QString valid = isValid(bench, id) ? "valid" : "wrong";
-    QTEST(valid, "valid");
-}
-
-void TestPseudoDevices::byDefault()
-{
-    QFETCH(QString, word);
-    for (const char* column : {"params", "alone"}) {
-        BenchProject bench;
-        int id = -1;
-        if (qstrcmp(column, "params") == 0)
-            id = bench.addProg();
-        else
-            appData().ProgDefault = -1;
-        TData data{{key::cmd, word}, {key::id_cfg, 0}, {key::id_cmd, id}};
-        deviceOf(word).setDefaultParams(data);
-        const TData expected =
-            textParams(*static_cast<QString*>(QTest::qData(column, qMetaTypeId<QString>())));
-        for (auto it = expected.begin(); it != expected.end(); ++it)
-            QCOMPARE(it.key() + data.value(it.key()).toString(), it.key() + it.value().toString());
-        QCOMPARE(data.size(), expected.size() + 3);
-    }
-}
-
-void TestPseudoDevices::sends()
-{
-    QFETCH(QString, command);
-    QFETCH(QString, frame);
-    BenchProject bench;
-    bench.setChip({{"block", "0300A5"}});
-    bench.addProg();
-    const int id = bench.add(command);
-    for (const QString& reply : {QString(" > 00"), QString(" > !9")}) {
-        ScriptedPeer peer;
-        const BenchRun run = runCommands(m_prog, {id}, peer.expectText(frame + reply));
-        QCOMPARE(run.errorText, QString(reply == " > !9" ? "T414" : ""));
-        QVERIFY(run.ok == run.errorText.isEmpty() && run.events.isEmpty());
-    }
-}
-
-void TestPseudoDevices::failsAlone()
-{
-    BenchProject bench;
-    TSerialPort closed;
-    for (const QString& word : m_prog.commandKeys())
-        QCOMPARE(runCommand(m_prog, bench.add(word), closed).errorText, QStringLiteral("T392"));
-    // No chip, no detection of that name, no command of the programmer, targets that are gone.
-    for (const char* text : {"set_device", "auto_detect name=x stop=0", "set_prog"}) {
-        ScriptedPeer peer;
-        const BenchRun run = runCommands(m_prog, {bench.add(text)}, peer);
-        QVERIFY(!run.ok && run.errorText.isEmpty() && run.events.isEmpty());
-    }
-    for (const char* text : {"jamp to_cmd=77", "separator", "execute cfg=-1"}) {
-        const BenchRun run = runCommand(m_tools, bench.add(text), closed);
-        QVERIFY(!run.ok && run.events.isEmpty());
-        QCOMPARE(run.errorText, QString(qstrcmp(text, "execute cfg=-1") == 0 ? "T397" : ""));
-    }
-}
-
-void TestPseudoDevices::detects()
-{
-    QFETCH(QString, mode);
-    QFETCH(QString, frames);
-    BenchProject bench;
-    bench.setChip({{"block", "07"}});
-    bench.dir().write("auto.lst", "Kit=kit.dev|kit.sig\n");
-    bench.dir().write("kit.sig", "A1=One\nA2=Two\nB0=Other\n");
-    bench.addCfg("Second");
-    bench.addCfg("Third");
-    const int id = bench.add("auto_detect name=Kit route=A1=1|A2=2|A3=0|A4=-1|A5=x|A6=9 " + mode);
-    ScriptedPeer peer;
-    const BenchRun run = runCommands(m_prog, {id}, peer.expectText(frames));
-    QTEST(run.errorText, "error");
-    QTEST(run.events.join("; ").remove('\n'), "events");
-    QString place = run.cur_cmd == -1 ? QStringLiteral("start of %1").arg(run.cur_cfg) : "elsewhere";
-    if (run.cur_cmd == id && run.cur_cfg == 2)
-        place = "here";
-    QTEST(place + (run.isOpen ? ", open" : ", closed"), "place");
-    QCOMPARE(run.ok, run.errorText.isEmpty());
-}
-
-void TestPseudoDevices::link()
-{
-    QFETCH(QString, interface);
-    QFETCH(QString, frames);
-    QFETCH(QString, error);
-    ScriptedPeer peer;
-    peer.expectText(frames).start();
-    BenchProject bench;
-    bench.setPort(peer.path());
-    bench.setProg("[Main]\nInterface=" + interface.toLatin1());
-    TSerialPort port;
-    const BenchRun run = runCommand(m_tools, bench.addProg(), port);
-    QCOMPARE(peer.finish(), QString());
-    QCOMPARE(run.errorText, error);
-    QTEST(run.events.join("; "), "events");
-    QVERIFY(run.ok == error.isEmpty() && run.isOpen);
-    QCOMPARE(port.isLinkFailed(), error == QLatin1String("T389"));
-}
-
-void TestPseudoDevices::linkToTheRightPort()
-{
-    ScriptedPeer first;
-    ScriptedPeer second;
-    first.expectText("80 > 3412, 81 >").start();
-    second.expectText("80 > 3412, 81 >").start();
-    BenchProject bench;
-    bench.setPort(first.path());
-    TSerialPort port;
-    QVERIFY(runCommand(m_tools, bench.addProg(), port).ok);
-    const QString other = "set_prog prog=bench alt_enabled=true alt_port=";
-    QVERIFY(runCommand(m_tools, bench.add(other + second.path()), port).ok);
-    QCOMPARE(first.finish() + second.finish(), QString());
-
-    QVERIFY(runCommand(m_tools, bench.add(other), port).errorText.startsWith("Port : "));
-    QVERIFY(!port.isOpen());
-    bench.setPort("no-%2-port");
-    QCOMPARE(runCommand(m_tools, bench.addProg(), port).errorText, QStringLiteral("Port no-%2-port: T393"));
-    QCOMPARE(runCommand(m_tools, bench.add("set_prog prog=unknown"), port).errorText, QStringLiteral("T398"));
-}
-
-void TestPseudoDevices::counts()
-{
-    const auto cell = [](const char* column) {
-        return static_cast<QString*>(QTest::qData(column, qMetaTypeId<QString>()))->toLongLong();
-    };
-    const QMap<Count, QString> outcomes{
-        {Count::GoesOn, "goes on"}, {Count::Arrived, "arrived"}, {Count::OutOfRange, "out of range"}};
-    qint64 value = cell("value");
-    QTEST(outcomes.value(TDevToolsExec::countRound(value, cell("limit"), int(cell("delta")))), "outcome");
-    QCOMPARE(value, cell("stored"));
-}
-
-void TestPseudoDevices::delayTakesItsTime()
-{
-    using Row = std::tuple<int, bool, int>;
-    for (const auto& [ms, stopped, least] :
-         {Row(0, false, 0), Row(150, false, 149), Row(499, true, 498), Row(500, true, 0)}) {
-        TDevToolsExec exec({{key::cmd, QString(cmd::delay)}, {key::value, QString::number(ms)}});
-        if (stopped)
-            exec.slotStop();
-        QSignalSpy percents(&exec, &IDeviceExec::signalEventProc);
-        TSerialPort port;
-        bool exit = false;
-        int none = 0;
-        QElapsedTimer time;
-        time.start();
-        QVERIFY(exec.execute(&port, exit, none, none));
-        QVERIFY(time.elapsed() >= least && time.elapsed() < least + 300);
-        QVERIFY(percents.size() == 1 && percents.first().first() == 0);
-    }
-}
-
-void TestPseudoDevices::processNeverFails()
-{
-    BenchProject bench;
-    TSerialPort port;
-    QElapsedTimer time;
-    time.start();
-    for (const QString& line :
-         {QStringLiteral("sh -c \"pwd > %1\"").arg(bench.dir().file("out")),
-          QStringLiteral("/no/such/program -x"), QStringLiteral("sh -c \"exit 3\""), QStringLiteral("cat"),
-          QStringLiteral("  "),
-          QStringLiteral("sh -c \"head -c 3000000 /dev/zero; head -c 3000000 /dev/zero >&2\"")})
-        QVERIFY(runCommand(m_tools, bench.add(cmd::process, {{key::file, line}}), port).ok);
-    QVERIFY(time.elapsed() < 10000);
-    QCOMPARE(bench.dir().read("out").trimmed(), QCoreApplication::applicationDirPath().toUtf8());
-}
-
-void TestPseudoDevices::longProcessOutlivesTheCommand()
-{
-    const TestDir dir(TestDir::Empty);
-    const QString line = QStringLiteral("sh -c \"sleep 1.5; echo done > %1\"").arg(dir.file("out"));
-    const std::unique_ptr<QThread> thread(QThread::create([&line] {
-        QObject command;
-        runCommandLine(line, 50, &command);
-    }));
-    thread->start();
-    QVERIFY(thread->wait(1200) && dir.read("out").isEmpty());
-    QTRY_COMPARE(dir.read("out"), QByteArray("done\n"));
-}
 
 QTEST_GUILESS_MAIN(TestPseudoDevices)
 #include "test_pseudo_devices.moc"
