@@ -1,24 +1,11 @@
 #include "exec/RunBench.h"
 
-#include "core/TAppData.h"
-#include "core/TDataPrj.h"
 #include "core/TLang.h"
-#include "core/globals.h"
 #include "core/keys.h"
 #include "devices/TDeviceList.h"
 #include "support/BenchProject.h"
 
-#include <QElapsedTimer>
-#include <QEventLoop>
 #include <QFile>
-#include <QTimer>
-
-void RecordingView::slotExecEventText(TCodeExec code, QString text1, QString text2)
-{
-    m_log->append({m_idCfg, code, text1, text2});
-    if (*m_hook)
-        (*m_hook)(m_log->last());
-}
 
 RunBench::RunBench()
 {
@@ -43,16 +30,6 @@ RunBench::~RunBench()
     waitIdle();
     m_control.reset();
     project().reset();
-}
-
-void RunBench::addProgrammer(const QString& alias, const QString& port)
-{
-    appData().progNames.append(alias, true, port, "Simulator");
-}
-
-int RunBench::addCfg(const QString& name)
-{
-    return project().addCfg(name, QString(), -1);
 }
 
 int RunBench::addCmd(int id_cfg, const QString& text, const QVariantList& keyValues)
@@ -88,17 +65,6 @@ bool RunBench::run(const QList<int>& ids, int timeoutMs)
     for (int id : ids)
         m_control->start(id);
     return waitIdle(timeoutMs);
-}
-
-bool RunBench::waitIdle(int timeoutMs)
-{
-    if (m_control->isIdle())
-        return true;
-    QEventLoop loop;
-    QObject::connect(m_control.get(), &TRunControl::signalIdle, &loop, &QEventLoop::quit);
-    QTimer::singleShot(timeoutMs, &loop, &QEventLoop::quit);
-    loop.exec();
-    return m_control->isIdle();
 }
 
 RecordingView& RunBench::view(int id_cfg)

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "core/types.h"
+#include "core/TAppData.h"
+#include "core/TDataPrj.h"
+#include "core/globals.h"
 #include "exec/IRunView.h"
 #include "exec/TRunControl.h"
 #include "support/TestDir.h"
 
-#include <QList>
-#include <QObject>
-#include <QString>
+#include <qtestsupport_core.h>
 
 #include <functional>
 #include <map>
@@ -46,7 +46,13 @@ public:
     QList<int> percents;
 
 public slots:
-    void slotExecEventText(TCodeExec code, QString text1, QString text2);
+    void slotExecEventText(TCodeExec code, QString text1, QString text2)
+    {
+        m_log->append({m_idCfg, code, text1, text2});
+        if (*m_hook)
+            (*m_hook)(m_log->last());
+    }
+
     void slotExecEventProc(int procent) { percents.append(procent); }
 
 private:
@@ -64,8 +70,12 @@ public:
     ~RunBench();
 
     /// A programmer at a port, described by the simulator's file.
-    void addProgrammer(const QString& alias, const QString& port);
-    int addCfg(const QString& name);
+    void addProgrammer(const QString& alias, const QString& port)
+    {
+        appData().progNames.append(alias, true, port, "Simulator");
+    }
+
+    int addCfg(const QString& name) { return project().addCfg(name, {}, -1); }
     /// A checked command "word key=value ..." at the end of a configuration, with further parameters as key,
     /// value, key, value...
     int addCmd(int id_cfg, const QString& text, const QVariantList& keyValues = {});
@@ -77,7 +87,11 @@ public:
     TRunControl& control() { return *m_control; }
     /// Starts the configurations and lets the event loop go on until no run is left; false after timeout ms.
     bool run(const QList<int>& ids, int timeoutMs = 20000);
-    bool waitIdle(int timeoutMs = 20000);
+    bool waitIdle(int timeoutMs = 20000)
+    {
+        return QTest::qWaitFor([this] { return m_control->isIdle(); }, timeoutMs);
+    }
+
     RecordingView& view(int id_cfg);
 
     /// Called on the main thread with each event, while the worker waits.

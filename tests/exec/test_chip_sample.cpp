@@ -1,6 +1,3 @@
-#include "core/TAppData.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
 #include "core/keys.h"
 #include "devices/TDeviceList.h"
 #include "exec/RunBench.h"
@@ -18,8 +15,7 @@
 namespace {
 
 constexpr int sideBySide = 4;
-constexpr int timeoutMs = 600000;    ///< for the chips that run side by side
-constexpr int commonClock = 1000000; ///< Hz, which every family has
+constexpr int timeoutMs = 600000; ///< for the chips that run side by side
 
 /// A number from the environment, so that a longer run needs no other program: VM_CHIP_SEED chooses other
 /// chips, VM_CHIP_SAMPLE=10 takes one of each ten to the last, VM_CHIP_SAMPLE=1 all. That is minutes for a
@@ -91,82 +87,79 @@ class TestChipSample : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { appData().PathDevices = QStringLiteral(VM_DATA_DIR "/devices"); }
-    void identifies();
-    void programs_data();
-    void programs();
+    void initTestCase() { appData().PathDevices = VM_DATA_DIR "/devices"; }
+
+    void identifies()
+    {
+        std::mt19937 random(uint(fromEnvironment("VM_CHIP_SEED", 1)));
+        const QList<Chip> chips = chipsOf(dev_class::avr8_spi);
+        QVERIFY(chips.size() > 150);
+        runAll(chips + sampled(chipsOf(dev_class::dev25), 8, 1LL << 40, random),
+               [](RunBench& bench, int cfg, const Chip&) { bench.addCmd(cfg, cmd::ident); });
+    }
+
+    void programs_data()
+    {
+        QTest::addColumn<QString>("guiType");
+        for (const QLatin1String& word : {dev_class::dev25, dev_class::avr8_spi, dev_class::dev24})
+            QTest::newRow(word.data()) << QString(word);
+    }
+
+    void programs()
+    {
+        QFETCH(QString, guiType);
+        constexpr qint64 quickWrites = 300000; // some 20 s
+        const qint64 writes = qEnvironmentVariableIsSet("VM_CHIP_SAMPLE") ? 1LL << 40 : quickWrites;
+        std::mt19937 random(uint(fromEnvironment("VM_CHIP_SEED", 1)));
+        const QList<Chip> all = chipsOf(guiType);
+        const QList<Chip> chips = sampled(all, fromEnvironment("VM_CHIP_SAMPLE", 10), writes, random);
+        QVERIFY(!chips.isEmpty());
+        qInfo("%d of %d chips", chips.size(), all.size());
+        runAll(chips, [&](RunBench& bench, int cfg, const Chip& chip) {
+            bench.addCmd(cfg, cmd::erase);
+            for (const QString memory : {"", "flash_", "eeprom_"}) {
+                const qint64 size = chip.data.value(memory + key::size).toLongLong();
+                if (size == 0)
+                    continue;
+                const QString file = memory + chip.name;
+                bench.dir().write(file, contents(size, random));
+                const QString params = " format=BIN addr_file=0 addr_device=0 count=%1 file=" + file;
+                for (const QLatin1String& word : {cmd::file_write, cmd::file_verify})
+                    bench.addCmd(cfg, memory + word + params.arg(size));
+            }
+        });
+    }
 
 private:
     using Commands = std::function<void(RunBench& bench, int cfg, const Chip& chip)>;
-    static void runAll(const QList<Chip>& chips, const Commands& commands);
-};
 
-/// Runs the commands on each chip, some chips side by side.
-void TestChipSample::runAll(const QList<Chip>& chips, const Commands& commands)
-{
-    for (int first = 0; first < chips.size(); first += sideBySide) {
-        const QList<Chip> batch = chips.mid(first, sideBySide);
-        std::vector<std::unique_ptr<SimProcess>> sims;
-        RunBench bench;
-        QList<int> ids;
-        for (const Chip& chip : batch) {
-            sims.push_back(std::make_unique<SimProcess>(QStringList{"--chip", chip.name}));
-            QVERIFY2(sims.back()->isReady(), sims.back()->output().constData());
-            bench.addProgrammer(chip.name, sims.back()->path());
-            ids.append(bench.addCfg(chip.name));
-            bench.addLink(ids.last(), chip.name);
-            bench.addCmd(ids.last(), cmd::set_device,
-                         {key::device, chip.name, key::file, TDeviceList::deviceFiles().value(chip.name),
-                          key::clk, commonClock, key::addr, 0});
-            commands(bench, ids.last(), chip);
+    /// Runs the commands on each chip, some chips side by side.
+    static void runAll(const QList<Chip>& chips, const Commands& commands)
+    {
+        for (int first = 0; first < chips.size(); first += sideBySide) {
+            const QList<Chip> batch = chips.mid(first, sideBySide);
+            std::vector<std::unique_ptr<SimProcess>> sims;
+            RunBench bench;
+            QList<int> ids;
+            for (const Chip& chip : batch) {
+                sims.push_back(std::make_unique<SimProcess>(QStringList{"--chip", chip.name}));
+                QVERIFY2(sims.back()->isReady(), sims.back()->output().constData());
+                bench.addProgrammer(chip.name, sims.back()->path());
+                ids.append(bench.addCfg(chip.name));
+                bench.addLink(ids.last(), chip.name);
+                // A clock that every family has.
+                const QString device = "set_device device=%1 file=%2 clk=1000000 addr=0";
+                bench.addCmd(ids.last(), device.arg(chip.name, TDeviceList::deviceFiles().value(chip.name)));
+                commands(bench, ids.last(), chip);
+            }
+            bench.bind();
+            QVERIFY(bench.run(ids, timeoutMs));
+            for (int i = 0; i < batch.size(); ++i)
+                QVERIFY2(project().cfgStatus(ids[i]) == csDone,
+                         qPrintable(batch[i].name + bench.texts(ceFailed).join('\n')));
         }
-        bench.bind();
-        QVERIFY(bench.run(ids, timeoutMs));
-        for (int i = 0; i < batch.size(); ++i)
-            QVERIFY2(project().cfgStatus(ids[i]) == csDone,
-                     qPrintable(batch[i].name + bench.texts(ceFailed).join('\n')));
     }
-}
-
-void TestChipSample::identifies()
-{
-    const QList<Chip> chips = chipsOf(dev_class::avr8_spi);
-    QVERIFY(chips.size() > 150);
-    runAll(chips, [](RunBench& bench, int cfg, const Chip&) { bench.addCmd(cfg, cmd::ident); });
-}
-
-void TestChipSample::programs_data()
-{
-    QTest::addColumn<QString>("guiType");
-    for (const QLatin1String& word : {dev_class::dev25, dev_class::avr8_spi, dev_class::dev24})
-        QTest::newRow(word.data()) << QString(word);
-}
-
-void TestChipSample::programs()
-{
-    QFETCH(QString, guiType);
-    constexpr qint64 quickWrites = 300000; // some 20 s
-    const qint64 writes = qEnvironmentVariableIsSet("VM_CHIP_SAMPLE") ? 1LL << 40 : quickWrites;
-    std::mt19937 random(uint(fromEnvironment("VM_CHIP_SEED", 1)));
-    const QList<Chip> all = chipsOf(guiType);
-    const QList<Chip> chips = sampled(all, fromEnvironment("VM_CHIP_SAMPLE", 10), writes, random);
-    QVERIFY(!chips.isEmpty());
-    qInfo("%d of %d chips", chips.size(), all.size());
-    runAll(chips, [&](RunBench& bench, int cfg, const Chip& chip) {
-        bench.addCmd(cfg, cmd::erase);
-        for (const QString& memory : {QString(), QStringLiteral("flash_"), QStringLiteral("eeprom_")}) {
-            const qint64 size = chip.data.value(memory + key::size).toLongLong();
-            if (size == 0)
-                continue;
-            const QString file = memory + chip.name;
-            bench.dir().write(file, contents(size, random));
-            for (const QLatin1String& word : {cmd::file_write, cmd::file_verify})
-                bench.addCmd(cfg, memory + word,
-                             {key::format, "BIN", key::file, file, key::addr_file, 0, key::addr_device, 0,
-                              key::count, size});
-        }
-    });
-}
+};
 
 QTEST_GUILESS_MAIN(TestChipSample)
 #include "test_chip_sample.moc"

@@ -1,7 +1,5 @@
 #include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
 #include "core/TLang.h"
-#include "core/globals.h"
 #include "core/keys.h"
 #include "exec/RunBench.h"
 #include "exec/TProgTask.h"
@@ -9,7 +7,6 @@
 #include "support/SimProcess.h"
 #include "support/tables.h"
 
-#include <memory>
 #include <vector>
 
 namespace {
@@ -18,7 +15,7 @@ namespace {
 /// tells.
 struct AgreeingPeer : ScriptedPeer
 {
-    explicit AgreeingPeer(const QString& odd = QStringLiteral("FF"))
+    explicit AgreeingPeer(const QString& odd = "FF")
     {
         otherwise([line = PeerLine(odd)](const QByteArray& request) {
             const auto opcode = static_cast<quint8>(request.at(1));
@@ -81,17 +78,7 @@ reset | set_prog | 86 | 80 81 83:01 86:70fe | 6 No answer from the programmer
 reset | stop | FF | | 6
 )";
 
-const QString chip = QStringLiteral("W25Q64");
-
-/// Opcodes of the request frames of a trace, in their order.
-QString requestsOf(const QByteArray& trace)
-{
-    QStringList list;
-    auto match = QRegularExpression(QStringLiteral("> C0 (..)")).globalMatch(QString::fromLatin1(trace));
-    while (match.hasNext())
-        list.append(match.next().captured(1));
-    return list.join(QLatin1Char(' '));
-}
+const QString chip = "W25Q64";
 
 // Options of the simulator | a command behind the link, with a set_vcc behind it | last line, or its
 // beginning | all requests. The fifth frame is the first one of the command.
@@ -123,307 +110,284 @@ class TestRun : public QObject
 
 private slots:
     void sends_data() { textRows(frames, {"commands", "odd", "frames", "outcome"}); }
-    void sends();
+    void sends()
+    {
+        QFETCH(QString, commands);
+        QFETCH(QString, odd);
+        AgreeingPeer peer(odd);
+        RunBench bench;
+        bench.addProgrammer("P", peer.path());
+        const int cfg = addAll(bench, commands, "P");
+        QStringList statuses;
+        QObject::connect(&bench.control(), &TRunControl::signalStatusChanged,
+                         [&](int, int status) { statuses.append(QString::number(status)); });
+        QVERIFY(bench.run({cfg}));
+        QCOMPARE(peer.finish(), QString());
+        QTEST(peer.requestText(), "frames");
+        QStringList lines;
+        for (const LogEvent& event : bench.log().mid(1)) {
+            const bool namesPort = event.text2.contains(peer.path());
+            const QString line = QString("%1 %2 %3").arg(QString::number(event.code), event.text1);
+            lines.append(line.arg(namesPort ? "" : event.text2).trimmed());
+        }
+        QTEST(statuses.join(' ') + ": " + lines.join("; "), "outcome");
+        QCOMPARE(bench.log().first().text2, QStringLiteral("P: %1, Simulator").arg(peer.path()));
+        QCOMPARE(bench.view(cfg).ended, 1);
+        QCOMPARE(bench.view(cfg).percents.value(0, -1), 0);
+    }
+
     void flow_data() { textRows(flows, {"commands", "lines", "status"}); }
-    void flow();
+    void flow()
+    {
+        QFETCH(QString, commands);
+        RunBench bench;
+        const int a = addAll(bench, commands);
+        project().clearChanged();
+        QVERIFY(bench.run({a}));
+        QStringList lines;
+        for (const LogEvent& event : bench.log()) {
+            if (event.idCfg == a)
+                lines.append(event.text1.trimmed() + (event.text2.endsWith(" ms") ? ' ' + event.text2 : ""));
+        }
+        QTEST(lines.join(", "), "lines");
+        const int value = project().cmdAt(0)->param(key::value).toInt();
+        QTEST(QString("%1 %2 %3").arg(project().cfgStatus(a)).arg(project().cfgStatus(a + 1)).arg(value),
+              "status");
+        QCOMPARE(bench.view(a).begun, 1);
+        QCOMPARE(project().isChanged(), value == 3);
+    }
+
     void progTask_data() { textRows(tasks, {"task", "link", "odd", "frames", "last"}); }
-    void progTask();
+    void progTask()
+    {
+        QFETCH(QString, task);
+        QFETCH(QString, link);
+        QFETCH(QString, odd);
+        AgreeingPeer peer(odd);
+        RunBench bench;
+        bench.addProgrammer("bench", peer.path());
+        const int cfg = addAll(bench, cmd::ident, link == cmd::set_prog ? "bench" : "", "ATmega328P");
+        TProgTask progTask(project().cmdsOfCfg(cfg).last()->id());
+        QString last;
+        connect(&progTask, &TProgTask::signalEventText, this, [&](TCodeExec code, const QString& text) {
+            last = QStringLiteral("%1 %2").arg(QString::number(code), text).trimmed();
+        });
+        const bool done = task == "reset" ? progTask.reset() : progTask.identify();
+        QTEST(last, "last");
+        QCOMPARE(done, last.startsWith('5'));
+        peer.finish();
+        QTEST(peer.requestText(), "frames");
+    }
+
     void pauseResume_data() { textRows("pause\njamp to_cmd=1 / pause", {"commands"}); }
-    void pauseResume();
-    void resumesFromInsideTheSignal();
-    void onlyTheNamedRunGoesOn();
+    void pauseResume()
+    {
+        QFETCH(QString, commands);
+        RunBench bench;
+        const int a = addAll(bench, commands);
+        bench.control().start(a);
+        QTRY_COMPARE(project().cfgStatus(a), int(csPause));
+        // Behind a jump too it is the started configuration that waits, and has one run at most.
+        QCOMPARE(project().cfgStatus(a + 1), int(csIdle));
+        bench.control().start(a);
+        bench.control().resume(a);
+        QCOMPARE(project().cfgStatus(a), int(csRun));
+        QVERIFY(bench.waitIdle(5000));
+        QCOMPARE(bench.texts(ceWork).last(), langText(396));
+        QCOMPARE(project().cfgStatus(a), int(csDone));
+        QCOMPARE(bench.view(a).begun, 1);
+    }
+
+    void resumesFromInsideTheSignal()
+    {
+        RunBench bench;
+        const int cfg = addAll(bench, "pause; delay value=1");
+        // As a click on the start button that is handled before the worker goes on.
+        connect(&bench.control(), &TRunControl::signalStatusChanged, this, [&](int id, int status) {
+            if (status == csPause)
+                bench.control().resume(id);
+        });
+        QVERIFY(bench.run({cfg}, 3000));
+        QCOMPARE(bench.texts(ceCmdBegin), (QStringList{"Pause", "Delay"}));
+    }
+
+    void onlyTheNamedRunGoesOn()
+    {
+        RunBench bench;
+        const int a = addAll(bench, "pause / pause");
+        bench.control().start(a + 1);
+        for (void (TRunControl::*end)(int) : {&TRunControl::resume, &TRunControl::stop}) {
+            bench.control().start(a);
+            QTRY_COMPARE(project().cfgStatus(a), int(csPause));
+            QTRY_COMPARE(project().cfgStatus(a + 1), int(csPause));
+            (bench.control().*end)(a);
+            QTRY_COMPARE(project().cfgStatus(a), int(csDone));
+            QTest::qWait(250); // a pause looks up every 100 ms
+            QVERIFY(bench.control().isRunning(a + 1));
+        }
+    }
+
     void stopInPauseAndDelay_data()
     {
         textRows("pause | later\npause | at its line\ndelay value=60000 | later", {"command", "when"});
     }
-    void stopInPauseAndDelay();
-    void deletedRunningCommandEndsTheRun();
-    void sameConfigurationAgainRightBehindItsResult();
-    void twelveSideBySide();
+
+    void stopInPauseAndDelay()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, when);
+        AgreeingPeer peer;
+        RunBench bench;
+        bench.addProgrammer("P", peer.path());
+        const int cfg = addAll(bench, command + "; set_vcc vcc=3.3", "P");
+        bench.onEvent([&](const LogEvent& event) {
+            if (event.code != ceCmdBegin || event.text1 == "Set Prog")
+                return;
+            if (when == "later")
+                QTimer::singleShot(50, &bench.control(), &TRunControl::stopAll);
+            else
+                bench.control().stopAll();
+        });
+        QVERIFY(bench.run({cfg}, 5000));
+        QCOMPARE(peer.finish(), QString());
+        QCOMPARE(peer.requestText(), QString("80 81 83:01 85 83:00"));
+        QCOMPARE(bench.last().text1, langText(390));
+        QCOMPARE(project().cfgStatus(cfg), int(csDone));
+    }
+
+    void deletedRunningCommandEndsTheRun()
+    {
+        RunBench bench;
+        const int cfg = addAll(bench, "delay value=1; delay value=2; delay value=3");
+        bench.onEvent([&](const LogEvent& event) {
+            if (event.text2 == "2 ms") {
+                project().removeCmd(project().cmdsOfCfg(cfg).at(1)->id());
+                project().bindAll();
+            }
+        });
+        QVERIFY(bench.run({cfg}, 5000));
+        // It must not begin again at the first command.
+        QCOMPARE(bench.texts(ceCmdBegin).size(), 2);
+    }
+
+    void sameConfigurationAgainRightBehindItsResult()
+    {
+        RunBench bench;
+        const int cfg = addAll(bench, "delay value=1");
+        int again = 3;
+        QObject::connect(
+            &bench.control(), &TRunControl::signalStatusChanged, &bench.control(),
+            [&](int id, int status) {
+                if (status == csDone && again-- > 0)
+                    bench.control().start(id);
+            },
+            Qt::QueuedConnection);
+        QVERIFY(bench.run({cfg}));
+        QTRY_COMPARE(bench.texts(ceSuccess).size(), 4);
+        QVERIFY(bench.waitIdle());
+        QCOMPARE(bench.view(cfg).begun, 4);
+        QVERIFY(!bench.control().isRunning(cfg));
+    }
+
+    void twelveSideBySide()
+    {
+        std::vector<std::unique_ptr<SimProcess>> sims;
+        QList<QByteArray> contents;
+        RunBench bench;
+        QList<int> ids;
+        for (int i = 0; i < 12; ++i) {
+            sims.push_back(std::make_unique<SimProcess>(QStringList{"--chip", chip}));
+            QVERIFY2(sims.back()->isReady(), sims.back()->output().constData());
+            const QString alias = QStringLiteral("P%1").arg(i);
+            contents.append(QByteArray::number(100 + i).repeated(7000 + i));
+            bench.dir().write("source" + alias, contents.last());
+            bench.addProgrammer(alias, sims.back()->path());
+            ids.append(bench.addCfg(alias));
+            bench.addLink(ids.last(), alias, chip);
+            bench.addCmd(ids.last(), "erase_blocks size=0x10000 begin=0 count=1");
+            const QString range = QStringLiteral(" format=BIN addr_file=0 addr_device=%1 count=%2 file=");
+            const QString file = range.arg(100 + i).arg(contents.last().size());
+            bench.addCmd(ids.last(), "file_write" + file + "source" + alias);
+            bench.addCmd(ids.last(), "file_verify" + file + "source" + alias);
+            bench.addCmd(ids.last(), "file_read" + file + "result" + alias);
+        }
+        bench.bind();
+        QVERIFY(bench.run(ids, 60000));
+        for (int i = 0; i < ids.size(); ++i) {
+            QCOMPARE(project().cfgStatus(ids.at(i)), int(csDone));
+            QCOMPARE(bench.dir().read(QStringLiteral("resultP%1").arg(i)), contents.at(i));
+        }
+    }
+
     void stopEndsWithinAnExchange_data() { textRows(longCommands, {"command"}); }
-    void stopEndsWithinAnExchange();
+    void stopEndsWithinAnExchange()
+    {
+        QFETCH(QString, command);
+        const SimProcess sim({"--chip", chip, "--baud", "115200"});
+        QVERIFY(sim.isReady());
+        RunBench bench;
+        bench.addProgrammer("P", sim.path());
+        const int cfg = addAll(bench, command + "; ident", "P", chip);
+        bench.onEvent([&](const LogEvent& event) {
+            if (bench.texts(ceCmdBegin).size() == 3 && event.code == ceCmdBegin)
+                QTimer::singleShot(60, &bench.control(), &TRunControl::stopAll);
+        });
+        QElapsedTimer clock;
+        clock.start();
+        QVERIFY(bench.run({cfg}, 10000));
+        // 16 short exchanges at this speed may pass between two looks at the stop.
+        QVERIFY2(clock.elapsed() < 3000, qPrintable(QString::number(clock.elapsed())));
+        QCOMPARE(bench.last().text1, langText(390));
+        QCOMPARE(bench.texts(ceCmdBegin).size(), 3);
+        QCOMPARE(project().cfgStatus(cfg), int(csDone));
+        const QByteArray hex = bench.dir().read("out.hex");
+        if (command.contains("out.hex"))
+            QVERIFY2(hex.size() > 100 && hex.endsWith("\r\n:00000001FF\r\n"), hex.right(60).constData());
+    }
+
     void endsAsTheChipAnswers_data() { textRows(faults, {"options", "command", "last", "requests"}); }
-    void endsAsTheChipAnswers();
+    void endsAsTheChipAnswers()
+    {
+        QFETCH(QString, options);
+        QFETCH(QString, command);
+        QFETCH(QString, last);
+        RunBench bench;
+        SimProcess sim(options.split(' ') + QStringList{"--trace", bench.dir().file("trace")});
+        QVERIFY(sim.isReady());
+        bench.addProgrammer("P", sim.path());
+        const int cfg = addAll(bench, command + "; set_vcc vcc=3.3", "P", chip);
+        QVERIFY(bench.run({cfg}));
+        sim.stop();
+        const QString line = QString("%1 %2").arg(bench.last().code).arg(bench.last().text1);
+        QVERIFY2(last == "6" ? line.trimmed() == last : line.startsWith(last), qPrintable(line));
+        QCOMPARE(project().cfgStatus(cfg), int(last.startsWith('5') ? csDone : csFailed));
+        QStringList opcodes;
+        for (const QString& frame : QString(bench.dir().read("trace")).split('\n').filter("> C0"))
+            opcodes.append(frame.section(' ', 3, 3));
+        QTEST(opcodes.join(' '), "requests");
+    }
 
 private:
-    /// Adds the configurations A and B with such commands; the first has a set_prog if an alias is given.
-    static int addAll(RunBench& bench, const QString& commands, const QString& alias = QString());
+    /// Adds the configurations A and B with such commands; the first has a link if an alias is given.
+    static int addAll(RunBench& bench, const QString& commands, const QString& alias = {},
+                      const QString& chipName = {})
+    {
+        const int a = bench.addCfg("A");
+        bench.addCfg("B%1");
+        if (!alias.isEmpty())
+            bench.addLink(a, alias, chipName);
+        int cfg = a;
+        for (const QString& part : commands.split(" / ")) {
+            for (const QString& text : part.split("; ", Qt::SkipEmptyParts)) {
+                const bool isChecked = !text.startsWith('-');
+                project().setCmdStatus(bench.addCmd(cfg, text.mid(isChecked ? 0 : 1)), isChecked);
+            }
+            ++cfg;
+        }
+        bench.bind();
+        return a;
+    }
 };
-
-int TestRun::addAll(RunBench& bench, const QString& commands, const QString& alias)
-{
-    const int a = bench.addCfg("A");
-    bench.addCfg("B%1");
-    if (!alias.isEmpty())
-        bench.addLink(a, alias);
-    int cfg = a;
-    for (const QString& part : commands.split(" / ")) {
-        for (const QString& text : part.split("; ", Qt::SkipEmptyParts)) {
-            const bool isChecked = !text.startsWith('-');
-            project().setCmdStatus(bench.addCmd(cfg, text.mid(isChecked ? 0 : 1)), isChecked);
-        }
-        ++cfg;
-    }
-    bench.bind();
-    return a;
-}
-
-void TestRun::sends()
-{
-    QFETCH(QString, commands);
-    QFETCH(QString, odd);
-    AgreeingPeer peer(odd);
-    RunBench bench;
-    bench.addProgrammer("P", peer.path());
-    const int cfg = addAll(bench, commands, "P");
-    QStringList statuses;
-    QObject::connect(&bench.control(), &TRunControl::signalStatusChanged,
-                     [&](int, int status) { statuses.append(QString::number(status)); });
-    QVERIFY(bench.run({cfg}));
-    QCOMPARE(peer.finish(), QString());
-    QTEST(peer.requestText(), "frames");
-    QStringList lines;
-    for (const LogEvent& event : bench.log().mid(1)) {
-        const bool namesPort = event.text2.contains(peer.path());
-        const QString line = QStringLiteral("%1 %2 %3").arg(QString::number(event.code), event.text1);
-        lines.append(line.arg(namesPort ? "" : event.text2).trimmed());
-    }
-    QTEST(statuses.join(' ') + ": " + lines.join("; "), "outcome");
-    QCOMPARE(bench.log().first().text2, QStringLiteral("P: %1, Simulator").arg(peer.path()));
-    QCOMPARE(bench.view(cfg).ended, 1);
-    QCOMPARE(bench.view(cfg).percents.value(0, -1), 0);
-}
-
-void TestRun::flow()
-{
-    QFETCH(QString, commands);
-    RunBench bench;
-    const int a = addAll(bench, commands);
-    project().clearChanged();
-    QVERIFY(bench.run({a}));
-    QStringList lines;
-    for (const LogEvent& event : bench.log()) {
-        if (event.idCfg == a)
-            lines.append(event.text1.trimmed() + (event.text2.endsWith(" ms") ? ' ' + event.text2 : ""));
-    }
-    QTEST(lines.join(", "), "lines");
-    const int value = project().cmdAt(0)->param(key::value).toInt();
-    QTEST(QStringLiteral("%1 %2 %3").arg(project().cfgStatus(a)).arg(project().cfgStatus(a + 1)).arg(value),
-          "status");
-    QCOMPARE(bench.view(a).begun, 1);
-    QCOMPARE(project().isChanged(), value == 3);
-}
-
-void TestRun::progTask()
-{
-    QFETCH(QString, task);
-    QFETCH(QString, link);
-    QFETCH(QString, odd);
-    AgreeingPeer peer(odd);
-    RunBench bench;
-    bench.addProgrammer("bench", peer.path());
-    const int cfg = bench.addCfg("A");
-    if (link == cmd::set_prog)
-        bench.addLink(cfg, "bench", "ATmega328P");
-    const int id = bench.addCmd(cfg, cmd::ident);
-    bench.bind();
-
-    TProgTask progTask(id);
-    QString last;
-    connect(&progTask, &TProgTask::signalEventText, this, [&](TCodeExec code, const QString& text) {
-        last = QStringLiteral("%1 %2").arg(QString::number(code), text).trimmed();
-    });
-    const bool done = task == "reset" ? progTask.reset() : progTask.identify();
-    QTEST(last, "last");
-    QCOMPARE(done, last.startsWith('5'));
-    peer.finish();
-    QTEST(peer.requestText(), "frames");
-}
-
-void TestRun::pauseResume()
-{
-    QFETCH(QString, commands);
-    RunBench bench;
-    const int a = addAll(bench, commands);
-    bench.control().start(a);
-    QTRY_COMPARE(project().cfgStatus(a), int(csPause));
-    // Behind a jump too it is the started configuration that waits, and has one run at most.
-    QCOMPARE(project().cfgStatus(a + 1), int(csIdle));
-    bench.control().start(a);
-    bench.control().resume(a);
-    QCOMPARE(project().cfgStatus(a), int(csRun));
-    QVERIFY(bench.waitIdle(5000));
-    QCOMPARE(bench.texts(ceWork).last(), langText(396));
-    QCOMPARE(project().cfgStatus(a), int(csDone));
-    QCOMPARE(bench.view(a).begun, 1);
-}
-
-void TestRun::resumesFromInsideTheSignal()
-{
-    RunBench bench;
-    const int cfg = addAll(bench, "pause; delay value=1");
-    // As a click on the start button that is handled before the worker goes on.
-    connect(&bench.control(), &TRunControl::signalStatusChanged, &bench.control(), [&](int id, int status) {
-        if (status == csPause)
-            bench.control().resume(id);
-    });
-    QVERIFY(bench.run({cfg}, 3000));
-    QCOMPARE(bench.texts(ceCmdBegin), (QStringList{"Pause", "Delay"}));
-}
-
-void TestRun::onlyTheNamedRunGoesOn()
-{
-    RunBench bench;
-    const int a = addAll(bench, "pause / pause");
-    bench.control().start(a + 1);
-    for (void (TRunControl::*end)(int) : {&TRunControl::resume, &TRunControl::stop}) {
-        bench.control().start(a);
-        QTRY_COMPARE(project().cfgStatus(a), int(csPause));
-        QTRY_COMPARE(project().cfgStatus(a + 1), int(csPause));
-        (bench.control().*end)(a);
-        QTRY_COMPARE(project().cfgStatus(a), int(csDone));
-        QTest::qWait(250); // a pause looks up every 100 ms
-        QVERIFY(bench.control().isRunning(a + 1));
-    }
-}
-
-void TestRun::stopInPauseAndDelay()
-{
-    QFETCH(QString, command);
-    QFETCH(QString, when);
-    AgreeingPeer peer;
-    RunBench bench;
-    bench.addProgrammer("P", peer.path());
-    const int cfg = addAll(bench, command + "; set_vcc vcc=3.3", "P");
-    bench.onEvent([&](const LogEvent& event) {
-        if (event.code != ceCmdBegin || event.text1 == QLatin1String("Set Prog"))
-            return;
-        if (when == "later")
-            QTimer::singleShot(50, &bench.control(), &TRunControl::stopAll);
-        else
-            bench.control().stopAll();
-    });
-    QVERIFY(bench.run({cfg}, 5000));
-    QCOMPARE(peer.finish(), QString());
-    QCOMPARE(peer.requestText(), QStringLiteral("80 81 83:01 85 83:00"));
-    QCOMPARE(bench.last().text1, langText(390));
-    QCOMPARE(project().cfgStatus(cfg), int(csDone));
-}
-
-void TestRun::deletedRunningCommandEndsTheRun()
-{
-    RunBench bench;
-    const int cfg = addAll(bench, "delay value=1; delay value=2; delay value=3");
-    bench.onEvent([&](const LogEvent& event) {
-        if (event.text2 == QLatin1String("2 ms")) {
-            project().removeCmd(project().cmdsOfCfg(cfg).at(1)->id());
-            project().bindAll();
-        }
-    });
-    QVERIFY(bench.run({cfg}, 5000));
-    // It must not begin again at the first command.
-    QCOMPARE(bench.texts(ceCmdBegin).size(), 2);
-}
-
-void TestRun::sameConfigurationAgainRightBehindItsResult()
-{
-    RunBench bench;
-    const int cfg = addAll(bench, "delay value=1");
-    int again = 3;
-    QObject::connect(
-        &bench.control(), &TRunControl::signalStatusChanged, &bench.control(),
-        [&](int id, int status) {
-            if (status == csDone && again-- > 0)
-                bench.control().start(id);
-        },
-        Qt::QueuedConnection);
-    QVERIFY(bench.run({cfg}));
-    QTRY_COMPARE(bench.texts(ceSuccess).size(), 4);
-    QVERIFY(bench.waitIdle());
-    QCOMPARE(bench.view(cfg).begun, 4);
-    QVERIFY(!bench.control().isRunning(cfg));
-}
-
-void TestRun::twelveSideBySide()
-{
-    std::vector<std::unique_ptr<SimProcess>> sims;
-    QList<QByteArray> contents;
-    RunBench bench;
-    QList<int> ids;
-    for (int i = 0; i < 12; ++i) {
-        sims.push_back(std::make_unique<SimProcess>(QStringList{"--chip", chip}));
-        QVERIFY2(sims.back()->isReady(), sims.back()->output().constData());
-        const QString alias = QStringLiteral("P%1").arg(i);
-        contents.append(QByteArray::number(100 + i).repeated(7000 + i));
-        bench.dir().write("source" + alias, contents.last());
-        bench.addProgrammer(alias, sims.back()->path());
-        ids.append(bench.addCfg(alias));
-        bench.addLink(ids.last(), alias, chip);
-        bench.addCmd(ids.last(), "erase_blocks size=0x10000 begin=0 count=1");
-        const QString range = QStringLiteral(" format=BIN addr_file=0 addr_device=%1 count=%2 file=");
-        const QString file = range.arg(100 + i).arg(contents.last().size());
-        bench.addCmd(ids.last(), "file_write" + file + "source" + alias);
-        bench.addCmd(ids.last(), "file_verify" + file + "source" + alias);
-        bench.addCmd(ids.last(), "file_read" + file + "result" + alias);
-    }
-    bench.bind();
-    QVERIFY(bench.run(ids, 60000));
-    for (int i = 0; i < ids.size(); ++i) {
-        QCOMPARE(project().cfgStatus(ids.at(i)), int(csDone));
-        QCOMPARE(bench.dir().read(QStringLiteral("resultP%1").arg(i)), contents.at(i));
-    }
-}
-
-void TestRun::stopEndsWithinAnExchange()
-{
-    QFETCH(QString, command);
-    const SimProcess sim({"--chip", chip, "--baud", "115200"});
-    QVERIFY(sim.isReady());
-    RunBench bench;
-    bench.addProgrammer("P", sim.path());
-    const int cfg = bench.addCfg("A");
-    bench.addLink(cfg, "P", chip);
-    bench.addCmd(cfg, command);
-    bench.addCmd(cfg, "ident");
-    bench.bind();
-    bench.onEvent([&](const LogEvent& event) {
-        if (bench.texts(ceCmdBegin).size() == 3 && event.code == ceCmdBegin)
-            QTimer::singleShot(60, &bench.control(), &TRunControl::stopAll);
-    });
-    QElapsedTimer clock;
-    clock.start();
-    QVERIFY(bench.run({cfg}, 10000));
-    // 16 short exchanges at this speed may pass between two looks at the stop.
-    QVERIFY2(clock.elapsed() < 3000, qPrintable(QString::number(clock.elapsed())));
-    QCOMPARE(bench.last().text1, langText(390));
-    QCOMPARE(bench.texts(ceCmdBegin).size(), 3);
-    QCOMPARE(project().cfgStatus(cfg), int(csDone));
-    const QByteArray hex = bench.dir().read("out.hex");
-    if (command.contains("out.hex"))
-        QVERIFY2(hex.size() > 100 && hex.endsWith("\r\n:00000001FF\r\n"), hex.right(60).constData());
-}
-
-void TestRun::endsAsTheChipAnswers()
-{
-    QFETCH(QString, options);
-    QFETCH(QString, command);
-    QFETCH(QString, last);
-    RunBench bench;
-    SimProcess sim(options.split(' ') + QStringList{"--trace", bench.dir().file("trace")});
-    QVERIFY(sim.isReady());
-    bench.addProgrammer("P", sim.path());
-    const int cfg = bench.addCfg("A");
-    bench.addLink(cfg, "P", chip);
-    bench.addCmd(cfg, command);
-    bench.addCmd(cfg, "set_vcc vcc=3.3");
-    bench.bind();
-    QVERIFY(bench.run({cfg}));
-    sim.stop();
-    const QString line = QStringLiteral("%1 %2").arg(QString::number(bench.last().code), bench.last().text1);
-    QVERIFY2(last == "6" ? line.trimmed() == last : line.startsWith(last), qPrintable(line));
-    QCOMPARE(project().cfgStatus(cfg), int(last.startsWith('5') ? csDone : csFailed));
-    QTEST(requestsOf(bench.dir().read("trace")), "requests");
-}
 
 QTEST_GUILESS_MAIN(TestRun)
 #include "test_run.moc"
