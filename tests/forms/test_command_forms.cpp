@@ -11,21 +11,6 @@
 #include <QApplication>
 #include <QPushButton>
 
-/// The forms of all commands but the drawn ones, worked as a user works them.
-class TestCommandForms : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void edits_data();
-    void edits();
-    void nothingToEdit();
-    void programmer();
-    void targets();
-    void commandLine();
-    void countedWhileEdited();
-};
-
 /// chip, or "-", or "list" for a programmer with listed frequencies | command as stored | what the user does
 /// | what is reported | the command's row | tool tips of the fields and the buttons at first, if told
 constexpr char editRows[] = R"(
@@ -62,131 +47,136 @@ W25Q64 | security_reg_erase data=5 | check 1 | data=07 | Registers: 111
 AT24C02 | set_addr addr=1 | check 0; check 2 | data=05; data=04 | Address: 100
 )";
 
-void TestCommandForms::edits_data()
+/// The forms of all commands but the drawn ones, worked as a user works them.
+class TestCommandForms : public QObject
 {
-    textRows(editRows, {"chip", "command", "steps", "reports", "text", "tips"});
-}
+    Q_OBJECT
 
-void TestCommandForms::edits()
-{
-    QFETCH(QString, chip);
-    QFETCH(QString, command);
-    FormBench bench;
-    if (chip == "list")
-        bench.setProg("[Frequency]\nFQ_LIST=true\nFQLV_1000=1\nFQLV_2000000=1\n"
-                      "DT_SHOW=true\nDT_LIST=true\nDTLV_25=1\nDTLV_50=1\n");
-    if (chip == "list" || chip == "-")
-        bench.addProg();
-    else
-        bench.addShippedChip(chip);
-    bench.open(command);
-    QFETCH(QString, tips);
-    QStringList shown;
-    for (const TWgtEditBase* edit : bench.form()->findChildren<TWgtEditBase*>())
-        shown << edit->lineEdit()->toolTip();
-    for (const QPushButton* button : bench.form()->findChildren<QPushButton*>())
-        shown << button->toolTip();
-    if (!tips.isEmpty())
-        QCOMPARE(shown, tips.split("; "));
+private slots:
+    void edits_data() { textRows(editRows, {"chip", "command", "steps", "reports", "text", "tips"}); }
+    void edits()
+    {
+        QFETCH(QString, chip);
+        QFETCH(QString, command);
+        FormBench bench;
+        if (chip == "list")
+            bench.setProg("[Frequency]\nFQ_LIST=true\nFQLV_1000=1\nFQLV_2000000=1\n"
+                          "DT_SHOW=true\nDT_LIST=true\nDTLV_25=1\nDTLV_50=1\n");
+        if (chip == "list" || chip == "-")
+            bench.addProg();
+        else
+            bench.addShippedChip(chip);
+        bench.open(command);
+        QFETCH(QString, tips);
+        QStringList shown;
+        for (const TWgtEditBase* edit : bench.form()->findChildren<TWgtEditBase*>())
+            shown << edit->lineEdit()->toolTip();
+        for (const QPushButton* button : bench.form()->findChildren<QPushButton*>())
+            shown << button->toolTip();
+        if (!tips.isEmpty())
+            QCOMPARE(shown, tips.split("; "));
 
-    QFETCH(QString, steps);
-    for (const QString& step : steps.split("; "))
-        bench.act(step);
-    QFETCH(QString, reports);
-    QCOMPARE(bench.reports(), reports.split("; "));
-    QTEST(bench.rowText(), "text");
-    QApplication::setCursorFlashTime(0);
-    const QImage picture = bench.form()->grab().toImage();
-    QVERIFY(qobject_cast<TFormCommand*>(bench.form())->updateParams(bench.data(bench.idCmd)));
-    QCOMPARE(bench.form()->grab().toImage(), picture);
-    QTEST(bench.rowText(), "text");
-    QCOMPARE(bench.reports(), QStringList());
-    bench.reopen();
-    QTEST(bench.rowText(), "text");
-}
+        QFETCH(QString, steps);
+        for (const QString& step : steps.split("; "))
+            bench.act(step);
+        QFETCH(QString, reports);
+        QCOMPARE(bench.reports(), reports.split("; "));
+        QTEST(bench.rowText(), "text");
+        QApplication::setCursorFlashTime(0);
+        const QImage picture = bench.form()->grab().toImage();
+        QVERIFY(qobject_cast<TFormCommand*>(bench.form())->updateParams(bench.data(bench.idCmd)));
+        QCOMPARE(bench.form()->grab().toImage(), picture);
+        QTEST(bench.rowText(), "text");
+        QCOMPARE(bench.reports(), QStringList());
+        bench.reopen();
+        QTEST(bench.rowText(), "text");
+    }
 
-void TestCommandForms::nothingToEdit()
-{
-    FormBench bench;
-    const std::unique_ptr<QWidget> empty(TDev93C("", {}).createForm({{key::cmd, "unlock"}}));
-    QVERIFY(empty && empty->children().isEmpty());
-    // The chip is smaller than the block.
-    TFormDevEraseBlocks form({{key::size, 65536}, {key::begin, 0}, {key::count, 1}}, {4096, 65536}, 2000);
-    showActive(form);
-    const QSignalSpy changes(&form, &TFormDevEraseBlocks::signalChangedCmdParam);
-    for (const TWgtEditBase* edit : form.findChildren<TWgtEditBase*>())
-        QCOMPARE(edit->lineEdit()->toolTip(), QString("0..0"));
-    enter(form.findChild<TWgtEditBase*>()->lineEdit(), "1");
-    QCOMPARE(changes.size(), 0);
-    QTest::keyClick(form.findChild<QComboBox*>(), Qt::Key_Up);
-    QCOMPARE(changes.last().first().value<TData>().value(key::count).toInt(), 0);
-}
+    void nothingToEdit()
+    {
+        FormBench bench;
+        const std::unique_ptr<QWidget> empty(TDev93C("", {}).createForm({{key::cmd, "unlock"}}));
+        QVERIFY(empty && empty->children().isEmpty());
+        // The chip is smaller than the block.
+        TFormDevEraseBlocks form({{key::size, 65536}, {key::begin, 0}, {key::count, 1}}, {4096, 65536}, 2000);
+        showActive(form);
+        const QSignalSpy changes(&form, &TFormDevEraseBlocks::signalChangedCmdParam);
+        for (const TWgtEditBase* edit : form.findChildren<TWgtEditBase*>())
+            QCOMPARE(edit->lineEdit()->toolTip(), QString("0..0"));
+        enter(form.findChild<TWgtEditBase*>()->lineEdit(), "1");
+        QCOMPARE(changes.size(), 0);
+        QTest::keyClick(form.findChild<QComboBox*>(), Qt::Key_Up);
+        QCOMPARE(changes.last().first().value<TData>().value(key::count).toInt(), 0);
+    }
 
-void TestCommandForms::programmer()
-{
-    FormBench bench;
-    bench.open("set_prog prog=gone alt_enabled=false alt_port=ttyX");
-    bench.act("check 0");
-    QLineEdit* port = bench.line<TPortBox>();
-    enter(port, "ttyX");
-    enter(port, "./sim");
-    bench.act("choose 0 bench");
-    QCOMPARE(bench.reports(), (QStringList{"alt_enabled=true alt_port=ttyX prog=gone",
-                                           "alt_enabled=true alt_port=./sim prog=gone",
-                                           "alt_enabled=true alt_port=./sim prog=bench"}));
-    // What is being typed goes with the form.
-    type(port, "X");
-    bench.reopen();
-    QCOMPARE(bench.rowText(), QString("bench: ./sim, Model"));
-}
+    void programmer()
+    {
+        FormBench bench;
+        bench.open("set_prog prog=gone alt_enabled=false alt_port=ttyX");
+        bench.act("check 0");
+        QLineEdit* port = bench.line<TPortBox>();
+        enter(port, "ttyX");
+        enter(port, "./sim");
+        bench.act("choose 0 bench");
+        QCOMPARE(bench.reports(), (QStringList{"alt_enabled=true alt_port=ttyX prog=gone",
+                                               "alt_enabled=true alt_port=./sim prog=gone",
+                                               "alt_enabled=true alt_port=./sim prog=bench"}));
+        // What is being typed goes with the form.
+        type(port, "X");
+        bench.reopen();
+        QCOMPARE(bench.rowText(), QString("bench: ./sim, Model"));
+    }
 
-void TestCommandForms::targets()
-{
-    FormBench bench;
-    const int first = project().cfgIdAt(0);
-    const int stop = bench.add(cmd::stop);
-    const int second = bench.addCfg("Second");
-    const int pause = bench.add(cmd::pause);
-    bench.open("jamp to_cmd=12345");
-    bench.act("choose 0 First"); // a step from no choice at all
-    bench.act("choose 0 Second");
-    QCOMPARE(bench.reports(), (QStringList{QString("to_cmd=%1").arg(stop), QString("to_cmd=%1").arg(pause)}));
-    // The list has changed behind the form: the next entry is not the one that stood there.
-    project().removeCmd(pause);
-    bench.part<QComboBox>(1)->setFocus();
-    QTest::keyClick(bench.part<QComboBox>(1), Qt::Key_Down);
-    QCOMPARE(bench.reports(), QStringList{QString("to_cmd=%1").arg(bench.idCmd)});
+    void targets()
+    {
+        FormBench bench;
+        const int first = project().cfgIdAt(0);
+        const int stop = bench.add(cmd::stop);
+        const int second = bench.addCfg("Second");
+        const int pause = bench.add(cmd::pause);
+        bench.open("jamp to_cmd=12345");
+        bench.act("choose 0 First"); // a step from no choice at all
+        bench.act("choose 0 Second");
+        QCOMPARE(bench.reports(),
+                 (QStringList{QString("to_cmd=%1").arg(stop), QString("to_cmd=%1").arg(pause)}));
+        // The list has changed behind the form: the next entry is not the one that stood there.
+        project().removeCmd(pause);
+        bench.part<QComboBox>(1)->setFocus();
+        QTest::keyClick(bench.part<QComboBox>(1), Qt::Key_Down);
+        QCOMPARE(bench.reports(), QStringList{QString("to_cmd=%1").arg(bench.idCmd)});
 
-    bench.open("execute cfg=12345");
-    bench.act("choose 0 First");
-    bench.addCfg("Third");
-    bench.act("choose 0 Third");
-    QCOMPARE(bench.reports(), (QStringList{QString("cfg=%1").arg(first), QString("cfg=%1").arg(second),
-                                           QString("cfg=%1").arg(project().cfgIdAt(2))}));
-    QCOMPARE(bench.rowText(), QString("Third"));
-}
+        bench.open("execute cfg=12345");
+        bench.act("choose 0 First");
+        bench.addCfg("Third");
+        bench.act("choose 0 Third");
+        QCOMPARE(bench.reports(), (QStringList{QString("cfg=%1").arg(first), QString("cfg=%1").arg(second),
+                                               QString("cfg=%1").arg(project().cfgIdAt(2))}));
+        QCOMPARE(bench.rowText(), QString("Third"));
+    }
 
-void TestCommandForms::commandLine()
-{
-    FormBench bench;
-    bench.open("process file=make~~all");
-    bench.part<TWgtEditFileName>()->choose("/opt/my tools/flash");
-    enter(bench.part<QLineEdit>(), "> -x");
-    QCOMPARE(bench.rowText(), QString("\"/opt/my tools/flash\" -x"));
-}
+    void commandLine()
+    {
+        FormBench bench;
+        bench.open("process file=make~~all");
+        bench.part<TWgtEditFileName>()->choose("/opt/my tools/flash");
+        enter(bench.part<QLineEdit>(), "> -x");
+        QCOMPARE(bench.rowText(), QString("\"/opt/my tools/flash\" -x"));
+    }
 
-void TestCommandForms::countedWhileEdited()
-{
-    // A run counts while the user types another limit: neither is lost.
-    FormBench bench;
-    bench.open("counter value=3 limit=10 delta=-1");
-    QLineEdit* limit = bench.line(1);
-    type(limit, "20");
-    QVERIFY(qobject_cast<TFormCommand*>(bench.form())->updateParams({{"id_cmd", bench.idCmd}, {"value", 2}}));
-    QCOMPARE(bench.line()->text(), QString("2"));
-    QTest::keyClick(limit, Qt::Key_Return);
-    QCOMPARE(bench.reports(), QStringList{"delta=-1 limit=20 value=2"});
-}
+    void countedWhileEdited()
+    {
+        // A run counts while the user types another limit: neither is lost.
+        FormBench bench;
+        bench.open("counter value=3 limit=10 delta=-1");
+        QLineEdit* limit = bench.line(1);
+        type(limit, "20");
+        QVERIFY(
+            qobject_cast<TFormCommand*>(bench.form())->updateParams({{"id_cmd", bench.idCmd}, {"value", 2}}));
+        QCOMPARE(bench.line()->text(), QString("2"));
+        QTest::keyClick(limit, Qt::Key_Return);
+        QCOMPARE(bench.reports(), QStringList{"delta=-1 limit=20 value=2"});
+    }
+};
 
 QTEST_MAIN(TestCommandForms)
 #include "test_command_forms.moc"

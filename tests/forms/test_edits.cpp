@@ -15,21 +15,6 @@
 
 #include <memory>
 
-/// The fields of the forms, worked as a user works them.
-class TestEdits : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void number_data();
-    void number();
-    void pairFollows();
-    void leavesAloneWhatDoesNotFit();
-    void bytes();
-    void fileName();
-    void comboIgnoresWheel();
-};
-
 /// kind of field, of 5 to 100 and 7 by default | what is stored | what is typed, one after the other | what
 /// is reported | what is shown at first and after each step, with a "?" if marked. What is stored and does
 /// not fit, or is no number at all, stays until the user enters another.
@@ -59,157 +44,160 @@ double | 1e1 | | | 10.0 10.0
 double | nan | ^ | 5 | nan? 5.0
 )";
 
-void TestEdits::number_data()
+/// The fields of the forms, worked as a user works them.
+class TestEdits : public QObject
 {
-    textRows(numberRows, {"kind", "stored", "steps", "reported", "shown"});
-}
+    Q_OBJECT
 
-void TestEdits::number()
-{
-    QFETCH(QString, kind);
-    QFETCH(QString, stored);
-    QFETCH(QString, steps);
-    QLocale::setDefault(QLocale::German);
-    QStringList reported;
-    QStringList shown;
-    const auto work = [&](auto&& box, int field) {
-        box.setRange(5, 100);
-        box.setDefaultValue(7);
-        box.setStored(stored);
-        showActive(box);
-        const QSignalSpy spy(&box, &std::decay_t<decltype(box)>::valueChanged);
-        QLineEdit* edit = line(box, field);
-        for (const QString& step : ("; " + steps).split("; ")) {
-            enter(edit, step);
-            shown << edit->text() + (box.fits() ? "" : "?");
-            if (!box.fits())
-                QCOMPARE(box.stored().toString(), edit->text());
-            QCOMPARE(edit->palette().color(QPalette::Base) == QLineEdit().palette().color(QPalette::Base),
-                     box.fits());
-        }
-        for (const QList<QVariant>& one : spy)
-            reported << one.first().toString();
-    };
-    if (kind == "dec")
-        work(TWgtEditDecDef(50), 0);
-    else if (kind == "dec2")
-        work(TWgtEditDec2Def(50), 0);
-    else if (kind == "double")
-        work(TWgtEditDoubleDef(50, 1), 0);
-    else if (kind == "hex" || kind == "hexdec")
-        work(TWgtEditHexDec(50), kind == "hex" ? 0 : 1);
-    else
-        work(TWgtEditHexDec64(50), kind == "hex64" ? 0 : 1);
-    QTEST(reported.join(' '), "reported");
-    QTEST(shown.join(' '), "shown");
-}
-
-void TestEdits::pairFollows()
-{
-    TWgtEditHexDec64 box(16);
-    box.setRange(0, Q_INT64_C(0x7FFFFFFFFFFFFFFF));
-    box.setDefaultValue(255);
-    QCOMPARE(line(box)->toolTip(), QString("0x00..0x7FFFFFFFFFFFFFFF"));
-    QCOMPARE(line(box, 1)->toolTip(), QString("0..9223372036854775807"));
-    QCOMPARE(box.button()->toolTip(), QString("Default: 0xFF [255]"));
-    showActive(box);
-    QSignalSpy spy(&box, &TWgtEditHexDec64::valueChanged);
-    enter(line(box), "abcd");
-    QCOMPARE(line(box, 1)->text(), QString("43981"));
-    enter(line(box, 1), "4294967296");
-    QCOMPARE(line(box)->text(), QString("0x100000000"));
-    QTest::mouseClick(box.button(), Qt::LeftButton);
-    QTest::mouseClick(box.button(), Qt::LeftButton);
-    type(line(box, 1), "9"); // not entered yet
-    QTest::mouseClick(box.button(), Qt::LeftButton);
-    QCOMPARE(line(box)->text() + line(box, 1)->text(), QString("0xFF255"));
-    line(box, 1)->clearFocus();
-    box.setValue(3);
-    QCOMPARE(spy.size(), 3);
-}
-
-void TestEdits::leavesAloneWhatDoesNotFit()
-{
-    TWgtEditDecDef box(1);
-    box.setRange(10, 3); // no room: the minimum is all there is
-    QCOMPARE(box.maximum(), 10);
-
-    // Rounded on screen, and left as it is when somebody only looks.
-    TWgtEditDoubleDef real(3.345, 1);
-    QSignalSpy realSpy(&real, &TWgtEditDoubleDef::valueChanged);
-    real.setRange(0, 3.3);
-    QVERIFY(real.fits());
-    enter(line(real), "3.3");
-    QCOMPARE(realSpy.size(), 0);
-    QCOMPARE(real.value(), 3.345);
-
-    // What goes away in the middle of typing reports nothing.
-    auto dying = std::make_unique<TWgtEditDecDef>(1);
-    const QSignalSpy spy(dying.get(), &TWgtEditDecDef::valueChanged);
-    showActive(*dying);
-    type(line(*dying), "23");
-    dying.reset();
-    QCOMPARE(spy.size(), 0);
-}
-
-void TestEdits::bytes()
-{
-    TWgtEditStrHex edit("AA");
-    edit.setDefaultValue("00FF");
-    showActive(edit);
-    QSignalSpy spy(&edit, &TWgtEditStrHex::valueChanged);
-    enter(edit.lineEdit(), "12 zx3f");
-    QCOMPARE(edit.value(), QString("12 3f"));
-    enter(edit.lineEdit(), "*");
-    enter(edit.lineEdit(), "00FF");
-    QCOMPARE(edit.value(), QString("00FF"));
-    type(edit.lineEdit(), "");
-    QTest::keyClick(edit.lineEdit(), Qt::Key_Delete);
-    edit.lineEdit()->clearFocus();
-    QCOMPARE(edit.value(), QString());
-    QCOMPARE(spy.size(), 3);
-}
-
-void TestEdits::fileName()
-{
-    TWgtEditFileName edit("a.hex");
-    edit.setBaseFolder("/base/dir");
-    QSignalSpy spy(&edit, &TWgtEditFileName::signalChanged);
-    const QStringList chosen{"/base/dir/sub/x.bin", "/base/directory/x.bin", "/base/dir/..x", "/base"};
-    const QStringList shown{"sub/x.bin", "/base/directory/x.bin", "..x", "/base"};
-    for (int i = 0; i < chosen.size(); ++i) {
-        edit.choose(chosen[i]);
-        QCOMPARE(edit.value(), shown[i]);
-        QCOMPARE(spy.size(), i + 1);
+private slots:
+    void number_data() { textRows(numberRows, {"kind", "stored", "steps", "reported", "shown"}); }
+    void number()
+    {
+        QFETCH(QString, kind);
+        QFETCH(QString, stored);
+        QFETCH(QString, steps);
+        QLocale::setDefault(QLocale::German);
+        QStringList reported;
+        QStringList shown;
+        const auto work = [&](auto&& box, int field) {
+            box.setRange(5, 100);
+            box.setDefaultValue(7);
+            box.setStored(stored);
+            showActive(box);
+            const QSignalSpy spy(&box, &std::decay_t<decltype(box)>::valueChanged);
+            QLineEdit* edit = line(box, field);
+            for (const QString& step : ("; " + steps).split("; ")) {
+                enter(edit, step);
+                shown << edit->text() + (box.fits() ? "" : "?");
+                if (!box.fits())
+                    QCOMPARE(box.stored().toString(), edit->text());
+                QCOMPARE(edit->palette().color(QPalette::Base) == QLineEdit().palette().color(QPalette::Base),
+                         box.fits());
+            }
+            for (const QList<QVariant>& one : spy)
+                reported << one.first().toString();
+        };
+        if (kind == "dec")
+            work(TWgtEditDecDef(50), 0);
+        else if (kind == "dec2")
+            work(TWgtEditDec2Def(50), 0);
+        else if (kind == "double")
+            work(TWgtEditDoubleDef(50, 1), 0);
+        else if (kind == "hex" || kind == "hexdec")
+            work(TWgtEditHexDec(50), kind == "hex" ? 0 : 1);
+        else
+            work(TWgtEditHexDec64(50), kind == "hex64" ? 0 : 1);
+        QTEST(reported.join(' '), "reported");
+        QTEST(shown.join(' '), "shown");
     }
-    edit.setValue("b");
-    QCOMPARE(spy.size(), chosen.size());
-}
 
-void TestEdits::comboIgnoresWheel()
-{
-    QWidget page;
-    TWgtLabelComboBox row("Label", QBoxLayout::LeftToRight, &page);
-    TComboBox& box = *row.box();
-    QSignalSpy spy(&row, &TWgtLabelComboBox::signalChange);
-    const QColor pink = box.palette().color(QPalette::Base);
-    box.addItems({"a", "b", "c"});
-    QVERIFY(box.palette().color(QPalette::Base) != pink);
-    showActive(page);
-    page.setFocus();
-    const auto wheel = [&box] {
-        QWheelEvent event(QPointF(5, 5), box.mapToGlobal(QPoint(5, 5)), QPoint(), QPoint(0, -120),
-                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(&box, &event);
-        return box.currentIndex();
-    };
-    QCOMPARE(wheel(), 0);
-    QTest::mouseClick(row.label(), Qt::LeftButton);
-    QCOMPARE(wheel(), 1);
-    QCOMPARE(spy.size(), 2); // the first entry, and this one
-    box.setCurrentIndex(-1);
-    QCOMPARE(box.palette().color(QPalette::Base), pink);
-}
+    void pairFollows()
+    {
+        TWgtEditHexDec64 box(16);
+        box.setRange(0, Q_INT64_C(0x7FFFFFFFFFFFFFFF));
+        box.setDefaultValue(255);
+        QCOMPARE(line(box)->toolTip(), QString("0x00..0x7FFFFFFFFFFFFFFF"));
+        QCOMPARE(line(box, 1)->toolTip(), QString("0..9223372036854775807"));
+        QCOMPARE(box.button()->toolTip(), QString("Default: 0xFF [255]"));
+        showActive(box);
+        QSignalSpy spy(&box, &TWgtEditHexDec64::valueChanged);
+        enter(line(box), "abcd");
+        QCOMPARE(line(box, 1)->text(), QString("43981"));
+        enter(line(box, 1), "4294967296");
+        QCOMPARE(line(box)->text(), QString("0x100000000"));
+        QTest::mouseClick(box.button(), Qt::LeftButton);
+        QTest::mouseClick(box.button(), Qt::LeftButton);
+        type(line(box, 1), "9"); // not entered yet
+        QTest::mouseClick(box.button(), Qt::LeftButton);
+        QCOMPARE(line(box)->text() + line(box, 1)->text(), QString("0xFF255"));
+        line(box, 1)->clearFocus();
+        box.setValue(3);
+        QCOMPARE(spy.size(), 3);
+    }
+
+    void leavesAloneWhatDoesNotFit()
+    {
+        TWgtEditDecDef box(1);
+        box.setRange(10, 3); // no room: the minimum is all there is
+        QCOMPARE(box.maximum(), 10);
+
+        // Rounded on screen, and left as it is when somebody only looks.
+        TWgtEditDoubleDef real(3.345, 1);
+        QSignalSpy realSpy(&real, &TWgtEditDoubleDef::valueChanged);
+        real.setRange(0, 3.3);
+        QVERIFY(real.fits());
+        enter(line(real), "3.3");
+        QCOMPARE(realSpy.size(), 0);
+        QCOMPARE(real.value(), 3.345);
+
+        // What goes away in the middle of typing reports nothing.
+        auto dying = std::make_unique<TWgtEditDecDef>(1);
+        const QSignalSpy spy(dying.get(), &TWgtEditDecDef::valueChanged);
+        showActive(*dying);
+        type(line(*dying), "23");
+        dying.reset();
+        QCOMPARE(spy.size(), 0);
+    }
+
+    void bytes()
+    {
+        TWgtEditStrHex edit("AA");
+        edit.setDefaultValue("00FF");
+        showActive(edit);
+        QSignalSpy spy(&edit, &TWgtEditStrHex::valueChanged);
+        enter(edit.lineEdit(), "12 zx3f");
+        QCOMPARE(edit.value(), QString("12 3f"));
+        enter(edit.lineEdit(), "*");
+        enter(edit.lineEdit(), "00FF");
+        QCOMPARE(edit.value(), QString("00FF"));
+        type(edit.lineEdit(), "");
+        QTest::keyClick(edit.lineEdit(), Qt::Key_Delete);
+        edit.lineEdit()->clearFocus();
+        QCOMPARE(edit.value(), QString());
+        QCOMPARE(spy.size(), 3);
+    }
+
+    void fileName()
+    {
+        TWgtEditFileName edit("a.hex");
+        edit.setBaseFolder("/base/dir");
+        QSignalSpy spy(&edit, &TWgtEditFileName::signalChanged);
+        const QStringList chosen{"/base/dir/sub/x.bin", "/base/directory/x.bin", "/base/dir/..x", "/base"};
+        const QStringList shown{"sub/x.bin", "/base/directory/x.bin", "..x", "/base"};
+        for (int i = 0; i < chosen.size(); ++i) {
+            edit.choose(chosen[i]);
+            QCOMPARE(edit.value(), shown[i]);
+            QCOMPARE(spy.size(), i + 1);
+        }
+        edit.setValue("b");
+        QCOMPARE(spy.size(), chosen.size());
+    }
+
+    void comboIgnoresWheel()
+    {
+        QWidget page;
+        TWgtLabelComboBox row("Label", QBoxLayout::LeftToRight, &page);
+        TComboBox& box = *row.box();
+        QSignalSpy spy(&row, &TWgtLabelComboBox::signalChange);
+        const QColor pink = box.palette().color(QPalette::Base);
+        box.addItems({"a", "b", "c"});
+        QVERIFY(box.palette().color(QPalette::Base) != pink);
+        showActive(page);
+        page.setFocus();
+        const auto wheel = [&box] {
+            QWheelEvent event(QPointF(5, 5), box.mapToGlobal(QPoint(5, 5)), QPoint(), QPoint(0, -120),
+                              Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+            QApplication::sendEvent(&box, &event);
+            return box.currentIndex();
+        };
+        QCOMPARE(wheel(), 0);
+        QTest::mouseClick(row.label(), Qt::LeftButton);
+        QCOMPARE(wheel(), 1);
+        QCOMPARE(spy.size(), 2); // the first entry, and this one
+        box.setCurrentIndex(-1);
+        QCOMPARE(box.palette().color(QPalette::Base), pink);
+    }
+};
 
 QTEST_MAIN(TestEdits)
 #include "test_edits.moc"

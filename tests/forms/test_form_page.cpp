@@ -16,19 +16,6 @@
 #include <QTableWidget>
 #include <QToolButton>
 
-/// Forms in the page of the project's panel: what they change around them, and what a run changes under
-/// them. The dialogs are the program's own.
-class TestFormPage : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void chips();
-    void routes();
-    void closedBehindADialog();
-    void runResults();
-};
-
 namespace {
 
 /// The commands of a bench in the panel. What a worker stores comes to the panel as from a run.
@@ -112,164 +99,173 @@ void fillRoute(QToolButton* button, const QString& chip, const QString& cfg)
 
 } // namespace
 
-void TestFormPage::chips()
+/// Forms in the page of the project's panel: what they change around them, and what a run changes under
+/// them. The dialogs are the program's own.
+class TestFormPage : public QObject
 {
-    Page page;
-    page.addShippedChip("ATmega328P");
-    page.add("fuse_write", {{"data", "112233"}});
-    page.add("flash_char_write", {{"addr_device", "9"}, {"count", "1"}, {"fill_char", "0"}});
-    page.add("stop");
-    page.addCfg("Second");
-    page.addShippedChip("ATmega328P");
-    const int other = page.add("fuse_write", {{"data", "445566"}});
-    page.show(1);
-    QVERIFY(page.part<QPlainTextEdit>(1)->toPlainText().startsWith("  1 >- CS\n  2 >- SO\n  3 >- GND\n"));
+    Q_OBJECT
 
-    // Another chip has other fuses; what fits any chip stays. Refused, nothing changes.
-    answer([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
-    click(page.part<QPushButton>());
-    QVERIFY(!project().isChanged());
-    chooseName(page.part<QPushButton>(), "attiny13a");
-    QCOMPARE(page.rows(), (QStringList{"set_prog bench: no-such-port, Model", "set_device ATtiny13A",
-                                       "fuse_write 6AFF", "flash_char_write 0x09..0x09 :0x00", "stop "}));
-    QCOMPARE(page.data(other).value("data").toString(), QString("445566"));
-    // One that does not know the commands, first without and then with the setting that deletes them.
-    chooseName(page.part<QPushButton>(), "at24c02");
-    QCOMPARE(page.rows().size(), 5);
-    chooseName(page.part<QPushButton>(), "attiny13a");
-    appData().CmdDelCmdDev = true;
-    chooseName(page.part<QPushButton>(), "at24c02");
-    appData().CmdDelCmdDev = false;
-    QCOMPARE(page.rows().mid(1), (QStringList{"set_device AT24C02", "stop "}));
-    QVERIFY(project().cmdById(other));
+private slots:
+    void chips()
+    {
+        Page page;
+        page.addShippedChip("ATmega328P");
+        page.add("fuse_write", {{"data", "112233"}});
+        page.add("flash_char_write", {{"addr_device", "9"}, {"count", "1"}, {"fill_char", "0"}});
+        page.add("stop");
+        page.addCfg("Second");
+        page.addShippedChip("ATmega328P");
+        const int other = page.add("fuse_write", {{"data", "445566"}});
+        page.show(1);
+        QVERIFY(page.part<QPlainTextEdit>(1)->toPlainText().startsWith("  1 >- CS\n  2 >- SO\n  3 >- GND\n"));
 
-    // The family's own part.
-    const int id = project().cmdsOfCfg(project().cfgIdAt(0)).at(1)->id();
-    click(page.part<QCheckBox>(0));
-    enter(page.line(0), "999999!");
-    click(page.part<QCheckBox>(2));
-    QCOMPARE(page.data(id).value("addr").toInt(), 5);
-    QCOMPARE(page.data(id).value("clk").toInt(), 400000);
-    QCOMPARE(page.row(1), QString("set_device AT24C02"));
-    // Tab goes from the top to the bottom.
-    QStringList order;
-    page.form()->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(page.form()));
-    page.part<QLineEdit>()->setFocus();
-    for (int i = 0; i < 8; ++i) {
-        order << QApplication::focusWidget()->metaObject()->className();
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    }
-    QCOMPARE(order.join(' '), QString("QLineEdit QPushButton QLineEdit QCheckBox QCheckBox QCheckBox "
-                                      "QPlainTextEdit QPlainTextEdit"));
-}
-
-void TestFormPage::routes()
-{
-    Page page;
-    page.dir().write("auto.lst", "Flash=f.dev|f.lst\nOther=o.dev|o.lst\n");
-    page.dir().write("f.lst", "A1=Alpha\nB2=Beta\n");
-    const QString first = "A1=" + QString::number(project().cfgIdAt(0));
-    page.addProg();
-    const int id = page.add("auto_detect", {{"name", "Flash"}, {"route", first + "|77=99"}, {"stop", "1"}});
-    const QString second = '=' + QString::number(page.addCfg("Second"));
-    const auto route = [&] { return page.data(id).value("route").toString(); };
-    page.show(1);
-    auto* table = page.part<QTableWidget>();
-    QCOMPARE(table->item(0, 0)->text() + table->item(0, 1)->text(), QString("AlphaFirst"));
-    choose(page.part<QComboBox>(0), "Execute");
-    choose(page.part<QComboBox>(1), "Skip");
-    QCOMPARE(page.row(1), QString("auto_detect Flash: Execute, Skip"));
-
-    // What is not known stays, and says what it is.
-    QCOMPARE(table->item(1, 0)->text(), QString("? (77)"));
-    const auto tool = [&](int i) { return page.part<QToolButton>(i); };
-    table->selectRow(0);
-    fillRoute(tool(0), "Beta", "Second");
-    QCOMPARE(route(), first + "|B2" + second + "|77=99");
-    click(tool(4)); // down, where it stays selected
-    QCOMPARE(route(), first + "|77=99|B2" + second);
-    QVERIFY(!tool(4)->isEnabled());
-    click(tool(3));
-    click(tool(3));
-    QVERIFY(!tool(3)->isEnabled());
-    table->selectRow(2);
-    fillRoute(tool(1), "Alpha", "Second");
-    QCOMPARE(route(), "B2" + second + '|' + first + "|A1" + second);
-    for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
-        QCOMPARE(table->rowCount(), 3);
-        answer([key](QDialog& dialog) { QTest::keyClick(&dialog, key); });
-        click(tool(2));
-    }
-    QCOMPARE(route(), "B2" + second + '|' + first);
-    chooseName(page.part<QPushButton>(), "Other");
-    QCOMPARE(page.row(1), QString("auto_detect Other: Execute, Skip"));
-    QCOMPARE(route() + QString::number(page.part<QTableWidget>()->rowCount()), QString("0"));
-}
-
-void TestFormPage::closedBehindADialog()
-{
-    Page page;
-    page.dir().write("auto.lst", "Other=o.dev|o.lst\nFlash=f.dev|f.lst\n");
-    page.dir().write("f.lst", "A1=Alpha\n");
-    page.dir().write("devices.lst", "One=one.dev\n");
-    page.addProg();
-    page.add("auto_detect", {{"name", "Flash"}, {"route", "A1=99"}});
-    page.add("set_device");
-    page.show(1);
-    // The buttons that open a dialog: add, edit and delete a route, choose the family, choose a chip.
-    for (int i = 0; i < 5; ++i) {
-        page.select(i < 4 ? 1 : 2);
-        if (i < 4)
-            page.part<QTableWidget>()->selectRow(0);
-        answer([&page](QDialog& dialog) {
-            for (QComboBox* box : dialog.findChildren<QComboBox*>())
-                box->setCurrentIndex(0);
-            if (auto* names = dialog.findChild<QListWidget*>())
-                names->setCurrentRow(0);
-            page.select(0);
-            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-            QTest::keyClick(&dialog, Qt::Key_Return);
-        });
-        QAbstractButton* button = page.part<QToolButton>(i);
-        click(i < 3 ? button : page.part<QPushButton>());
+        // Another chip has other fuses; what fits any chip stays. Refused, nothing changes.
+        answer([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+        click(page.part<QPushButton>());
         QVERIFY(!project().isChanged());
+        chooseName(page.part<QPushButton>(), "attiny13a");
+        QCOMPARE(page.rows(), (QStringList{"set_prog bench: no-such-port, Model", "set_device ATtiny13A",
+                                           "fuse_write 6AFF", "flash_char_write 0x09..0x09 :0x00", "stop "}));
+        QCOMPARE(page.data(other).value("data").toString(), QString("445566"));
+        // One that does not know the commands, first without and then with the setting that deletes them.
+        chooseName(page.part<QPushButton>(), "at24c02");
+        QCOMPARE(page.rows().size(), 5);
+        chooseName(page.part<QPushButton>(), "attiny13a");
+        appData().CmdDelCmdDev = true;
+        chooseName(page.part<QPushButton>(), "at24c02");
+        appData().CmdDelCmdDev = false;
+        QCOMPARE(page.rows().mid(1), (QStringList{"set_device AT24C02", "stop "}));
+        QVERIFY(project().cmdById(other));
+
+        // The family's own part.
+        const int id = project().cmdsOfCfg(project().cfgIdAt(0)).at(1)->id();
+        click(page.part<QCheckBox>(0));
+        enter(page.line(0), "999999!");
+        click(page.part<QCheckBox>(2));
+        QCOMPARE(page.data(id).value("addr").toInt(), 5);
+        QCOMPARE(page.data(id).value("clk").toInt(), 400000);
+        QCOMPARE(page.row(1), QString("set_device AT24C02"));
+        // Tab goes from the top to the bottom.
+        QStringList order;
+        page.form()->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(page.form()));
+        page.part<QLineEdit>()->setFocus();
+        for (int i = 0; i < 8; ++i) {
+            order << QApplication::focusWidget()->metaObject()->className();
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        }
+        QCOMPARE(order.join(' '), QString("QLineEdit QPushButton QLineEdit QCheckBox QCheckBox QCheckBox "
+                                          "QPlainTextEdit QPlainTextEdit"));
     }
-}
 
-void TestFormPage::runResults()
-{
-    Page page;
-    page.addShippedChip("ATmega328P");
-    const int bytes = page.add("flash_data_read", {{"data", "0000"}, {"addr_device", "16"}});
-    const int fuses = page.add("fuse_read", {{"data", "62D9FF"}});
-    page.show(2);
-    const auto store = [](int id, const char* data) {
-        project().setCmdParam(id, {{"id_cmd", id}, {"data", data}});
-    };
-    store(bytes, "BEEF");
-    QCOMPARE(page.row(2), QString("flash_data_read 0x10..0x11 :BEEF"));
-    QCOMPARE(page.part<QPlainTextEdit>()->toPlainText(), QString("0x10: BE EF"));
-    enter(page.line(1), "32"); // the address: the result must not be undone
-    QCOMPARE(page.row(2), QString("flash_data_read 0x20..0x21 :BEEF"));
+    void routes()
+    {
+        Page page;
+        page.dir().write("auto.lst", "Flash=f.dev|f.lst\nOther=o.dev|o.lst\n");
+        page.dir().write("f.lst", "A1=Alpha\nB2=Beta\n");
+        const QString first = "A1=" + QString::number(project().cfgIdAt(0));
+        page.addProg();
+        const int id =
+            page.add("auto_detect", {{"name", "Flash"}, {"route", first + "|77=99"}, {"stop", "1"}});
+        const QString second = '=' + QString::number(page.addCfg("Second"));
+        const auto route = [&] { return page.data(id).value("route").toString(); };
+        page.show(1);
+        auto* table = page.part<QTableWidget>();
+        QCOMPARE(table->item(0, 0)->text() + table->item(0, 1)->text(), QString("AlphaFirst"));
+        choose(page.part<QComboBox>(0), "Execute");
+        choose(page.part<QComboBox>(1), "Skip");
+        QCOMPARE(page.row(1), QString("auto_detect Flash: Execute, Skip"));
 
-    // What is being typed survives a result, and is stored when it is done. An odd digit is stored too.
-    QLineEdit* line = page.line(2);
-    type(line, "12 3");
-    store(bytes, "ABCD");
-    QCOMPARE(page.row(2), QString("flash_data_read 0x20..0x21 :ABCD"));
-    QCOMPARE(line->text(), QString("12 3"));
-    QCOMPARE(page.part<QPlainTextEdit>()->toPlainText(), QString("0x20: AB CD"));
-    QTest::keyClick(line, Qt::Key_Return);
-    QCOMPARE(page.data(bytes).value("data").toString(), QString("123"));
+        // What is not known stays, and says what it is.
+        QCOMPARE(table->item(1, 0)->text(), QString("? (77)"));
+        const auto tool = [&](int i) { return page.part<QToolButton>(i); };
+        table->selectRow(0);
+        fillRoute(tool(0), "Beta", "Second");
+        QCOMPARE(route(), first + "|B2" + second + "|77=99");
+        click(tool(4)); // down, where it stays selected
+        QCOMPARE(route(), first + "|77=99|B2" + second);
+        QVERIFY(!tool(4)->isEnabled());
+        click(tool(3));
+        click(tool(3));
+        QVERIFY(!tool(3)->isEnabled());
+        table->selectRow(2);
+        fillRoute(tool(1), "Alpha", "Second");
+        QCOMPARE(route(), "B2" + second + '|' + first + "|A1" + second);
+        for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
+            QCOMPARE(table->rowCount(), 3);
+            answer([key](QDialog& dialog) { QTest::keyClick(&dialog, key); });
+            click(tool(2));
+        }
+        QCOMPARE(route(), "B2" + second + '|' + first);
+        chooseName(page.part<QPushButton>(), "Other");
+        QCOMPARE(page.row(1), QString("auto_detect Other: Execute, Skip"));
+        QCOMPARE(route() + QString::number(page.part<QTableWidget>()->rowCount()), QString("0"));
+    }
 
-    page.select(3);
-    store(fuses, "E2D1FD");
-    QCOMPARE(page.row(3), QString("fuse_read E2D1FD"));
-    QCOMPARE(page.part<QLineEdit>()->text(), QString("E2D1FD"));
-    click(page.part<QCheckBox>(2));
-    QCOMPARE(page.row(3), QString("fuse_read E2D0FD"));
-}
+    void closedBehindADialog()
+    {
+        Page page;
+        page.dir().write("auto.lst", "Other=o.dev|o.lst\nFlash=f.dev|f.lst\n");
+        page.dir().write("f.lst", "A1=Alpha\n");
+        page.dir().write("devices.lst", "One=one.dev\n");
+        page.addProg();
+        page.add("auto_detect", {{"name", "Flash"}, {"route", "A1=99"}});
+        page.add("set_device");
+        page.show(1);
+        // The buttons that open a dialog: add, edit and delete a route, choose the family, choose a chip.
+        for (int i = 0; i < 5; ++i) {
+            page.select(i < 4 ? 1 : 2);
+            if (i < 4)
+                page.part<QTableWidget>()->selectRow(0);
+            answer([&page](QDialog& dialog) {
+                for (QComboBox* box : dialog.findChildren<QComboBox*>())
+                    box->setCurrentIndex(0);
+                if (auto* names = dialog.findChild<QListWidget*>())
+                    names->setCurrentRow(0);
+                page.select(0);
+                QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+                QTest::keyClick(&dialog, Qt::Key_Return);
+            });
+            QAbstractButton* button = page.part<QToolButton>(i);
+            click(i < 3 ? button : page.part<QPushButton>());
+            QVERIFY(!project().isChanged());
+        }
+    }
+
+    void runResults()
+    {
+        Page page;
+        page.addShippedChip("ATmega328P");
+        const int bytes = page.add("flash_data_read", {{"data", "0000"}, {"addr_device", "16"}});
+        const int fuses = page.add("fuse_read", {{"data", "62D9FF"}});
+        page.show(2);
+        const auto store = [](int id, const char* data) {
+            project().setCmdParam(id, {{"id_cmd", id}, {"data", data}});
+        };
+        store(bytes, "BEEF");
+        QCOMPARE(page.row(2), QString("flash_data_read 0x10..0x11 :BEEF"));
+        QCOMPARE(page.part<QPlainTextEdit>()->toPlainText(), QString("0x10: BE EF"));
+        enter(page.line(1), "32"); // the address: the result must not be undone
+        QCOMPARE(page.row(2), QString("flash_data_read 0x20..0x21 :BEEF"));
+
+        // What is being typed survives a result, and is stored when it is done. An odd digit is stored too.
+        QLineEdit* line = page.line(2);
+        type(line, "12 3");
+        store(bytes, "ABCD");
+        QCOMPARE(page.row(2), QString("flash_data_read 0x20..0x21 :ABCD"));
+        QCOMPARE(line->text(), QString("12 3"));
+        QCOMPARE(page.part<QPlainTextEdit>()->toPlainText(), QString("0x20: AB CD"));
+        QTest::keyClick(line, Qt::Key_Return);
+        QCOMPARE(page.data(bytes).value("data").toString(), QString("123"));
+
+        page.select(3);
+        store(fuses, "E2D1FD");
+        QCOMPARE(page.row(3), QString("fuse_read E2D1FD"));
+        QCOMPARE(page.part<QLineEdit>()->text(), QString("E2D1FD"));
+        click(page.part<QCheckBox>(2));
+        QCOMPARE(page.row(3), QString("fuse_read E2D0FD"));
+    }
+};
 
 QTEST_MAIN(TestFormPage)
 #include "test_form_page.moc"

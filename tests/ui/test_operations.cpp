@@ -14,32 +14,7 @@ void compareTold(const WindowBench& bench, const QString& told)
     QVERIFY2(isNumber ? said == text : said.startsWith(told), qPrintable(said));
 }
 
-} // namespace
-
-/// What the actions do to the model, the panels and the files.
-class TestOperations : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    /// The texts are there before they are asked for.
-    void initTestCase() { const WindowBench bench; }
-    void commands_data();
-    void commands();
-    void questions_data();
-    void questions();
-    void references_data();
-    void references();
-    void deletedJampTargetTurnsRed();
-    void projects_data();
-    void projects();
-    void lists_data();
-    void lists();
-};
-
-void TestOperations::commands_data()
-{
-    textRows(R"(
+constexpr char commandRows[] = R"(
 #0, CmdDeleteCur | A: !pause stop; B: stop | 0 | 135:Delay
 #2, CmdDeleteCur | A: delay !pause; B: stop | 1 | 135:Stop
 #-, -CmdDeleteCur CmdCopyOne | A: delay !pause stop; B: stop | -1
@@ -74,28 +49,9 @@ CfgNew | A: delay !pause stop; B: stop | 0
 CfgEdit R&D | R&D: delay !pause stop; B: stop | 0
 CfgCopy, CfgPasteNew New | A: delay !pause stop; New: delay !pause stop; B: stop | 0 | 123
 CfgNew New, CfgDelete | A: delay !pause stop; B: stop | 0 | 125:New
-)",
-             {"steps", "after", "current", "told", "configs"});
-}
+)";
 
-void TestOperations::commands()
-{
-    QFETCH(QString, configs);
-    QFETCH(QString, steps);
-    QFETCH(QString, current);
-    QFETCH(QString, told);
-    WindowBench bench;
-    bench.openWith(configs.isEmpty() ? "A: delay value=0, !pause, stop; B: stop" : configs);
-    QTEST(bench.after(steps).trimmed(), "after");
-    QCOMPARE(bench.prj().currentRow(), current.toInt());
-    compareTold(bench, told);
-    QVERIFY(bench.play("PrjSave"));
-    QCOMPARE(bench.fileDifference(), QString());
-}
-
-void TestOperations::questions_data()
-{
-    textRows(R"(
+constexpr char questionRows[] = R"(
 ProjectSave | PrjSave | 112:Main
 ProjectDeleteCur | PrjDeleteCur | 113:Main
 ProjectDeleteSubAll | PrjDeleteSubAll | 115:Main
@@ -113,78 +69,17 @@ ProjectsListReload | PrjListReload | 95
 ExecConfig | ExecCfg1 | 385:A%5&
 ExecReset | ExecReset | 383
 Quit | Quit | 89
-)",
-             {"key", "action", "question"});
-}
+)";
 
-/// Each question stands behind its own switch; No leaves everything as it was.
-void TestOperations::questions()
-{
-    QFETCH(QString, key);
-    QFETCH(QString, action);
-    QFETCH(QString, question);
-    WindowBench bench;
-    const QString chip = action == "ExecReset" ? "AVR" : "FLASH";
-    bench.addNode("Main", "A%5&: PROG, " + chip + ", ident, fuse_nothing; B: stop");
-    bench.addNode("Below", "C: stop", 1);
-    bench.open();
-    QVERIFY(bench.play("@Main, #2, CmdCopySelected"));
-    const QString before = bench.configs();
-    bool& isAsked = bench.question("Confirmation/" + key);
-    isAsked = true;
-    bench.yes = false;
-    QCOMPARE(bench.after(action), before);
-    compareTold(bench, question);
-    QCOMPARE(bench.nodeNames(), QString("Main .Below"));
-    QVERIFY(!project().isChanged() && bench.log(0).isEmpty());
-
-    isAsked = false;
-    QVERIFY(bench.play(action) && bench.waitIdle());
-    QCOMPARE(bench.boxes.size(), 1);
-    QCOMPARE(bench.difference(), QString());
-}
-
-/// What commands refer to: it is kept by copies in a project that stays open.
-void TestOperations::references_data()
-{
-    textRows(R"(
+constexpr char referenceRows[] = R"(
 CmdCopySelected, #2, CmdPaste | 2 0 EF4017=0 2 0 EF4017=0
 CfgCopy, CfgPasteNew New | 2 0 EF4017=0 2 0 EF4017=0
 CmdCopySelected, @Sub, CmdPaste | -1 -1
 CfgCopy, @Sub, CfgPasteNew New | -1 -1
 CmdCopySelected, @Sub, @Refs, #2, CmdPaste | 2 0 EF4017=0 -1 -1
-)",
-             {"steps", "after"});
-}
+)";
 
-void TestOperations::references()
-{
-    QFETCH(QString, steps);
-    WindowBench bench;
-    bench.addNode("Refs", "R: jamp to_cmd=2, execute cfg=0, auto_detect route=EF4017=0");
-    bench.openSamples("Refs");
-    QVERIFY(bench.play(steps));
-    QStringList values;
-    for (const TDataCmd* command : project().cmdList()) {
-        for (const QString& reference : {QString(key::to_cmd), QString(key::cfg), QString(key::route)})
-            values.append(command->param(reference).toString());
-    }
-    QTEST(values.join(' ').simplified(), "after");
-}
-
-void TestOperations::deletedJampTargetTurnsRed()
-{
-    WindowBench bench;
-    bench.openWith("A: jamp to_cmd=1, stop; B: jamp to_cmd=1");
-    QVERIFY(bench.play("#1, CmdDeleteCur"));
-    for (int tab : {0, 1})
-        QCOMPARE(bench.table(tab)->item(0, 1)->foreground().color(), QColor(Qt::red));
-}
-
-/// No file is written over by a new or a pasted project, or goes with its node.
-void TestOperations::projects_data()
-{
-    textRows(R"(
+constexpr char projectRows[] = R"(
 PrjNew Fresh fresh | One Fresh Two .Sub Group | Config:
 PrjAdd | One Two .Sub Group | A: delay pause stop; B: delay delay
 CmdMoveDown, PrjAdd Gone gone.prj, -CfgNew | One Gone Two .Sub Group | | Cannot open the project file
@@ -201,31 +96,9 @@ PrjEdit One sub.prj | One Two .Sub Group | D: stop
 @Group, PrjDeleteCur | One Two .Sub | C: jamp stop !pause | 114:Group
 @Two, PrjDeleteSubAll, PrjDeleteCur, PrjAdd Two two.prj | One Group Two | C: jamp stop !pause
 @Sub, PrjDeleteCur, PrjDeleteCur, PrjDeleteCur, PrjDeleteCur, -PrjDeleteCur CfgNew | |
-)",
-             {"steps", "nodes", "configs", "told"});
-}
+)";
 
-void TestOperations::projects()
-{
-    QFETCH(QString, steps);
-    QFETCH(QString, told);
-    WindowBench bench;
-    bench.dir().write("projects/bad.prj", "{ not a project");
-    bench.openSamples("One");
-    // The report that this one was saved must not hide what is wrong with the next one.
-    appData().AutoSavePrj = true;
-    QVERIFY(bench.play(steps));
-    QTEST(bench.nodeNames(), "nodes");
-    QTEST(bench.configs().trimmed(), "configs");
-    compareTold(bench, told);
-    QVERIFY(!project().isOpen() || project().file() == bench.window().prjList()->nodePath());
-    QCOMPARE(bench.listDifference(), QString());
-}
-
-/// The list that is open has been changed in the window and not yet in its file.
-void TestOperations::lists_data()
-{
-    textRows(R"(
+constexpr char listRows[] = R"(
 PrjListNew test.lst | test.lst | Two .Sub Group One
 PrjListNew fresh | fresh.lst |
 PrjListNew fresh, -PrjEdit CfgNew, PrjListLoad test.lst | test.lst | Two .Sub Group One
@@ -234,34 +107,136 @@ PrjListSaveAs other.lst, PrjListLoad other.lst | other.lst | Other | other.lst
 PrjListLoad bad.lst, -PrjNew PrjListReload | bad.lst | | bad.lst
 PrjListReload | test.lst | One Two .Sub Group
 PrjListSelect | other.lst | Other
-)",
-             {"steps", "file", "nodes", "box"});
-}
+)";
 
-void TestOperations::lists()
+} // namespace
+
+/// What the actions do to the model, the panels and the files.
+class TestOperations : public QObject
 {
-    QFETCH(QString, steps);
-    QFETCH(QString, box);
-    WindowBench bench;
-    const QString lists = bench.dir().file("projects/");
-    bench.dir().write("projects/other.lst", R"({"list": [{"parent": 0, "name": "Other", "file": ""}]})");
-    bench.dir().write("projects/bad.lst", "{ no list");
-    bench.openSamples("One");
-    TTreeWidget* tree = bench.window().prjList()->tree();
-    tree->addTopLevelItem(tree->takeTopLevelItem(0));
-    // The list of lists: first there is none.
-    QVERIFY(bench.play("PrjListSelect") && bench.boxes.takeFirst().contains("vm.lpl"));
-    const QString other = lists + "other.lst";
-    bench.dir().write("vm.lpl", R"({"list": [{"name": "Chosen", "file": ")" + other.toUtf8() + "\"}]}");
-    if (steps == "PrjListSelect")
-        bench.inDialog = [](QDialog& dialog) { dialog.findChild<QTableWidget*>()->selectRow(0); };
-    QVERIFY(bench.play(steps));
-    QTEST(bench.window().prjList()->listFile().remove(lists), "file");
-    QTEST(bench.nodeNames(), "nodes");
-    QVERIFY(bench.boxes.join(' ').contains(box));
-    QCOMPARE(appData().PrjListName + appData().PrjListFile,
-             steps == "PrjListSelect" ? "Chosen" + other : "test.lst");
-}
+    Q_OBJECT
+
+private slots:
+    /// The texts are there before they are asked for.
+    void initTestCase() { const WindowBench bench; }
+
+    void commands_data() { textRows(commandRows, {"steps", "after", "current", "told", "configs"}); }
+    void commands()
+    {
+        QFETCH(QString, configs);
+        QFETCH(QString, steps);
+        QFETCH(QString, current);
+        QFETCH(QString, told);
+        WindowBench bench;
+        bench.openWith(configs.isEmpty() ? "A: delay value=0, !pause, stop; B: stop" : configs);
+        QTEST(bench.after(steps).trimmed(), "after");
+        QCOMPARE(bench.prj().currentRow(), current.toInt());
+        compareTold(bench, told);
+        QVERIFY(bench.play("PrjSave"));
+        QCOMPARE(bench.fileDifference(), QString());
+    }
+
+    void questions_data() { textRows(questionRows, {"key", "action", "question"}); }
+    // Each question stands behind its own switch; No leaves everything as it was.
+    void questions()
+    {
+        QFETCH(QString, key);
+        QFETCH(QString, action);
+        QFETCH(QString, question);
+        WindowBench bench;
+        const QString chip = action == "ExecReset" ? "AVR" : "FLASH";
+        bench.addNode("Main", "A%5&: PROG, " + chip + ", ident, fuse_nothing; B: stop");
+        bench.addNode("Below", "C: stop", 1);
+        bench.open();
+        QVERIFY(bench.play("@Main, #2, CmdCopySelected"));
+        const QString before = bench.configs();
+        bool& isAsked = bench.question("Confirmation/" + key);
+        isAsked = true;
+        bench.yes = false;
+        QCOMPARE(bench.after(action), before);
+        compareTold(bench, question);
+        QCOMPARE(bench.nodeNames(), QString("Main .Below"));
+        QVERIFY(!project().isChanged() && bench.log(0).isEmpty());
+
+        isAsked = false;
+        QVERIFY(bench.play(action) && bench.waitIdle());
+        QCOMPARE(bench.boxes.size(), 1);
+        QCOMPARE(bench.difference(), QString());
+    }
+
+    // What commands refer to: it is kept by copies in a project that stays open.
+    void references_data() { textRows(referenceRows, {"steps", "after"}); }
+    void references()
+    {
+        QFETCH(QString, steps);
+        WindowBench bench;
+        bench.addNode("Refs", "R: jamp to_cmd=2, execute cfg=0, auto_detect route=EF4017=0");
+        bench.openSamples("Refs");
+        QVERIFY(bench.play(steps));
+        QStringList values;
+        for (const TDataCmd* command : project().cmdList()) {
+            for (const QString& reference : {QString(key::to_cmd), QString(key::cfg), QString(key::route)})
+                values.append(command->param(reference).toString());
+        }
+        QTEST(values.join(' ').simplified(), "after");
+    }
+
+    void deletedJampTargetTurnsRed()
+    {
+        WindowBench bench;
+        bench.openWith("A: jamp to_cmd=1, stop; B: jamp to_cmd=1");
+        QVERIFY(bench.play("#1, CmdDeleteCur"));
+        for (int tab : {0, 1})
+            QCOMPARE(bench.table(tab)->item(0, 1)->foreground().color(), QColor(Qt::red));
+    }
+
+    // No file is written over by a new or a pasted project, or goes with its node.
+    void projects_data() { textRows(projectRows, {"steps", "nodes", "configs", "told"}); }
+    void projects()
+    {
+        QFETCH(QString, steps);
+        QFETCH(QString, told);
+        WindowBench bench;
+        bench.dir().write("projects/bad.prj", "{ not a project");
+        bench.openSamples("One");
+        // The report that this one was saved must not hide what is wrong with the next one.
+        appData().AutoSavePrj = true;
+        QVERIFY(bench.play(steps));
+        QTEST(bench.nodeNames(), "nodes");
+        QTEST(bench.configs().trimmed(), "configs");
+        compareTold(bench, told);
+        QVERIFY(!project().isOpen() || project().file() == bench.window().prjList()->nodePath());
+        QCOMPARE(bench.listDifference(), QString());
+    }
+
+    // The list that is open has been changed in the window and not yet in its file.
+    void lists_data() { textRows(listRows, {"steps", "file", "nodes", "box"}); }
+    void lists()
+    {
+        QFETCH(QString, steps);
+        QFETCH(QString, box);
+        WindowBench bench;
+        const QString lists = bench.dir().file("projects/");
+        bench.dir().write("projects/other.lst", R"({"list": [{"parent": 0, "name": "Other", "file": ""}]})");
+        bench.dir().write("projects/bad.lst", "{ no list");
+        bench.openSamples("One");
+        TTreeWidget* tree = bench.window().prjList()->tree();
+        tree->addTopLevelItem(tree->takeTopLevelItem(0));
+        // The list of lists: first there is none.
+        QVERIFY(bench.play("PrjListSelect") && bench.boxes.takeFirst().contains("vm.lpl"));
+        const QString other = lists + "other.lst";
+        bench.dir().write("vm.lpl",
+                          "{\"list\": [{\"name\": \"Chosen\", \"file\": \"" + other.toUtf8() + "\"}]}");
+        if (steps == "PrjListSelect")
+            bench.inDialog = [](QDialog& dialog) { dialog.findChild<QTableWidget*>()->selectRow(0); };
+        QVERIFY(bench.play(steps));
+        QTEST(bench.window().prjList()->listFile().remove(lists), "file");
+        QTEST(bench.nodeNames(), "nodes");
+        QVERIFY(bench.boxes.join(' ').contains(box));
+        QCOMPARE(appData().PrjListName + appData().PrjListFile,
+                 steps == "PrjListSelect" ? "Chosen" + other : "test.lst");
+    }
+};
 
 QTEST_MAIN(TestOperations)
 #include "test_operations.moc"
