@@ -1,7 +1,7 @@
 #include "formats/ICRC.h"
 #include "formats/crcTable.h"
 #include "formats/createCRC.h"
-#include "hexkit.h"
+#include "support/tables.h"
 
 #include <memory>
 #include <numeric>

@@ -1,6 +1,7 @@
 #include "formats/TFormat.h"
 #include "formats/chunkSize.h"
 #include "hexkit.h"
+#include "support/numberedTexts.h"
 
 #include <limits>
 
@@ -40,6 +41,7 @@ class TestFormats : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase() { loadNumberedTexts("text ", {417, 418, 419, 420, 424, 425}); }
     void chunkSizes()
     {
         const qint64 top = std::numeric_limits<qint64>::max();
@@ -68,10 +70,10 @@ private slots:
 
     void failingOpen()
     {
-        m_files.make("ten", "0123456789");
+        m_dir.write("ten", "0123456789");
         const auto row = [this](const char* format, const char* file, qint64 addrFile, int mode,
                                 const QString& text) {
-            TFormat data(format, m_files.path(file), addrFile, 0, 100, 16);
+            TFormat data(format, m_dir.file(file), addrFile, 0, 100, 16);
             QVERIFY(!data.open(mode));
             compareRow(file, data.errorText(), text);
         };
@@ -99,7 +101,7 @@ private slots:
         row("at the end of the file", 10, 0, 99, 16, "");
         row("negative address in the file", -1, 0, 9, 16, "Unknown error");
         // The address of the caller decides how long a piece is.
-        TFormat file("bin", m_files.make("in", counted(10)), 0, 0, 9, 4);
+        TFormat file("bin", m_dir.write("in", counted(10)), 0, 0, 9, 4);
         QVERIFY(file.open(0));
         QCOMPARE(readPieces(file, 7), QString("7:00 8:0102"));
     }
@@ -107,12 +109,12 @@ private slots:
     void binWrites()
     {
         const auto row = [this](const char* format, qint64 addr, const QByteArray& after) {
-            TFormat file(format, m_files.make("out", "oldoldoldold"), addr, 0, 3, 16);
+            TFormat file(format, m_dir.write("out", "oldoldoldold"), addr, 0, 3, 16);
             QVERIFY(file.open(1));
             QVERIFY(file.write(addr, "abX"));
             QVERIFY(file.write(addr + 2, "cd")); // goes back
             QVERIFY(file.close());
-            compareRow(format, m_files.content("out"), after);
+            compareRow(format, m_dir.read("out"), after);
         };
         row("bin", 0, "abcd");
         row("bin", 3, QByteArray("\0\0\0abcd", 7));
@@ -181,7 +183,7 @@ private slots:
                        read("hex", hexLine(0, 0, "x") + line + "\n" + hexEnd, 0, 0, 99, 16),
                        QString("text 420 %1"));
         // A sparse file of 100 MB: it must fail at its first line, not be read into memory.
-        QFile large(m_files.make("large", ""));
+        QFile large(m_dir.write("large", ""));
         QVERIFY(large.resize(100 * 1000 * 1000));
         TFormat format("hex", large.fileName(), 0, 0, 0x7FFFFFFFFFFFFFFF, 0x1000000);
         QVERIFY(format.open(0));
@@ -191,12 +193,12 @@ private slots:
     void hexWrites()
     {
         const auto row = [this](const char* name, qint64 first, int size, int piece, const QByteArray& text) {
-            TFormat format("hex", m_files.make("out.hex", "old content"), first, 0, size - 1, piece);
+            TFormat format("hex", m_dir.write("out.hex", "old content"), first, 0, size - 1, piece);
             QVERIFY(format.open(1));
             for (int at = 0; at < size; at += piece)
                 QVERIFY(format.write(first + at, counted(qMin(piece, size - at), at)));
             QVERIFY(format.close());
-            compareRow(name, m_files.content("out.hex"), text + hexEnd);
+            compareRow(name, m_dir.read("out.hex"), text + hexEnd);
         };
         const QByteArray lastLine = hexLine(0, 0xFFF0, counted(16));
         row("literal bytes", 0x30, 2, 16, ":020030000001CD\r\n");
@@ -213,7 +215,7 @@ private slots:
                 hexUpper(4, 0x10) + hexLine(0, 0, counted(1, 16)));
         row("literal address record", 0x10000, 1, 16, ":020000020001FB\r\n:0100000000FF\r\n");
 
-        TFormat far("hex", m_files.path("far.hex"), 0xFFFFFFFF, 0, 1, 16);
+        TFormat far("hex", m_dir.file("far.hex"), 0xFFFFFFFF, 0, 1, 16);
         QVERIFY(far.open(1));
         QVERIFY(far.write(0xFFFFFFFF, counted(1)));
         QVERIFY2(!far.write(0x100000000, counted(1)), "no record can hold this address");
@@ -221,10 +223,10 @@ private slots:
 
         // Without the last record it shows that it is a part.
         {
-            TFormat aborted("hex", m_files.path("half.hex"), 0, 0, 99, 16);
+            TFormat aborted("hex", m_dir.file("half.hex"), 0, 0, 99, 16);
             QVERIFY(aborted.open(1) && aborted.write(0, counted(20)));
         }
-        QCOMPARE(m_files.content("half.hex"), hexLine(0, 0, counted(16)));
+        QCOMPARE(m_dir.read("half.hex"), hexLine(0, 0, counted(16)));
     }
 
     void fullDevice()
@@ -249,7 +251,7 @@ private slots:
         constexpr qint64 first = 0xFFF3;
         constexpr int size = 0x21000;
         const QByteArray part = counted(size);
-        TFormat writer("hex", m_files.path("long.hex"), first, 0, 0x3FFFF, 60);
+        TFormat writer("hex", m_dir.file("long.hex"), first, 0, 0x3FFFF, 60);
         QVERIFY(writer.open(1));
         for (int at = 0; at < size; at += 60)
             QVERIFY(writer.write(first + at, part.mid(at, 60)));
@@ -257,7 +259,7 @@ private slots:
         QVERIFY(writer.close());
         const QByteArray whole = part + QByteArray(0x40005 - first - size, '-') + "behind the gap";
         for (const int chunk : {1, 7, 64, 5000, 0x1000000}) {
-            TFormat reader("hex", m_files.path("long.hex"), first, first, 0x4FFFF, chunk);
+            TFormat reader("hex", m_dir.file("long.hex"), first, first, 0x4FFFF, chunk);
             QVERIFY(reader.open(0));
             QByteArray image;
             QByteArray data;
@@ -273,11 +275,11 @@ private:
     QString read(const char* format, const QByteArray& content, qint64 addrFile, qint64 first, qint64 last,
                  qint64 chunk) const
     {
-        TFormat file(format, m_files.make("in", content), addrFile, first, last, chunk);
+        TFormat file(format, m_dir.write("in", content), addrFile, first, last, chunk);
         return file.open(0) ? readPieces(file, first) : "cannot open";
     }
 
-    const Files m_files;
+    const TestDir m_dir{TestDir::Empty};
 };
 
 QTEST_GUILESS_MAIN(TestFormats)
