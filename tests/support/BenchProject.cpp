@@ -81,7 +81,6 @@ BenchProject::BenchProject(const QByteArray& textPrefix, const QList<int>& withP
     appData().PathDevices = m_dir.path();
     appData().PathProgs = m_dir.path();
     appData().ProgDefault = 0;
-    appData().progTypes.append("Model", "model.cfg");
     setPort("no-such-port");
     setProg({});
     project().setCatalogue(this);
@@ -128,16 +127,6 @@ int BenchProject::add(const QString& text, const TData& params)
     const int id = project().addCmd(data, -1);
     project().bindAll();
     return id;
-}
-
-int BenchProject::addProg()
-{
-    return add(cmd::set_prog, {{key::prog, "bench"}});
-}
-
-int BenchProject::addChip()
-{
-    return add(cmd::set_device, {{key::device, "chip"}, {key::file, "chip.dev"}});
 }
 
 TData BenchProject::data(int id_cmd) const

@@ -36,8 +36,7 @@ class BenchProject : protected IDeviceCatalogue
 public:
     explicit BenchProject(const QByteArray& textPrefix = "T", const QList<int>& withPlace = {401, 402, 403});
     ~BenchProject() override;
-    BenchProject(const BenchProject&) = delete;
-    BenchProject& operator=(const BenchProject&) = delete;
+    Q_DISABLE_COPY(BenchProject)
 
     /// Port of the alias.
     void setPort(const QString& port);
@@ -50,8 +49,8 @@ public:
     int addCfg(const QString& name);
     /// Appends a checked command "word key=value ..." to the last configuration, binds all, gives its id.
     int add(const QString& text, const TData& params = {});
-    int addProg();
-    int addChip();
+    int addProg() { return add("set_prog prog=bench"); }
+    int addChip() { return add("set_device device=chip file=chip.dev"); }
     TData data(int id_cmd) const;
 
 protected:

@@ -27,16 +27,12 @@ QByteArray bytesOf(QString text)
 
 QByteArray peerFrame(quint8 command, const QByteArray& payload)
 {
-    QByteArray frame = QByteArray::fromHex("C0000000");
-    frame[1] = static_cast<char>(command);
-    frame[2] = static_cast<char>(payload.size() % 256);
-    frame[3] = static_cast<char>(payload.size() / 256);
-    frame += payload;
+    const char head[] = {'\xC0', char(command), char(payload.size() % 256), char(payload.size() / 256)};
+    const QByteArray frame = QByteArray(head, sizeof head) + payload;
     int sum = 0;
-    for (const char byte : qAsConst(frame))
-        sum += static_cast<uchar>(byte);
-    frame += static_cast<char>((256 - sum % 256) % 256);
-    return frame;
+    for (const char byte : frame)
+        sum += uchar(byte);
+    return frame + char((256 - sum % 256) % 256);
 }
 
 PeerLine::PeerLine(const QString& text)
@@ -100,21 +96,6 @@ ScriptedPeer& ScriptedPeer::hangUp()
     return *this;
 }
 
-void ScriptedPeer::otherwise(const Answer& answer)
-{
-    m_otherwise = answer;
-}
-
-void ScriptedPeer::sendNow(const QByteArray& bytes)
-{
-    writeAll(bytes);
-}
-
-void ScriptedPeer::start()
-{
-    m_thread = std::thread(&ScriptedPeer::run, this);
-}
-
 QString ScriptedPeer::finish()
 {
     m_stop = true;
@@ -138,8 +119,7 @@ bool ScriptedPeer::readRequest(QByteArray& request)
     request.clear();
     if (!readBytes(request, 4))
         return false;
-    return readBytes(request,
-                     static_cast<uchar>(request.at(2)) + static_cast<uchar>(request.at(3)) * 256 + 1);
+    return readBytes(request, uchar(request.at(2)) + uchar(request.at(3)) * 256 + 1);
 }
 
 bool ScriptedPeer::readBytes(QByteArray& to, int size)
@@ -151,7 +131,7 @@ bool ScriptedPeer::readBytes(QByteArray& to, int size)
             if (!last)
                 continue;
             if (!to.isEmpty())
-                report(QStringLiteral("a piece of a request: %1").arg(QString::fromLatin1(to.toHex())));
+                report("a piece of a request: " + to.toHex());
             return false;
         }
         QByteArray bytes(size, Qt::Uninitialized);
@@ -167,20 +147,17 @@ bool ScriptedPeer::readBytes(QByteArray& to, int size)
 void ScriptedPeer::take(const QByteArray& request)
 {
     const QByteArray payload = request.mid(4, request.size() - 5).toHex();
-    m_requests.append(
-        QString::fromLatin1(request.mid(1, 1).toHex() + (payload.isEmpty() ? "" : ":" + payload)));
+    m_requests.append(request.mid(1, 1).toHex() + (payload.isEmpty() ? "" : ":" + payload));
     if (m_next < m_steps.size()) {
         const Step step = m_steps.at(m_next++);
         if (request == step.request)
             play(step);
         else
-            report(QStringLiteral("request %1 is %2, expected %3")
-                       .arg(QString::number(m_next), QString::fromLatin1(request.toHex()),
-                            QString::fromLatin1(step.request.toHex())));
+            report(QString("request %1: ").arg(m_next) + request.toHex() + ", not " + step.request.toHex());
     } else if (m_otherwise) {
         writeAll(m_otherwise(request));
     } else {
-        report(QStringLiteral("a request too many: %1").arg(QString::fromLatin1(request.toHex())));
+        report("a request too many: " + request.toHex());
     }
 }
 
@@ -198,8 +175,7 @@ void ScriptedPeer::writeAll(const QByteArray& bytes)
 {
     int done = 0;
     while (done < bytes.size()) {
-        const ssize_t put =
-            ::write(m_master, bytes.constData() + done, static_cast<size_t>(bytes.size() - done));
+        const ssize_t put = ::write(m_master, bytes.constData() + done, size_t(bytes.size() - done));
         if (put <= 0)
             return;
         done += static_cast<int>(put);

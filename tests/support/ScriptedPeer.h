@@ -41,8 +41,7 @@ public:
 
     ScriptedPeer();
     ~ScriptedPeer();
-    ScriptedPeer(const ScriptedPeer&) = delete;
-    ScriptedPeer& operator=(const ScriptedPeer&) = delete;
+    Q_DISABLE_COPY(ScriptedPeer)
 
     /// Path of the terminal for TSerialPort::open; empty when the system gave none.
     QString path() const { return m_path; }
@@ -59,17 +58,17 @@ public:
     ScriptedPeer& hangUp();
     /// From the end of the script on, requests are answered by this; it runs on the peer's thread.
     /// Without it such a request is a mismatch.
-    void otherwise(const Answer& answer);
+    void otherwise(const Answer& answer) { m_otherwise = answer; }
 
     /// Bytes that lie on the line before anybody has asked. The port must be open.
-    void sendNow(const QByteArray& bytes);
+    void sendNow(const QByteArray& bytes) { writeAll(bytes); }
 
-    void start();
+    void start() { m_thread = std::thread(&ScriptedPeer::run, this); }
     /// Takes what still lies on the line, ends the thread, gives the first mismatch: a wrong request,
     /// a request too many, or requests that never came. Empty when all went as laid down.
     QString finish();
     /// All whole requests after finish(), opcodes and payloads: "80 81 83:01".
-    QString requestText() const { return m_requests.join(QLatin1Char(' ')); }
+    QString requestText() const { return m_requests.join(' '); }
 
 private:
     struct Part

@@ -2,36 +2,20 @@
 
 #include <QElapsedTimer>
 
-namespace {
-
-constexpr int patience = 10000; // ms
-
-} // namespace
+static constexpr int patience = 10000; // ms
 
 SimProcess::SimProcess(const QStringList& options, const QString& devices)
-    : m_link(m_dir.filePath(QStringLiteral("line")))
+    : m_link(m_dir.filePath("line"))
 {
-    const QString folder = devices.isEmpty() ? QStringLiteral(VM_DATA_DIR "/devices") : devices;
-    QStringList arguments{QStringLiteral("--port"), m_link, QStringLiteral("--devices"), folder};
-    arguments += options;
+    const QString folder = devices.isEmpty() ? VM_DATA_DIR "/devices" : devices;
     m_process.setProcessChannelMode(QProcess::MergedChannels);
-    m_process.start(QStringLiteral(VM_BUILD_DIR "/velmarkion-sim"), arguments);
-    m_ready = waitForReady();
-}
-
-SimProcess::~SimProcess()
-{
-    stop();
-}
-
-bool SimProcess::waitForReady()
-{
+    m_process.start(VM_BUILD_DIR "/velmarkion-sim",
+                    QStringList{"--port", m_link, "--devices", folder} + options);
     QElapsedTimer clock;
     clock.start();
     while (!output().contains("ready ") && m_process.state() != QProcess::NotRunning &&
            clock.elapsed() < patience)
         m_process.waitForReadyRead(100);
-    return output().contains("ready ");
 }
 
 bool SimProcess::stop()

@@ -12,11 +12,10 @@ public:
     /// Starts it with these options ("--chip", "W25Q64", ...) and waits until it is ready; devices is the
     /// folder of description files, empty for the shipped ones. isReady() tells how that went.
     explicit SimProcess(const QStringList& options = {}, const QString& devices = QString());
-    ~SimProcess();
-    SimProcess(const SimProcess&) = delete;
-    SimProcess& operator=(const SimProcess&) = delete;
+    ~SimProcess() { stop(); }
+    Q_DISABLE_COPY(SimProcess)
 
-    bool isReady() const { return m_ready; }
+    bool isReady() const { return m_output.contains("ready "); }
     /// The port to open.
     QString path() const { return m_link; }
     /// Asks it to end (an image is written then) and waits; true when it ended well.
@@ -25,11 +24,8 @@ public:
     QByteArray output();
 
 private:
-    bool waitForReady();
-
     QTemporaryDir m_dir;
     QString m_link;
     QProcess m_process;
     QByteArray m_output;
-    bool m_ready = false;
 };
