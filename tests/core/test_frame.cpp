@@ -4,9 +4,6 @@
 #include "support/TestDir.h"
 #include "support/tables.h"
 
-#include <QDir>
-#include <QRegularExpression>
-
 #include <csignal>
 #include <fcntl.h>
 #include <functional>
@@ -18,17 +15,12 @@
 namespace {
 
 /// The highest N of %N in a text when all of %1 to %N stand in it, -1 when one is missing.
-int placeholders(const QString& text)
+int placeholders(QString text)
 {
-    QSet<QString> found;
-    QRegularExpressionMatchIterator it = QRegularExpression(QStringLiteral("%[0-9]+")).globalMatch(text);
-    while (it.hasNext())
-        found.insert(it.next().captured());
-    for (int i = 1; i <= found.size(); ++i) {
-        if (!found.contains(QStringLiteral("%%1").arg(i)))
-            return -1;
-    }
-    return found.size();
+    int highest = 0;
+    while (text.contains('%' + QString::number(highest + 1)))
+        text.remove('%' + QString::number(++highest));
+    return text.contains(QRegularExpression("%[0-9]")) ? -1 : highest;
 }
 
 void allow(const QString& file, int rights)
@@ -69,7 +61,7 @@ private slots:
             for (int i = 0; i < texts.size(); ++i)
                 compareRow(content, lang.text(i), texts.at(i));
             for (int outside : {texts.size(), -1, INT_MIN, INT_MAX})
-                compareRow(content, lang.text(outside), QStringLiteral("?????"));
+                compareRow(content, lang.text(outside), QString("?????"));
         };
         row("# comments take no number\na\n#\nb\n", {"a", "b"});
         row("a\n\nb\n", {"a", "", "b"});
@@ -78,7 +70,7 @@ private slots:
         row(" # blank\n", {" # blank"});
         row("line\\nbreaks\\n\n", {"line\nbreaks\n"});
         row("\xEF\xBB\xBF# CR LF and BOM\r\na\r\n", {"a"});
-        row("\xC3\xA4\n", {QStringLiteral("\u00e4")});
+        row("\xC3\xA4\n", {"\u00e4"});
         row("", {});
     }
 
@@ -88,8 +80,8 @@ private slots:
     {
         TLang english;
         TLang russian;
-        english.load(QStringLiteral(VM_DATA_DIR "/language/eng.lng"));
-        russian.load(QStringLiteral(VM_DATA_DIR "/language/rus.lng"));
+        english.load(VM_DATA_DIR "/language/eng.lng");
+        russian.load(VM_DATA_DIR "/language/rus.lng");
         QCOMPARE(english.size(), 428);
         QCOMPARE(russian.size(), 428);
         QCOMPARE(english.text(153), QString("Project lists"));
@@ -127,12 +119,12 @@ private slots:
 
     void diagnosticLog()
     {
-        QFile file(fileInAppDir(QStringLiteral("log")));
+        QFile file(fileInAppDir("log"));
         file.remove();
-        logError(QStringLiteral("tag"), QStringLiteral("%1 \u00e4"));
-        logError(QStringLiteral("tag"), QString());
+        logError("tag", "%1 \u00e4");
+        logError("tag", {});
         QVERIFY(file.open(QIODevice::ReadOnly));
-        const QString stamp = QStringLiteral("[0-9]{2}\\.[0-9]{2}\\.[0-9]{4} [0-9]{2}:[0-9]{2}:[0-9]{2}");
+        const QString stamp("[0-9]{2}\\.[0-9]{2}\\.[0-9]{4} [0-9]{2}:[0-9]{2}:[0-9]{2}");
         const QRegularExpression lines('^' + stamp + " tag %1 \u00e4\n" + stamp + " tag \n$");
         QVERIFY(lines.match(QString::fromUtf8(file.readAll())).hasMatch());
     }

@@ -3,18 +3,15 @@
 #include "support/TestDir.h"
 #include "support/tables.h"
 
-#include <QDir>
-#include <QSettings>
-
 namespace {
 
-const QString spi = QStringLiteral("SPI_FLASH");
+const QString spi = "SPI_FLASH";
 
 template <class... Values> QString line(const Values&... values)
 {
     QString text;
     (QDebug(&text) << ... << values);
-    return text.remove(QLatin1String("QVector")).remove(QLatin1Char('"')).trimmed();
+    return text.remove("QVector").remove('"').trimmed();
 }
 
 /// All numbers that a description gives, group by group.
@@ -94,7 +91,7 @@ private slots:
         const QHash<QByteArray, bool> rows{
             {"", false}, {"Interface=0x1234", true}, {"Interface=", true}, {"Interface=4294967297", true}};
         for (auto row = rows.begin(); row != rows.end(); ++row) {
-            QFile log(fileInAppDir(QStringLiteral("log")));
+            QFile log(fileInAppDir("log"));
             log.remove();
             compareRow(row.key(), progOf("[Main]\n" + row.key() + "\n").interfaceId(), 0);
             const bool logged = log.open(QIODevice::ReadOnly) && log.readAll().contains("/Main/Interface");
@@ -108,7 +105,7 @@ private slots:
             progOf("[PinType]\nZ=true\nl=true\nL=false\nI=1\nX=true\n"
                    "[Pins]\n02=1, B\n10=1, C\n01=1,A\n03=0, GND\n04=1\n05=1, X, Y\n06=yes, Ä\n"
                    "[SPI_FLASH]\nPIN_A=CS\nPIN_B=\"SO, IO1\"\nPIN_C=SI, IO0\nPIN_GND=VSS\n");
-        QCOMPARE(prog.pinLetters(), QStringLiteral("-IlZ"));
+        QCOMPARE(prog.pinLetters(), QString("-IlZ"));
         QCOMPARE(prog.pinTexts(),
                  (QStringList{"- (not change)", "I (input)", "l (input - pull-down)", "Z (tri-stated)"}));
         QCOMPARE(prog.pinList(spi, true), (QStringList{"CS - A", "SO, IO1 - B", "C"}));
@@ -141,9 +138,9 @@ private slots:
         QSettings ini(file, QSettings::IniFormat);
         for (const QString& key : ini.allKeys()) {
             const QStringList entry = ini.value(key).toStringList();
-            const bool pin = key.startsWith(QLatin1String("Pins/"));
+            const bool pin = key.startsWith("Pins/");
             QVERIFY2(entry.size() == (pin ? 2 : 1) && !entry.last().isEmpty(), qPrintable(key));
-            QVERIFY2(!key.contains(QLatin1Char('#')), qPrintable(key));
+            QVERIFY2(!key.contains('#'), qPrintable(key));
         }
         QCOMPARE(ini.status(), QSettings::NoError);
 
@@ -153,9 +150,8 @@ private slots:
             const QString min = ini.value(prefix + "MIN").toString();
             const QString def = ini.value(prefix + "DEF").toString();
             const QString max = ini.value(prefix + "MAX").toString();
-            QVERIFY2(min.toDouble() <= def.toDouble() && def.toDouble() <= max.toDouble() &&
-                         max.toDouble() > 0,
-                     qPrintable(prefix));
+            const bool isOrdered = min.toDouble() <= def.toDouble() && def.toDouble() <= max.toDouble();
+            QVERIFY2(isOrdered && max.toDouble() > 0, qPrintable(prefix));
             const QString listed = prefix.chopped(1) + "LV_";
             const bool isList = ini.value(prefix + "LIST", false).toBool();
             QCOMPARE(ini.allKeys().filter(listed).isEmpty(), !isList);
@@ -174,7 +170,7 @@ private slots:
 private:
     TProg& progOf(const QByteArray& text)
     {
-        m_prog.reset(new TProg(m_dir.write(QStringLiteral("%1.cfg").arg(++m_files), text)));
+        m_prog.reset(new TProg(m_dir.write(QString("%1.cfg").arg(++m_files), text)));
         return *m_prog;
     }
 
