@@ -2,22 +2,16 @@
 #include "support/TestDir.h"
 #include "support/tables.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
-#include <QRegularExpression>
-
 #include <csignal>
 
 namespace {
 
 constexpr int patience = 20000; // ms
 
-const QString setProg = QStringLiteral("set_prog prog=Simulator");
-const QString setDevice = QStringLiteral("set_device device=W25Q64|file=spi-flash/W25Q64FV.dev|clk=4000000");
-const QString shortDelay = QStringLiteral("delay value=10");
-const QString longDelay = QStringLiteral("delay value=60000");
+const QString setProg = "set_prog prog=Simulator";
+const QString setDevice = "set_device device=W25Q64|file=spi-flash/W25Q64FV.dev|clk=4000000";
+const QString shortDelay = "delay value=10";
+const QString longDelay = "delay value=60000";
 
 /// Names of configurations and their commands: "word key=value|key=value", unchecked with a "-" in front.
 using Configs = QList<QPair<QString, QStringList>>;
@@ -62,15 +56,12 @@ private slots:
     {
         m_program = m_dir.addProgram("velmarkion");
         m_process.setWorkingDirectory(m_dir.file("projects"));
+        m_settings = m_dir.read("velmarkion.ini");
+        QVERIFY(!m_settings.isEmpty());
     }
 
     // Nothing that the program does on the console writes settings.
-    void cleanup()
-    {
-        QFile shipped(QStringLiteral(VM_DATA_DIR "/velmarkion.ini"));
-        QVERIFY(shipped.open(QIODevice::ReadOnly));
-        QCOMPARE(m_dir.read(QStringLiteral("velmarkion.ini")), shipped.readAll());
-    }
+    void cleanup() { QCOMPARE(m_dir.read("velmarkion.ini"), m_settings); }
 
     void usage()
     {
@@ -98,8 +89,7 @@ private slots:
             "6\tTab here\tnonsense\tdevice\t\t"};
         QCOMPARE(lines.size(), expected.size() + 1);
         for (int i = 0; i < expected.size(); ++i)
-            QVERIFY2(lines.at(i).startsWith(expected.at(i)) && lines.at(i).count('\t') == 5,
-                     lines.at(i).constData());
+            QVERIFY2(lines[i].startsWith(expected[i]) && lines[i].count('\t') == 5, lines[i].constData());
 
         QCOMPARE(start({"check", "--json", "test.prj"}), 1);
         QVERIFY(m_out.contains(
@@ -141,7 +131,7 @@ private slots:
     {
         const auto row = [this](const QStringList& options, const Configs& configs, const QByteArray& hint) {
             write(configs);
-            compareRow(hint, start(QStringList{"run"} + options + QStringList{"test.prj"}), 2);
+            compareRow(hint, start(QStringList("run") + options + QStringList("test.prj")), 2);
             QVERIFY2(m_error.contains(hint) && m_out.isEmpty(), m_error.constData());
         };
         row({"-c", "Only", "-c", "Other"}, {{"Only", {shortDelay}}}, "there are: Only");
@@ -177,6 +167,12 @@ private slots:
         QCOMPARE(eventsOf(m_out, "status", "status"), (QStringList{"C:1", "C:4"}));
         const QStringList lines = eventsOf(m_out, "line", "text1");
         QVERIFY2(lines.last().contains("projects/absent: The port does not exist"), qPrintable(lines.last()));
+        // A run that another one has started counts: its lines, its failure, and the program waits for it.
+        write({{"Caller", {"execute cfg=1"}}, {"Called", {"delay value=300", "ident"}}});
+        QCOMPARE(start({"run", "--events", "test.prj"}), 1);
+        const QStringList statuses = eventsOf(m_out, "status", "status");
+        QVERIFY(statuses.first() == "Caller:1" && statuses.contains("Caller:3"));
+        QCOMPARE(statuses.last(), QString("Called:4"));
         QVERIFY(m_out.endsWith("{\"event\":\"end\",\"exit\":1}\n"));
     }
 
@@ -237,16 +233,6 @@ private slots:
         QTRY_VERIFY(QFile::exists(m_dir.file("projects/done")));
     }
 
-    // A run that another one has started counts: its lines, its failure, and the program waits for it.
-    void executedConfigCounts()
-    {
-        write({{"Caller", {"execute cfg=1"}}, {"Called", {"delay value=300", "ident"}}});
-        QCOMPARE(start({"run", "--events", "test.prj"}), 1);
-        const QStringList statuses = eventsOf(m_out, "status", "status");
-        QVERIFY(statuses.first() == "Caller:1" && statuses.contains("Caller:3"));
-        QCOMPARE(statuses.last(), QStringLiteral("Called:4"));
-    }
-
     void portAndSave()
     {
         SimProcess sim({"--chip", "W25Q64"});
@@ -263,51 +249,48 @@ private slots:
     }
 
 private:
-    int start(const QStringList& arguments, const QByteArray& input = {});
-    void begin(const QStringList& options);
-    bool hasPrinted(const char* text, int times = 1);
-    bool ends();
+    /// Runs the program in another folder than its own and waits for its end; gives its exit code.
+    int start(const QStringList& arguments, const QByteArray& input = {})
+    {
+        m_out.clear();
+        m_process.start(m_program, arguments);
+        m_process.write(input);
+        m_process.closeWriteChannel();
+        return ends() ? m_process.exitCode() : -1;
+    }
+
+    /// Starts a run of the project that is watched and spoken to.
+    void begin(const QStringList& options)
+    {
+        m_out.clear();
+        m_process.start(m_program, QStringList{"run", "--events"} + options + QStringList{"test.prj"});
+    }
+
+    bool hasPrinted(const char* text, int times = 1)
+    {
+        m_process.waitForReadyRead(100);
+        m_out += m_process.readAllStandardOutput();
+        return m_out.count(text) >= times;
+    }
+
+    bool ends()
+    {
+        if (m_process.state() != QProcess::NotRunning && !m_process.waitForFinished(patience))
+            m_process.kill();
+        m_out += m_process.readAllStandardOutput();
+        m_error = m_process.readAllStandardError();
+        return m_process.exitStatus() == QProcess::NormalExit;
+    }
+
     void write(const Configs& configs) { m_dir.write("projects/test.prj", projectOf(configs)); }
 
     TestDir m_dir;
     QString m_program;
     QProcess m_process;
+    QByteArray m_settings; ///< as shipped
     QByteArray m_out;
     QByteArray m_error;
 };
-
-/// Runs the program in another folder than its own and waits for its end; gives its exit code.
-int TestConsole::start(const QStringList& arguments, const QByteArray& input)
-{
-    m_out.clear();
-    m_process.start(m_program, arguments);
-    m_process.write(input);
-    m_process.closeWriteChannel();
-    return ends() ? m_process.exitCode() : -1;
-}
-
-/// Starts a run of the project that is watched and spoken to.
-void TestConsole::begin(const QStringList& options)
-{
-    m_out.clear();
-    m_process.start(m_program, QStringList{"run", "--events"} + options + QStringList{"test.prj"});
-}
-
-bool TestConsole::hasPrinted(const char* text, int times)
-{
-    m_process.waitForReadyRead(100);
-    m_out += m_process.readAllStandardOutput();
-    return m_out.count(text) >= times;
-}
-
-bool TestConsole::ends()
-{
-    if (m_process.state() != QProcess::NotRunning && !m_process.waitForFinished(patience))
-        m_process.kill();
-    m_out += m_process.readAllStandardOutput();
-    m_error = m_process.readAllStandardError();
-    return m_process.exitStatus() == QProcess::NormalExit;
-}
 
 QTEST_GUILESS_MAIN(TestConsole)
 #include "test_console.moc"

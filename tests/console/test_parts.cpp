@@ -8,12 +8,6 @@
 #include "exec/TLogText.h"
 #include "support/tables.h"
 
-#include <QDir>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QSignalSpy>
-#include <QTime>
-
 #include <unistd.h>
 
 /// What the console's commands are made of.
@@ -22,20 +16,15 @@ class TestParts : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { lang().load(QStringLiteral(VM_DATA_DIR "/language/eng.lng")); }
+    void initTestCase() { lang().load(VM_DATA_DIR "/language/eng.lng"); }
     void wrongArguments()
     {
-        const QStringList rows{"runn a.prj > runn",
-                               "run --save > PROJECT",
-                               "run a.prj b.prj > b.prj",
-                               "run --json a.prj > json",
-                               "run a.prj -c > c",
-                               "run --port =/dev/a a.prj > ALIAS=PORT",
-                               "run --port A= a.prj > ALIAS=PORT",
-                               "check --events a.prj > events",
-                               "list > chips",
-                               "--version x > x"};
-        for (const QString& row : rows) {
+        const QString rows =
+            "runn a.prj > runn; run --save > PROJECT; run a.prj b.prj > b.prj; list > chips; "
+            "run --json a.prj > json; run a.prj -c > c; run --port A= a.prj > ALIAS=PORT; "
+            "run --port =/dev/a a.prj > ALIAS=PORT; check --events a.prj > events; "
+            "--version x > x";
+        for (const QString& row : rows.split("; ")) {
             const TArguments arguments = TArguments::parse(row.section(" > ", 0, 0).split(' '));
             compareRow(row, int(arguments.word), int(TArguments::Word::Wrong));
             QVERIFY2(arguments.error.contains(row.section(" > ", 1)), qPrintable(arguments.error));
@@ -81,23 +70,18 @@ private slots:
 
     void printedText()
     {
-        const QString text = QStringLiteral("a\tb\nc\x1B[2Jd\u2028e\u009Bf") + QChar(0) + QChar('\r') +
-                             QStringLiteral("\u00e4");
-        QCOMPARE(printable(text), QStringLiteral("a b c [2Jd e f  \u00e4"));
-        QCOMPARE(printable(text, "\n\t"), QStringLiteral("a\tb\nc [2Jd e f  \u00e4"));
-
+        const QString text = QString("a\tb\nc\x1B[2Jd\u2028e\u009Bf") + QChar(0) + "\r\u00e4";
+        QCOMPARE(printable(text), QString("a b c [2Jd e f  \u00e4"));
+        QCOMPARE(printable(text, "\n\t"), QString("a\tb\nc [2Jd e f  \u00e4"));
         const QByteArray line = jsonLine({{"event", "line"}, {"text1", text}, {"percent", 7}, {"ok", true}});
         QVERIFY(line.startsWith("{\"event\":\"line\",\"text1\":\"") &&
                 line.endsWith(",\"percent\":7,\"ok\":true}\n"));
         QCOMPARE(line.count('\n'), 1);
         QCOMPARE(QJsonDocument::fromJson(line).object().value("text1").toString(), text);
-    }
 
-    void progressText()
-    {
         QCOMPARE(TProgressLine::text({{"A", 100}, {"B\n", 42}}, 80),
-                 QStringLiteral("A [####################] 100 %  B  [########............] 42 %"));
-        QCOMPARE(TProgressLine::text({{"A", 42}}, 9), QStringLiteral("A [######"));
+                 QString("A [####################] 100 %  B  [########............] 42 %"));
+        QCOMPARE(TProgressLine::text({{"A", 42}}, 9), QString("A [######"));
     }
 
     void pauseInput()
