@@ -10,8 +10,7 @@
 #include "forms/TWgtLabelBtn.h"
 #include "forms/TWgtLabelComboBox.h"
 
-#include <QPushButton>
-#include <QWheelEvent>
+#include <QtWidgets>
 
 #include <memory>
 

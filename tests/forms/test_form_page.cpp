@@ -7,14 +7,7 @@
 #include "ui/TWgtCmdList.h"
 #include "ui/TWgtPrj.h"
 
-#include <QApplication>
-#include <QCheckBox>
-#include <QDialog>
-#include <QListWidget>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTableWidget>
-#include <QToolButton>
+#include <QtWidgets>
 
 namespace {
 

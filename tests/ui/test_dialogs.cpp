@@ -52,7 +52,7 @@ QPushButton* button(const QWidget& window, const QString& text)
 
 void click(const QWidget& window, const char* text)
 {
-    QTest::mouseClick(button(window, QLatin1String(text)), Qt::LeftButton);
+    QTest::mouseClick(button(window, text), Qt::LeftButton);
 }
 
 void press(QWidget* widget, const char* keys)

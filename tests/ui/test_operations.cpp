@@ -125,12 +125,11 @@ private slots:
     {
         QFETCH(QString, configs);
         QFETCH(QString, steps);
-        QFETCH(QString, current);
         QFETCH(QString, told);
         WindowBench bench;
         bench.openWith(configs.isEmpty() ? "A: delay value=0, !pause, stop; B: stop" : configs);
         QTEST(bench.after(steps).trimmed(), "after");
-        QCOMPARE(bench.prj().currentRow(), current.toInt());
+        QTEST(QString::number(bench.prj().currentRow()), "current");
         compareTold(bench, told);
         QVERIFY(bench.play("PrjSave"));
         QCOMPARE(bench.fileDifference(), QString());

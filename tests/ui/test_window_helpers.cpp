@@ -2,11 +2,8 @@
 #include "core/globals.h"
 #include "ui/window_helpers.h"
 
-#include <QApplication>
-#include <QFontInfo>
-#include <QScreen>
-#include <QStyle>
 #include <QtTest>
+#include <QtWidgets>
 
 class TestWindowHelpers : public QObject
 {
