@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <filesystem>
+#include <functional>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <termios.h>
@@ -20,22 +22,30 @@ std::string reason()
     return std::strerror(errno);
 }
 
-struct flock wholeFile()
+/// A running simulator keeps a record lock on its terminal, at a place that its link gives. The lock goes
+/// with the process, so that a link left by a crash is told from one in use even when the terminal's number
+/// has been given to somebody else, another simulator among them.
+struct flock lockFor(const std::string& link)
 {
+    namespace fs = std::filesystem;
+    constexpr std::size_t places = std::size_t(1) << 30;
+    std::error_code ignored;
+    const fs::path path = fs::absolute(link, ignored);
+    const fs::path whole = fs::weakly_canonical(path.parent_path(), ignored) / path.filename();
     struct flock lock = {};
     lock.l_type = F_WRLCK;
     lock.l_whence = SEEK_SET;
+    lock.l_start = off_t(std::hash<std::string>()(whole.string()) % places);
+    lock.l_len = 1;
     return lock;
 }
 
-/// A running simulator keeps a record lock on its terminal; the lock goes with the process, so that a link
-/// left by a crash is told from one in use even when the terminal's number has been given to somebody else.
 bool isInUse(const std::string& link)
 {
     const int fd = open(link.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
     if (fd < 0)
         return errno == EBUSY;
-    struct flock lock = wholeFile();
+    struct flock lock = lockFor(link);
     const bool locked = fcntl(fd, F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
     close(fd);
     return locked;
@@ -100,8 +110,7 @@ bool TPseudoTerminal::open(std::string& error)
     }
     terminal = name.data();
     slave = ::open(name.data(), O_RDWR | O_NOCTTY | O_CLOEXEC);
-    struct flock lock = wholeFile();
-    if (slave < 0 || !makeRaw(slave) || fcntl(slave, F_SETLK, &lock) != 0) {
+    if (slave < 0 || !makeRaw(slave)) {
         error = "cannot set up the terminal " + terminal + ": " + reason();
         return false;
     }
@@ -113,7 +122,9 @@ bool TPseudoTerminal::makeLink(const std::string& path, std::string& error)
     if (!mayReplace(path, error))
         return false;
     const std::string fresh = path + "." + std::to_string(getpid()) + ".part";
-    if (symlink(terminal.c_str(), fresh.c_str()) != 0 || rename(fresh.c_str(), path.c_str()) != 0) {
+    struct flock lock = lockFor(path);
+    if (fcntl(slave, F_SETLK, &lock) != 0 || symlink(terminal.c_str(), fresh.c_str()) != 0 ||
+        rename(fresh.c_str(), path.c_str()) != 0) {
         error = "cannot make the link " + path + ": " + reason();
         unlink(fresh.c_str());
         return false;

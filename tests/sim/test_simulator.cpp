@@ -338,6 +338,9 @@ private slots:
         first.kill();
         QVERIFY(first.waitForFinished(5000));
         QVERIFY(QFileInfo(link).isSymLink());
+        // The next simulator is most likely given the terminal of the one that is gone.
+        SimProcess other{QStringList()};
+        QVERIFY2(other.isReady(), other.output().constData());
         QProcess second;
         second.start(program, {"--port", link});
         QVERIFY(second.waitForReadyRead(5000));
