@@ -158,6 +158,7 @@ private:
 
     // State.
     void trigger(const ActionRow& row);
+    void act(const ActionRow& row);
     quint32 conditions() const;
     quint32 cmdConditions() const;
     quint32 runConditions() const;
@@ -175,6 +176,7 @@ private:
     /// the last one has ended. Otherwise refused is done. A later call takes the place of one that waits.
     void stopRunsThen(const Step& then, const Step& refused = {});
     void goOnAfterRuns();
+    void selectPrj(const QString& project_file);
     void selectPrjLater();
     void openCurrentNode();
     void loadPrj(const QString& file);
@@ -186,6 +188,7 @@ private:
     [[nodiscard]] bool closePrj();
     [[nodiscard]] bool saveBeforeClosing();
     [[nodiscard]] bool savePrj();
+    void askToLeave();
     void leave();
 
     // Project list and projects.

@@ -310,8 +310,13 @@ QAction* TMainWindow::createAction(const ActionRow& row)
 
 void TMainWindow::trigger(const ActionRow& row)
 {
+    TWgtConfig::betweenLines(this, [this, row] { act(row); });
+}
+
+void TMainWindow::act(const ActionRow& row)
+{
     // Some operations show boxes: none of them may begin again, or another one, underneath.
-    if (m_isActing || ((row.flags & Focus) && !m_prj->tableHasFocus()))
+    if (m_isActing || !action(row.id)->isEnabled() || ((row.flags & Focus) && !m_prj->tableHasFocus()))
         return;
     const QScopedValueRollback<bool> guard(m_isActing, true);
     // Neither a tool button nor a hot key takes the focus from a field whose value is not stored yet.

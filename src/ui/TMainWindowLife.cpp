@@ -55,14 +55,19 @@ TMainWindow::~TMainWindow()
 void TMainWindow::closeEvent(QCloseEvent* event)
 {
     event->ignore();
-    if (!m_mayClose && !m_isClosing) {
-        const QScopedValueRollback<bool> guard(m_isClosing, true);
-        commitEdit();
-        if (!appData().ConfirmQuit || msgAsk(langText(89), this))
-            stopRunsThen([this] { leave(); });
-    }
+    TWgtConfig::betweenLines(this, [this] { askToLeave(); });
     if (m_mayClose)
         event->accept();
+}
+
+void TMainWindow::askToLeave()
+{
+    if (m_mayClose || m_isClosing)
+        return;
+    const QScopedValueRollback<bool> guard(m_isClosing, true);
+    commitEdit();
+    if (!appData().ConfirmQuit || msgAsk(langText(89), this))
+        stopRunsThen([this] { leave(); });
 }
 
 void TMainWindow::leave()
@@ -122,6 +127,11 @@ void TMainWindow::goOnAfterRuns()
 }
 
 void TMainWindow::slotSelectPrj(const QString& project_file)
+{
+    TWgtConfig::betweenLines(this, [this, project_file] { selectPrj(project_file); });
+}
+
+void TMainWindow::selectPrj(const QString& project_file)
 {
     if (m_mayClose || isWaitingForRuns() || project_file != m_prjList->nodePath())
         return;

@@ -23,6 +23,7 @@
 #include <QTextEdit>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -51,16 +52,32 @@ TData paramsOf(const TDataCmd& command)
     return data;
 }
 
+/// Events are being let in within a line.
+bool isLetIn = false;
+/// What the user has asked for within a line, to be done behind it.
+QList<std::function<void()>> waiting;
+
+void doWaiting()
+{
+    const QList<std::function<void()>> steps = std::exchange(waiting, {});
+    for (const auto& step : steps)
+        step();
+}
+
 /// Keeps the window alive during a burst of lines. Nothing is let in within another run's line: that run
 /// would have to wait, with its chip under power, until all others have nothing to tell. (To leave out the
 /// user's input would starve it: the flag outlives the call in the event loop's own round.)
 void letEventsIn()
 {
-    static bool isIn = false;
-    if (isIn)
+    if (isLetIn || !waiting.isEmpty())
         return;
-    const QScopedValueRollback<bool> guard(isIn, true);
-    QCoreApplication::processEvents();
+    {
+        const QScopedValueRollback<bool> guard(isLetIn, true);
+        QCoreApplication::processEvents();
+    }
+    // No line lets events in before it is their turn, so the event loop itself comes to them.
+    if (!waiting.isEmpty())
+        QMetaObject::invokeMethod(qApp, &doWaiting, Qt::QueuedConnection);
 }
 
 } // namespace
@@ -292,6 +309,18 @@ void TWgtConfig::runBegins()
 void TWgtConfig::runEnded()
 {
     m_log->lock(false);
+}
+
+void TWgtConfig::betweenLines(QObject* receiver, const std::function<void()>& step)
+{
+    if (!isLetIn) {
+        step();
+        return;
+    }
+    waiting.append([receiver = QPointer<QObject>(receiver), step] {
+        if (receiver)
+            step();
+    });
 }
 
 void TWgtConfig::slotExecEventText(TCodeExec code, const QString& text1, const QString& text2)

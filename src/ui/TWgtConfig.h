@@ -6,6 +6,8 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <functional>
+
 class QHBoxLayout;
 class QLabel;
 class QScrollArea;
@@ -47,6 +49,9 @@ public:
     /// Stores what stands in a field that has the focus, as leaving it would.
     void commitEdit();
     void reloadColors();
+    /// Does step at once or, inside a line that a run is writing to a log, as soon as that line is done:
+    /// a box or a dialog that opens within a line would hold its run up. Nothing when receiver has gone.
+    static void betweenLines(QObject* receiver, const std::function<void()>& step);
 
     // IRunView
     QObject* receiver() override;

@@ -108,6 +108,7 @@ private slots:
     void languageAndHelp();
     void startButtonAndTasks();
     void runsSideBySide();
+    void dialogHoldsNoRunUp();
     void closeDuringRun();
     void leaveDuringRun_data();
     void leaveDuringRun();
@@ -311,6 +312,27 @@ void TestMainWindow::runsSideBySide()
     QVERIFY(bench.play("ExecClearAllState"));
     QCOMPARE(states(), (QList<int>{csIdle, csPause, csRun, csIdle}));
     QVERIFY(bench.close());
+}
+
+/// A click may arrive in the middle of a line that a run writes, and the run waits for the line's end.
+void TestMainWindow::dialogHoldsNoRunUp()
+{
+    WindowBench bench;
+    bench.openWith("A: delay value=1");
+    QStringList order;
+    for (const bool closes : {false, true}) {
+        const auto use = [&] {
+            order << "user";
+            closes ? void(bench.window().close()) : bench.click(mbSettings);
+        };
+        bench.inDialog = [&](QDialog&) { order << "dialog"; };
+        QTimer::singleShot(0, &bench.window(), use);
+        bench.prj().tabAt(0)->slotExecEventText(ceText, "text");
+        order << (bench.window().isVisible() ? "line" : "closed");
+        bench.settle();
+    }
+    QCOMPARE(order, (QStringList{"user", "line", "dialog", "user", "line"}));
+    QVERIFY(!bench.window().isVisible());
 }
 
 /// The last one starts another run behind the stop, for which a process does not end.
