@@ -7,7 +7,6 @@
 
 namespace {
 
-constexpr auto patience = std::chrono::seconds(1);
 /// Bytes of a fast line go out in lots of this length, since no timer is finer.
 constexpr auto lot = std::chrono::milliseconds(1);
 constexpr std::uint64_t bitsPerByte = 10;
@@ -31,7 +30,7 @@ void TReplySender::queue(Bytes reply, Clock::time_point from)
     bytes = std::move(reply);
     sent = 0;
     start = from;
-    lastProgress = from;
+    lastTake = from;
     blocked = false;
     dropped = false;
 }
@@ -64,20 +63,16 @@ bool TReplySender::send(int descriptor, Clock::time_point now)
             return false;
         if (put <= 0) {
             blocked = true;
-            if (now - lastProgress > patience)
-                drop();
             break;
         }
         sent += std::size_t(put);
-        lastProgress = now;
+        lastTake = now;
     }
     return true;
 }
 
 Clock::time_point TReplySender::nextDue() const
 {
-    if (blocked)
-        return lastProgress + patience + lot;
     const Clock::time_point byte = start + timeOf(sent + 1);
     const Clock::time_point end = start + timeOf(bytes.size());
     return std::min(end, byte + lot);

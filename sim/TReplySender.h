@@ -7,7 +7,7 @@
 using Clock = std::chrono::steady_clock;
 
 /// Puts replies on the line: at once, or at the pace of a baud rate (10 bits a byte). What a program does
-/// not take for a second is dropped, as on a line that nobody listens to.
+/// not take yet waits for it: it may be held up.
 class TReplySender
 {
 public:
@@ -26,10 +26,12 @@ public:
     void drop();
     /// The last reply was given up in part.
     [[nodiscard]] bool wasDropped() const { return dropped; }
-    /// When to call send() again, while not idle.
+    /// When to call send() again, while not idle and not blocked.
     [[nodiscard]] Clock::time_point nextDue() const;
     /// The line did not take what was due: it must become writable first.
     [[nodiscard]] bool isBlocked() const { return blocked; }
+    /// When the line took bytes last.
+    [[nodiscard]] Clock::time_point lastTaken() const { return lastTake; }
 
 private:
     [[nodiscard]] std::size_t dueCount(Clock::time_point now) const;
@@ -38,7 +40,7 @@ private:
     Bytes bytes;
     std::size_t sent = 0;
     Clock::time_point start;
-    Clock::time_point lastProgress;
+    Clock::time_point lastTake;
     bool blocked = false;
     bool dropped = false;
 };

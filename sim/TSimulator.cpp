@@ -8,8 +8,14 @@
 
 namespace {
 
-/// A request that stops half way is given up after this silence, so that the next one is understood.
-constexpr auto silence = std::chrono::milliseconds(500);
+/// A request that stops half way is given up after so many waits without a byte, 500 ms, so that the next one
+/// is understood. They are counted, not timed: while this process is held up the rest may have come.
+constexpr unsigned mostSilentWaits = 10;
+constexpr long silentWait = 50000000; ///< ns
+/// When a host that has left an answer unread for longer than this makes room on the line, it is either back
+/// or has thrown the rest away and asks anew; the question follows within the other time.
+constexpr auto longBlock = std::chrono::milliseconds(100);
+constexpr timespec questionTime = {0, 20000000};
 constexpr std::uint8_t errorReply = 0xFF;
 constexpr std::uint8_t instructionOpcode = 7;
 constexpr std::uint8_t lastChipOpcode = 7;
@@ -92,14 +98,20 @@ void TSimulator::sleep(const sigset_t& waiting)
         line.events = POLLIN;
     else if (sender.isBlocked())
         line.events = POLLIN | POLLOUT;
-    const bool limited = !idle || receiver.isMidFrame();
-    const timespec limit = until(idle ? lastByte + silence : sender.nextDue());
-    const int woken = ppoll(&line, 1, limited ? &limit : nullptr, &waiting);
+    const bool limited = idle ? receiver.isMidFrame() : !sender.isBlocked();
+    const timespec limit = idle ? timespec{0, silentWait} : until(sender.nextDue());
+    int woken = ppoll(&line, 1, limited ? &limit : nullptr, &waiting);
+    if (woken > 0 && line.revents == POLLOUT && Clock::now() - sender.lastTaken() > longBlock) {
+        line.events = POLLIN;
+        woken = ppoll(&line, 1, &questionTime, &waiting);
+    }
     readable = woken > 0 && (line.revents & POLLIN) != 0;
-    // A host that sends again without taking the answer has given it up.
-    if (!idle && readable && (line.revents & POLLOUT) == 0)
+    if (readable && !idle) {
+        // A host that sends again without taking the answer has given it up, and what it had begun.
         sender.drop();
-    if (woken == 0 && idle)
+        receiver.reset();
+    }
+    if (woken == 0 && idle && ++silentWaits >= mostSilentWaits)
         receiver.reset();
 }
 
@@ -112,9 +124,7 @@ void TSimulator::receive(Clock::time_point now)
         return;
     if (sender.wasDropped())
         terminal.dropUnread();
-    if (now - lastByte > silence)
-        receiver.reset();
-    lastByte = now;
+    silentWaits = 0;
     lineFree = std::max(lineFree, now) + sender.timeOf(std::size_t(got));
     receiver.feed(buffer.data(), std::size_t(got));
 }

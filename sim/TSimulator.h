@@ -35,7 +35,7 @@ private:
     TFrameReceiver receiver;
     TReplySender sender;
     Clock::time_point lineFree; ///< when the bytes received so far are through on the line
-    Clock::time_point lastByte;
+    unsigned silentWaits = 0;   ///< without a byte, since the last one
     unsigned long frames = 0;
     bool readable = false;
     bool hungUp = false;

@@ -58,12 +58,11 @@ TAnswer TAvrFamily::writeFlash(const Bytes& payload)
 {
     if (payload.size() < 2)
         return TAnswer::refuse(ErrorCode::wrongLength);
-    if (!chip)
-        return TAnswer::done();
-    const std::uint32_t address = chip->fullAddress(le16(payload, 0));
-    for (std::size_t i = 2; i < payload.size(); i++)
+    const bool isBuffered = chip && chip->hasPages();
+    const std::uint32_t address = chip ? chip->fullAddress(le16(payload, 0)) : 0;
+    for (std::size_t i = 2; i < payload.size() && chip; i++)
         chip->loadFlash(address + std::uint32_t(i - 2), payload[i]);
-    return TAnswer::done(chip->hasPages() ? 0 : flashWait * unsigned((payload.size() - 1) / 2));
+    return TAnswer::done(isBuffered ? 0 : flashWait * unsigned(payload.size() - 2));
 }
 
 TAnswer TAvrFamily::readEeprom(const Bytes& payload)

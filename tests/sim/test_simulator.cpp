@@ -3,6 +3,7 @@
 #include "support/TestDir.h"
 #include "support/tables.h"
 
+#include <csignal>
 #include <fcntl.h>
 #include <poll.h>
 #include <termios.h>
@@ -313,6 +314,42 @@ private slots:
         QVERIFY2(timer.elapsed() < due * 3, QByteArray::number(timer.elapsed()).constData());
     }
 
+    void waitsAfterEachByteOfAChipWithoutPages()
+    {
+        SimProcess sim({"--chip", "old", "--baud", "1000000"}, m_own.path());
+        SimClient client(sim.path());
+        // Flash pacing 60 ms, EEPROM pacing 90 ms.
+        QCOMPARE(client.play("84 0200 00 40420F00 3C 5A >"), QString());
+        QElapsedTimer timer;
+        for (const char* step : {"04 0000 00000000", "06 0000 0000"}) {
+            const QByteArray request = PeerLine(step).request;
+            timer.start();
+            client.send(peerFrame(uchar(request.at(0)), request.mid(1)));
+            QCOMPARE(client.receive(), peerFrame(uchar(request.at(0))));
+            const qint64 due = request.at(0) == 4 ? 4 * 60 : 2 * 90;
+            QVERIFY2(timer.elapsed() >= due - 5, QByteArray::number(timer.elapsed()).constData());
+        }
+    }
+
+    // Being held up is no fault of the line.
+    void nothingIsLostWhileOneEndIsHeldUp()
+    {
+        SimProcess sim({"--chip", "W25Q64JV"});
+        SimClient client(sim.path());
+        QCOMPARE(client.play("SPI"), QString());
+        const QByteArray request = peerFrame(3, QByteArray::fromHex("FFFF0B0000000000"));
+        client.send(request.left(6));
+        QTest::qWait(200);
+        kill(sim.id(), SIGSTOP);
+        client.send(request.mid(6));
+        QTest::qWait(700);
+        kill(sim.id(), SIGCONT);
+        // An answer longer than the line holds, which the host does not take for a while.
+        QTest::qWait(1500);
+        QCOMPARE(client.receive().size(), 65535 + 5);
+        QCOMPARE(client.play("80 > D204"), QString());
+    }
+
     void refuses_data() { textRows(refused, {"options", "code"}); }
     void refuses()
     {
@@ -415,7 +452,7 @@ private slots:
             QCOMPARE(client.play("SPI"), QString());
             client.send(QByteArray::fromHex("C0030700FFFF0B000000002DC0040010"));
         }
-        QTest::qWait(700);
+        QTest::qWait(1300);
         SimClient next(sim.path());
         next.clear();
         next.send(QByteArray(5, '\0'));

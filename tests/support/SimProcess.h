@@ -18,6 +18,8 @@ public:
     bool isReady() const { return m_output.contains("ready "); }
     /// The port to open.
     QString path() const { return m_link; }
+    /// Its number, for signals.
+    pid_t id() const { return static_cast<pid_t>(m_process.processId()); }
     /// Asks it to end (an image is written then) and waits; true when it ended well.
     bool stop();
     /// All that it has printed on both channels, for the message of a failing test.
