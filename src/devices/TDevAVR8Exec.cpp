@@ -75,9 +75,10 @@ TMemory TDevAVR8Exec::flash()
         memory.writes = {evenDown(qMin<qint64>(maxData(), page)), evenDown(page)};
     } else {
         // Without pages the programmer writes byte by byte and waits after each as the device's block
-        // told it, so only the frame limits a piece. A commit belongs to a page; where a description asks
-        // for one all the same, it gets one word at a time, which is right for any page.
-        memory.writes = {write == writeBytes ? evenDown(maxData()) : evenDown(qMin(maxData(), 2)), blockSize};
+        // told it, so the frame and its time limit a piece. A commit belongs to a page; where a description
+        // asks for one all the same, it gets one word at a time, which is right for any page.
+        const qint64 most = qMin<qint64>(maxData(), bytesInTime(chip(key::flash_delay).toLongLong()));
+        memory.writes = {write == writeBytes ? evenDown(most) : evenDown(qMin(maxData(), 2)), blockSize};
     }
     memory.reach = write == writeExtendedPage ? extendedEnd : blockSize;
     memory.read = [this](qint64 addr, int n, QByteArray& bytes) { return flashRead(addr, n, bytes); };
@@ -90,7 +91,8 @@ TMemory TDevAVR8Exec::eeprom()
     TMemory memory;
     memory.region = {chip(key::eeprom_addr_begin).toLongLong(), chip(key::eeprom_size).toLongLong()};
     memory.reads = {maxData(), blockSize};
-    memory.writes = {qMin<qint64>(maxData(), eepromPage), eepromPage};
+    const qint64 most = qMin<qint64>(maxData(), bytesInTime(chip(key::eeprom_delay).toLongLong()));
+    memory.writes = {qMin(most, eepromPage), eepromPage};
     memory.reach = blockSize;
     memory.read = [this](qint64 addr, int n, QByteArray& bytes) { return eepromRead(addr, n, bytes); };
     memory.write = [this](qint64 addr, const QByteArray& bytes) { return eepromWrite(addr, bytes); };

@@ -60,7 +60,13 @@ bool TFamilyExec::begin(TSerialPort* port)
     quint16 bytes = 0;
     prog->maxData(bytes);
     m_maxData = bytes;
+    m_timeout = prog->timeout();
     return true;
+}
+
+qint64 TFamilyExec::bytesInTime(qint64 msPerByte) const
+{
+    return msPerByte < 1 ? std::numeric_limits<qint64>::max() : qMax<qint64>(m_timeout / 2 / msPerByte, 1);
 }
 
 bool TFamilyExec::run(const TCommandRow& row)

@@ -46,6 +46,10 @@ protected:
     TSerialPort* port() const { return m_port; }
     /// Most bytes of chip data in a frame.
     int maxData() const { return m_maxData; }
+    /// Most bytes for which one frame may ask the programmer to work, when each takes so many ms: half of
+    /// its time-out, so that a slow part or a busy machine still answers in time. At least 1; a time of 0
+    /// tells nothing and limits nothing.
+    qint64 bytesInTime(qint64 msPerByte) const;
 
     /// An exchange whose reply does not matter.
     [[nodiscard]] bool send(quint8 opcode, const QByteArray& payload);
@@ -117,4 +121,5 @@ private:
     const IDevice* m_device = nullptr; ///< borrowed from the project, which keeps it while a run is on
     TData m_chip;
     int m_maxData = 0;
+    int m_timeout = 0; ///< the programmer's, ms
 };

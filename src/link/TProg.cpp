@@ -130,6 +130,12 @@ void TProg::portParams(int& baudRate, int& dataBits, QString& parity, int& stopB
     timeout = m_timeout;
 }
 
+int TProg::timeout() const
+{
+    const QMutexLocker lock(&m_mutex);
+    return m_timeout;
+}
+
 void TProg::maxData(quint16& bytes) const
 {
     const QMutexLocker lock(&m_mutex);

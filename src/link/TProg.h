@@ -23,6 +23,8 @@ public:
     /// dataBits and stopBits are the indexes that TSerialPort takes; timeout in ms.
     void portParams(int& baudRate, int& dataBits, QString& parity, int& stopBits, QString& flowControl,
                     int& timeout) const;
+    /// Longest silence of the programmer, ms.
+    int timeout() const;
     /// Most bytes of chip data in a frame.
     void maxData(quint16& bytes) const;
 

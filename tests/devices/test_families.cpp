@@ -85,10 +85,13 @@ avr alg_flash_write=1 | flash_data_write addr_device=0x3F data=A1B2 | 04 3E00FFA
 avr alg_flash_write=1 | flash_data_write addr_device=0x10000 data=A1 | | fails @425
 avr | flash_data_write addr_device=0x3FFFE data=A1B2 | 07 004D000300 >, 04 FEFFA1B2 >, 07 054CFFFF00 > | ok A1B2
 avr MAX_DATA=5 alg_flash_write=1 | flash_data_write data=A1B2C3D4E5 | 04 0000A1B2C3D4 >, 07 054C000000 >, 04 0400E5FF >, 07 054C000200 > | ok A1B2C3D4E5
-avr flash_page_size=0 alg_flash_write=0 | flash_data_write addr_device=0x3F data=A1B2C3 | 04 3E00FFA1 >, 04 4000B2C3 > | ok A1B2C3
+avr flash_page_size=0 alg_flash_write=0 flash_delay=5 | flash_data_write addr_device=0x3F data=A1B2C3 | 04 3E00FFA1 >, 04 4000B2C3 > | ok A1B2C3
 avr flash_page_size=0 alg_flash_write=1 | flash_data_write addr_device=0x10 data=A1B2C3 | 04 1000A1B2 >, 07 054C000800 >, 04 1200C3FF >, 07 054C000900 > | ok A1B2C3
+avr flash_page_size=0 alg_flash_write=0 flash_delay=1250 | flash_data_write addr_device=2 data=A1B2C3D4 | 04 0200A1B2 >, 04 0400C3D4 > | ok A1B2C3D4
+avr flash_page_size=0 alg_flash_write=0 flash_delay=9999 | flash_data_write data=A1B2C3 | 04 0000A1B2 >, 04 0200C3FF > | ok A1B2C3
 avr flash_page_size=-1 | flash_data_write data=A1 | | fails @424
 avr | eeprom_data_read addr_device=0x123 data=00~00 | 05 23010200 > A1B2 | ok A1 B2
+avr eeprom_delay=2500 | eeprom_data_write addr_device=1 data=A1B2C3 | 06 0100A1 >, 06 0200B2C3 > | ok A1B2C3
 avr eeprom_page_size=8 | eeprom_data_write addr_device=0x11E data=A1B2C3 | 06 1E01A1B2 >, 06 2001C3 > | ok A1B2C3
 avr alg_fuse_read=0 | fuse_read | 07 0058000000 > 005800FF | ok 21
 avr | fuse_read | 07 0050000000 > 00500062, 07 0058080000 > 00580899, 07 0050080000 > 005008FE | ok 6299FE

@@ -283,7 +283,8 @@ private slots:
         peer.expectText(frames).start();
         BenchProject bench;
         bench.setPort(peer.path());
-        bench.setProg("[Main]\nInterface=" + interface.toLatin1());
+        bench.setProg((peer.hasSilence() ? "[Port]\nTimeOut=300\n[Main]\nInterface=" : "[Main]\nInterface=") +
+                      interface.toLatin1());
         TSerialPort port;
         const BenchRun run = runCommand(m_tools, bench.addProg(), port);
         QCOMPARE(peer.finish(), QString());

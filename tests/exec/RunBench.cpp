@@ -7,17 +7,18 @@
 
 #include <QFile>
 
-RunBench::RunBench()
+RunBench::RunBench(bool isSilent)
 {
     registerMetaTypes();
     lang().load(VM_DATA_DIR "/language/eng.lng");
     appData() = TAppData();
     appData().PathDevices = VM_DATA_DIR "/devices";
     appData().PathProgs = m_dir.path();
-    // The shipped description, but with a short patience, so that silence costs a test no seconds.
     QFile shipped(VM_DATA_DIR "/progs/simulator.cfg");
-    if (shipped.open(QIODevice::ReadOnly))
-        m_dir.write("simulator.cfg", shipped.readAll().replace("TimeOut=5000", "TimeOut=400"));
+    if (shipped.open(QIODevice::ReadOnly)) {
+        const char* timeout = isSilent ? "TimeOut=400" : "TimeOut=10000";
+        m_dir.write("simulator.cfg", shipped.readAll().replace("TimeOut=10000", timeout));
+    }
     appData().progTypes.append("Simulator", "simulator.cfg");
     project().reset();
     project().fromData({{key::prj_file, m_dir.file("bench.prj")}, {key::work_path, m_dir.path()}});

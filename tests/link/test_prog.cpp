@@ -160,7 +160,7 @@ private slots:
         }
         const TProg prog(file);
         const QStringList numbers = told(prog).section(';', 0, 0).split(' ');
-        QVERIFY(numbers[0].toInt() > 0 && numbers[2].toInt() > 0 && numbers[5].toInt() >= 5000);
+        QVERIFY(numbers[0].toInt() > 0 && numbers[2].toInt() > 0 && numbers[5].toInt() >= 10000);
         QVERIFY2(numbers[1] == "64" || numbers[1] == "256", "it has to divide the pages of all chips");
         QCOMPARE(QStringList({numbers[3], numbers[4], numbers[6], numbers[7]}).join(' '), "3 0 None None");
         for (const QString& section : sections)

@@ -38,7 +38,7 @@ public:
 
 /// The programmer's description, blanks standing for line ends.
 constexpr char model[] =
-    "[Main] Interface=4660 [Port] TimeOut=300 [Protocol] MAX_DATA=64 "
+    "[Main] Interface=4660 [Port] TimeOut=10000 [Protocol] MAX_DATA=64 "
     "[PinType] I=true L=true H=true [Pins] 1=1,CS 2=1,SO 3=0,GND 4=1,SI "
     "[Reset] MIN=10 MAX=1000 DEF=-400 "
     "[Vcc] MIN=1.8 MAX=5 DEF=3.3 [Vpp] MIN=9 MAX=13 DEF=12 "
@@ -178,7 +178,7 @@ BenchRun runCommands(const IDevice& device, const QList<int>& ids, ScriptedPeer&
     TSerialPort port;
     BenchRun run;
     run.ok = port.open(peer.path(), QIODevice::ReadWrite);
-    port.setTimeout(peer.hasSilence() ? 300 : 5000);
+    port.setTimeout(peer.hasSilence() ? 300 : 10000);
     port.setMaxData(65535);
     for (int i = 0; i < ids.size() && run.ok; ++i)
         run = runCommand(device, ids.at(i), port, hook);

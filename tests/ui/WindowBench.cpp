@@ -115,9 +115,7 @@ WindowBench::WindowBench()
             question(row.key) = false;
     }
     loadLanguage();
-    // A short patience, so that silence costs a test no seconds.
-    m_dir.write("progs/simulator.cfg",
-                bytesOf(shipped.filePath("progs/simulator.cfg")).replace("TimeOut=5000", "TimeOut=400"));
+    m_dir.write("progs/simulator.cfg", bytesOf(shipped.filePath("progs/simulator.cfg")));
     QFile::copy(shipped.filePath("velmarkion.hk"), fileInAppDir("hk"));
     // Posted: a timer does not fire again while its slot shows the next box.
     QObject::connect(&m_user, &QTimer::timeout, &m_user, [this] {
