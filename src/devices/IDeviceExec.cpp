@@ -12,6 +12,8 @@
 namespace {
 
 constexpr int textPortClosed = 392;
+/// A stop must not wait for more slow pieces than the one that is being worked on.
+constexpr qint64 longestBlind = 100; // ms
 
 /// pos * 100 / total, without overflow also for numbers out of a damaged description.
 int percentOf(qint64 pos, qint64 total)
@@ -68,14 +70,20 @@ bool IDeviceExec::reportProgress(TProgress& progress, qint64 pos, qint64 total)
 {
     const int percent = percentOf(pos, total);
     if (percent != progress.percent) {
-        QCoreApplication::processEvents();
-        emit signalEventProc(percent);
         progress.percent = percent;
         progress.tick = 1;
-    } else if ((progress.tick++ & 0x0F) == 0) {
-        QCoreApplication::processEvents();
+        letRequestsIn(progress);
+        emit signalEventProc(percent);
+    } else if ((progress.tick++ & 0x0F) == 0 || progress.sinceLook.elapsed() > longestBlind) {
+        letRequestsIn(progress);
     }
     return m_stopRequested;
+}
+
+void IDeviceExec::letRequestsIn(TProgress& progress)
+{
+    QCoreApplication::processEvents();
+    progress.sinceLook.start();
 }
 
 void IDeviceExec::storeResult(const QString& text)

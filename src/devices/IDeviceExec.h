@@ -2,6 +2,7 @@
 
 #include "core/types.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 
 class TSerialPort;
@@ -38,7 +39,8 @@ protected:
     struct TProgress
     {
         int tick = 0;
-        int percent = -1; ///< last one reported; none yet
+        int percent = -1;        ///< last one reported; none yet
+        QElapsedTimer sinceLook; ///< runs since requests were let in last
     };
 
     /// The port is open; otherwise false with the reason stored. Every routine calls it first.
@@ -58,4 +60,7 @@ protected:
     const TData m_cmdData;
     QString m_errorText;
     bool m_stopRequested = false;
+
+private:
+    void letRequestsIn(TProgress& progress);
 };

@@ -40,6 +40,7 @@ void TExec::slotStart()
     {
         Run run;
         run.curCfg = m_idCfg;
+        run.port.setUser(project().cfgName(m_idCfg));
         finish(run, runCommands(run));
     }
     emit signalFinished();

@@ -60,6 +60,7 @@ bool TProgTask::openLink(TSerialPort& port)
     const TDataCmd* setProg = project().cmdById(project().cmdIdAt(project().indexProgBefore(m_idCmd)));
     if (!setProg)
         return false;
+    port.setUser(project().cfgName(setProg->cfgId()));
     TDevToolsExec exec(setProg->toData());
     connect(&exec, &TDevToolsExec::signalEventText, this, &TProgTask::signalEventText);
     bool exit = false;

@@ -1,8 +1,11 @@
 #include "link/TSerialPort.h"
 
 #include "core/globals.h"
+#include "link/TPatience.h"
+#include "link/TPortUsers.h"
 #include "link/opcodes.h"
 
+#include <QFileInfo>
 #include <QSerialPortInfo>
 
 #include <limits>
@@ -15,12 +18,18 @@ constexpr quint8 errorReply = 0xFF;
 constexpr int headerSize = 4;
 constexpr int checksumSize = 1;
 constexpr int lengthLimit = 0xFFFF;
+constexpr int longestFrame = headerSize + lengthLimit + checksumSize;
+/// Of the slowest setting: start, 8 data bits, parity, two stop bits.
+constexpr qint64 bitsPerByte = 12;
 
 constexpr int linkBroken = 389;
 constexpr int portMissing = 393;
 constexpr int firstErrorCode = 405;
 constexpr int errorCodes = 12;
 constexpr int otherErrorCode = 423;
+constexpr int portOfConfiguration = 476;
+constexpr int portOfProgram = 477;
+constexpr int portOfGroup = 478;
 
 struct ParityName
 {
@@ -80,11 +89,32 @@ QByteArray makeFrame(quint8 command, const QByteArray& payload)
     return frame;
 }
 
+/// The terminal that a port name leads to, by its one real path: the system's lock is named by the path, so
+/// "./sim" of two folders must not be the same, nor two names of one terminal different ones. A name without
+/// such a beginning is one of the system's devices. The name itself where it leads nowhere.
+QString terminalOf(const QString& portName)
+{
+    const auto begins = [&portName](const char* text) { return portName.startsWith(QLatin1String(text)); };
+    const bool isPath = begins("/") || begins("./") || begins("../");
+    const QString path = isPath ? portName : QStringLiteral("/dev/") + portName;
+    const QString real = portName.isEmpty() ? QString() : QFileInfo(path).canonicalFilePath();
+    return real.isEmpty() ? portName : real;
+}
+
+/// The group that may use the serial devices; a device of the administrator's own tells none.
+QString groupOf(const QFileInfo& device)
+{
+    const QString group = device.group();
+    return group.isEmpty() || group == QLatin1String("root") ? QStringLiteral("dialout") : group;
+}
+
 } // namespace
 
 TSerialPort::TSerialPort()
     : m_port(new QSerialPort(this))
 {
+    // More than a frame is never wanted, and noise without end must not fill the memory.
+    m_port->setReadBufferSize(2 * longestFrame);
 }
 
 TSerialPort::~TSerialPort()
@@ -92,11 +122,42 @@ TSerialPort::~TSerialPort()
     close();
 }
 
+void TSerialPort::setUser(const QString& user)
+{
+    m_user = user;
+}
+
 bool TSerialPort::open(const QString& portName, QIODevice::OpenMode mode)
 {
-    m_hasExtendedAddress = false;
-    m_port->setPortName(portName);
-    return m_port->open(mode);
+    close();
+    m_errorText.clear();
+    const QString path = terminalOf(portName);
+    QString holder;
+    if (!TPortUsers::take(path, m_user, holder)) {
+        m_errorText = langText(portOfConfiguration).arg(holder);
+        return false;
+    }
+    m_port->setPortName(path);
+    if (!m_port->open(mode)) {
+        TPortUsers::release(path);
+        return failToOpen(path);
+    }
+    m_path = path;
+    return true;
+}
+
+// The system's words say that it does not work; the user wants to know what to do.
+bool TSerialPort::failToOpen(const QString& path)
+{
+    if (m_port->error() != QSerialPort::PermissionError)
+        return false;
+    const QFileInfo device(path);
+    const QString words = m_port->errorString();
+    if (device.isReadable() && device.isWritable())
+        m_errorText = langText(portOfProgram).arg(words);
+    else
+        m_errorText = langText(portOfGroup).arg(words, groupOf(device));
+    return false;
 }
 
 void TSerialPort::close()
@@ -104,6 +165,9 @@ void TSerialPort::close()
     m_hasExtendedAddress = false;
     if (m_port->isOpen())
         m_port->close();
+    if (!m_path.isEmpty())
+        TPortUsers::release(m_path);
+    m_path.clear();
 }
 
 bool TSerialPort::isOpen() const
@@ -181,13 +245,22 @@ bool TSerialPort::sendFrame(quint8 command, const QByteArray& payload)
     if (!m_port->isOpen() || payload.size() > lengthLimit)
         return false;
     m_port->clear(QSerialPort::AllDirections);
+    // What the port has refused to be set to is no fault of this exchange.
+    if (m_port->error() != QSerialPort::NoError)
+        m_port->clearError();
     const QByteArray frame = makeFrame(command, payload);
     if (m_port->write(frame) != frame.size())
         return false;
+    TPatience patience(m_timeout + lineTime(frame.size()));
     // One wait ends with the first part that the line takes.
     while (m_port->bytesToWrite() > 0) {
-        if (!m_port->waitForBytesWritten(static_cast<int>(m_timeout)))
+        if (m_port->waitForBytesWritten(patience.slice()))
+            continue;
+        if (isBroken() || patience.isOver())
             return false;
+        // Noise has filled the buffer: nothing is written until there is room for what comes in.
+        if (m_port->bytesAvailable() >= m_port->readBufferSize())
+            m_port->clear(QSerialPort::Input);
     }
     return true;
 }
@@ -195,36 +268,79 @@ bool TSerialPort::sendFrame(quint8 command, const QByteArray& payload)
 // What is read beyond the end of the frame is dropped here, what comes later by the next request.
 bool TSerialPort::receiveFrame(QByteArray& frame)
 {
-    for (;;) {
-        if (!readAvailable(frame))
+    if (!receiveSync(frame))
+        return false;
+    TPatience patience(m_timeout);
+    if (!receiveUpTo(headerSize, frame, patience))
+        return false;
+    const int length = wordAt(frame, 2);
+    if (m_maxData < length)
+        return false;
+    const int size = headerSize + length + checksumSize;
+    patience.extend(lineTime(size));
+    if (!receiveUpTo(size, frame, patience))
+        return false;
+    frame.truncate(size);
+    return byteSum(frame) == 0;
+}
+
+// A programmer that is there has begun its reply within the time-out; noise alone is no answer.
+bool TSerialPort::receiveSync(QByteArray& frame)
+{
+    TPatience patience(m_timeout);
+    do {
+        frame.clear();
+        if (!readAvailable(frame, patience))
             return false;
-        if (!frame.startsWith(syncByte)) {
-            const int sync = frame.indexOf(syncByte);
-            frame.remove(0, sync < 0 ? frame.size() : sync);
+        const int sync = frame.indexOf(syncByte);
+        if (sync >= 0) {
+            frame.remove(0, sync);
+            return true;
         }
-        if (frame.size() < headerSize)
-            continue;
-        const int length = wordAt(frame, 2);
-        if (m_maxData < length)
+    } while (!patience.isOver());
+    return false;
+}
+
+bool TSerialPort::receiveUpTo(int size, QByteArray& frame, TPatience& patience)
+{
+    while (frame.size() < size) {
+        if (!readAvailable(frame, patience))
             return false;
-        const int size = headerSize + length + checksumSize;
-        if (frame.size() >= size) {
-            frame.truncate(size);
-            return byteSum(frame) == 0;
-        }
+        if (frame.size() < size && patience.isOver())
+            return false;
     }
+    return true;
 }
 
 // Appends what has arrived, at least one byte.
-bool TSerialPort::readAvailable(QByteArray& frame)
+bool TSerialPort::readAvailable(QByteArray& frame, TPatience& patience)
 {
-    if (m_port->bytesAvailable() == 0 && !m_port->waitForReadyRead(static_cast<int>(m_timeout)))
-        return false;
+    if (m_port->bytesAvailable() == 0) {
+        TPatience silence(m_timeout);
+        while (!m_port->waitForReadyRead(qMin(silence.slice(), patience.slice()))) {
+            if (isBroken() || silence.isOver() || patience.isOver())
+                return false;
+        }
+    }
     const int had = frame.size();
     frame.resize(had + static_cast<int>(m_port->bytesAvailable()));
     const qint64 got = m_port->read(frame.data() + had, frame.size() - had);
     frame.truncate(had + static_cast<int>(qMax<qint64>(got, 0)));
     return got > 0;
+}
+
+// A wait has ended by something else than its time.
+bool TSerialPort::isBroken() const
+{
+    const QSerialPort::SerialPortError error = m_port->error();
+    return error != QSerialPort::NoError && error != QSerialPort::TimeoutError;
+}
+
+// Milliseconds that the bytes take on the wire.
+qint64 TSerialPort::lineTime(int bytes) const
+{
+    const qint32 baud = m_port->baudRate();
+    return baud < 1 ? 0 : bytes * bitsPerByte * 1000 / baud;
 }
 
 bool TSerialPort::failOnWire()

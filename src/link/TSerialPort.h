@@ -4,6 +4,8 @@
 #include <QSerialPort>
 #include <QStringList>
 
+class TPatience;
+
 /// The one door to the programmer: sends a request frame, waits for the reply frame, checks it.
 /// Used by the thread that created it and by no other; needs that thread's event dispatcher.
 class TSerialPort : public QObject
@@ -14,7 +16,10 @@ public:
     TSerialPort();
     ~TSerialPort() override;
 
-    /// Opens the port of that name ("ttyUSB0", an absolute path or a link).
+    /// Who opens: a configuration's name, told to others that find the port in use.
+    void setUser(const QString& user);
+    /// Opens the port of that name ("ttyUSB0", a path or a link). Whatever name leads to it, a terminal is
+    /// open once: in this process, and by the system's lock in all programs that keep to such locks.
     bool open(const QString& portName, QIODevice::OpenMode mode);
     void close();
     bool isOpen() const;
@@ -28,18 +33,20 @@ public:
     bool setStopBits(int index);
     /// "None", "Hardware", "Software". Any other text leaves the port as it is, gives false.
     bool setFlowControl(const QString& text);
-    /// Longest silence in ms before a byte arrives or while bytes are being written. A number above
-    /// the range of int, which is what a negative setting turns into, counts as no waiting at all.
+    /// Longest silence in ms before a byte arrives. So long, too, a reply may take to begin, whatever noise
+    /// comes meanwhile, and beyond the time of its bytes at the baud rate to end, and a request to be
+    /// written. Time in which this process did not run does not count. A number above the range of int,
+    /// which is what a negative setting turns into, counts as no waiting at all.
     void setTimeout(quint32 ms);
     /// Largest payload length accepted in a reply, in bytes.
     void setMaxData(quint16 bytes);
 
-    /// One exchange, no retry: blocks until the reply is complete or a wait has timed out. data holds
+    /// One exchange, no retry: blocks until the reply is complete or its time is over. data holds
     /// the request's payload (at most 65535 bytes) on entry and the reply's payload on success; on
     /// failure it keeps what it held. Any command byte in the reply but 0xFF is a success.
     [[nodiscard]] bool exchange(quint8 command, QByteArray& data);
 
-    /// Text of the last failed exchange, else that of the port.
+    /// Text of the last exchange or opening that failed, else that of the port.
     QString errorString() const;
     /// The last exchange broke on the wire: nothing more should be sent. False when the programmer
     /// answered, also when it refused.
@@ -66,11 +73,18 @@ public:
 private:
     [[nodiscard]] bool sendFrame(quint8 command, const QByteArray& payload);
     [[nodiscard]] bool receiveFrame(QByteArray& frame);
-    [[nodiscard]] bool readAvailable(QByteArray& frame);
+    [[nodiscard]] bool receiveSync(QByteArray& frame);
+    [[nodiscard]] bool receiveUpTo(int size, QByteArray& frame, TPatience& patience);
+    [[nodiscard]] bool readAvailable(QByteArray& frame, TPatience& patience);
+    bool isBroken() const;
+    qint64 lineTime(int bytes) const;
+    bool failToOpen(const QString& path);
     bool failOnWire();
     bool failRefused(const QByteArray& payload);
 
     QSerialPort* m_port;
+    QString m_user;
+    QString m_path; ///< of the terminal that is open; empty when none is
     quint32 m_timeout = 0;
     quint16 m_maxData = 0;
     bool m_linkFailed = false;

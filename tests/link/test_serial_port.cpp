@@ -5,13 +5,17 @@
 #include "support/numberedTexts.h"
 #include "support/tables.h"
 
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
+
 namespace {
 
 constexpr quint8 anyOpcode = 0x02;
 const QString brokenText = "text 389";
 const QByteArray good = peerFrame(anyOpcode, "abc");
 
-bool openPort(TSerialPort& port, const ScriptedPeer& peer, int timeout = 5000, quint16 maxData = 64)
+bool openPort(TSerialPort& port, const ScriptedPeer& peer, int timeout = 10000, quint16 maxData = 64)
 {
     port.setTimeout(static_cast<quint32>(timeout));
     port.setMaxData(maxData);
@@ -41,7 +45,7 @@ struct Echo
     {
         peer.otherwise([](const QByteArray& request) { return request; });
         peer.start();
-        openPort(port, peer, 5000, maxData);
+        openPort(port, peer, 10000, maxData);
     }
     ScriptedPeer peer;
     TSerialPort port;
@@ -54,7 +58,7 @@ class TestSerialPort : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { loadNumberedTexts("text ", {423}); }
+    void initTestCase() { loadNumberedTexts("text ", {423, 476, 477}); }
     void frames_data()
     {
         tableColumns<QByteArray, QByteArray, QString>("reply", "payload", "error");
@@ -98,7 +102,7 @@ private slots:
             peer.expect(hex("C0 02 02 00 01 02 39"), reply.left(cut)).send(reply.mid(cut), cut > 0 ? 1 : 0);
         peer.start();
         TSerialPort port;
-        QVERIFY(openPort(port, peer, error == brokenText ? 60 : 5000));
+        QVERIFY(openPort(port, peer, error == brokenText ? 60 : 10000));
         for (int cut = 0; cut <= cuts; ++cut) {
             QByteArray data = hex("0102");
             QCOMPARE(port.exchange(anyOpcode, data), error.isEmpty());
@@ -110,26 +114,86 @@ private slots:
         QCOMPARE(peer.finish(), QString());
     }
 
-    void silenceIsBoundedForEachByte()
+    void waits_data()
     {
+        // Bytes that come back, the silence before each in ms, baud rate; the least and most time it takes,
+        // in ms.
+        tableColumns<QByteArray, int, int, bool, int, int>("bytes", "gap", "baud", "ok", "least", "most");
+        tableRow("no slower than the line", good, 90, 110, true, 700, 1300);
+        tableRow("slower than the line", good, 90, 115200, false, 450, 700);
+        tableRow("silence in the middle", good.left(5), 1, 110, false, 390, 800);
+        tableRow("noise and nothing else", QByteArray(300, '\x55'), 5, 115200, false, 390, 900);
+        tableRow("noise, then a reply", QByteArray(10, '\x55') + good, 5, 115200, true, 90, 900);
+    }
+
+    void waits()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(int, gap);
         ScriptedPeer peer;
         peer.expect(peerFrame(anyOpcode));
-        for (const char byte : good)
-            peer.send(QByteArray(1, byte), 60);
-        peer.expect(peerFrame(anyOpcode), good.left(3)).send(good.mid(3), 900);
+        for (const char byte : bytes)
+            peer.send(QByteArray(1, byte), gap);
         peer.start();
         TSerialPort port;
-        QVERIFY(openPort(port, peer, 360));
+        QVERIFY(openPort(port, peer, 400));
+        QFETCH(int, baud);
+        QVERIFY(port.setBaudRate(baud));
         QElapsedTimer clock;
         clock.start();
         QByteArray data;
-        QVERIFY(port.exchange(anyOpcode, data) && data == "abc" && clock.elapsed() > 450);
-
-        clock.restart();
-        data.clear();
-        QVERIFY(!port.exchange(anyOpcode, data) && port.isLinkFailed());
+        QTEST(port.exchange(anyOpcode, data), "ok");
+        QCOMPARE(port.isLinkFailed(), data.isEmpty());
         const qint64 ms = clock.elapsed();
-        QVERIFY2(ms >= 350 && ms < 850, QByteArray::number(ms).constData());
+        QFETCH(int, least);
+        QFETCH(int, most);
+        QVERIFY2(ms >= least && ms < most, QByteArray::number(ms).constData());
+    }
+
+    void requestIntoNoise()
+    {
+        // More than the line holds, to somebody who talks and does not listen.
+        ScriptedPeer peer;
+        TSerialPort port;
+        QVERIFY(openPort(port, peer, 300, 65535) && port.setBaudRate(921600));
+        std::atomic<bool> isOver{false};
+        std::thread talk([&] {
+            while (!isOver)
+                peer.sendNow(QByteArray(500, '\x55'));
+        });
+        QElapsedTimer clock;
+        clock.start();
+        QByteArray data(65535, 'x');
+        const bool ok = port.exchange(anyOpcode, data);
+        const qint64 ms = clock.elapsed();
+        isOver = true;
+        (void)port.exchange(anyOpcode, data = ""); // makes room for the last word
+        talk.join();
+        QVERIFY(!ok && port.isLinkFailed());
+        QVERIFY2(ms >= 1000 && ms < 5000, QByteArray::number(ms).constData());
+    }
+
+    void timeThatWasNotSeenDoesNotCount()
+    {
+        ScriptedPeer peer;
+        const pid_t host = fork();
+        if (host == 0) {
+            TSerialPort port;
+            QByteArray data;
+            _exit(openPort(port, peer, 300) && port.exchange(anyOpcode, data) && data == "abc" ? 0 : 1);
+        }
+        // The request is out, then all stands still for longer than the time-out.
+        peer.otherwise([host](const QByteArray&) {
+            kill(host, SIGSTOP);
+            QThread::msleep(700);
+            kill(host, SIGCONT);
+            QThread::msleep(100);
+            return good;
+        });
+        peer.start();
+        int status = -1;
+        QCOMPARE(waitpid(host, &status, 0), host);
+        QVERIFY(WIFEXITED(status) && WEXITSTATUS(status) == 0);
     }
 
     void oldBytesAreDropped()
@@ -183,7 +247,7 @@ private slots:
         TSerialPort port;
         QByteArray data(65536, 'x');
         for (const bool open : {false, true}) {
-            QCOMPARE(open && openPort(port, peer, 5000, 65535), open);
+            QCOMPARE(open && openPort(port, peer, 10000, 65535), open);
             QVERIFY(!port.exchange(anyOpcode, data) && port.isLinkFailed());
             QCOMPARE(port.errorString(), brokenText);
             QCOMPARE(data.size(), 65536);
@@ -214,6 +278,25 @@ private slots:
         QCOMPARE(port.errorString(), QString("text 393"));
         QVERIFY(!port.open(dir.path(), QIODevice::ReadWrite));
         QVERIFY(!port.errorString().isEmpty() && port.errorString() != QString("text 393"));
+
+        // One terminal under two names: for this process, and for other programs by the system's lock.
+        const ScriptedPeer peer;
+        QVERIFY(QFile::link(peer.path(), dir.file("link")));
+        for (const QString& name : {peer.path(), dir.file("link"), peer.path().mid(5)}) {
+            TSerialPort holder;
+            holder.setUser("A");
+            QVERIFY(holder.open(dir.file("link"), QIODevice::ReadWrite));
+            QVERIFY(!port.open(name, QIODevice::ReadWrite));
+            QCOMPARE(port.errorString(), QString("text 476 A"));
+            holder.close();
+            QSerialPort foreign(peer.path());
+            QVERIFY(foreign.open(QIODevice::ReadWrite));
+            QVERIFY(!port.open(name, QIODevice::ReadWrite));
+            QVERIFY2(port.errorString().startsWith("text 477 "), qPrintable(port.errorString()));
+            foreign.close();
+            QVERIFY(port.open(name, QIODevice::ReadWrite));
+            port.close();
+        }
         const QHash<QString, QString> names{
             {"ttyUSB0 (Maker Chip (rev 2))", "ttyUSB0"}, {"./sim", "./sim"}, {"(odd)", "(odd)"}};
         for (auto it = names.begin(); it != names.end(); ++it)

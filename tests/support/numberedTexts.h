@@ -10,7 +10,7 @@ inline void loadNumberedTexts(const QByteArray& prefix, const QList<int>& withPl
 {
     const TestDir dir(TestDir::Empty);
     QByteArray lines;
-    for (int id = 0; id < 430; ++id)
+    for (int id = 0; id < 600; ++id)
         lines += prefix + QByteArray::number(id) + (withPlace.contains(id) ? " %1\n" : "\n");
     lang().load(dir.write(QStringLiteral("numbers.lng"), lines));
 }
