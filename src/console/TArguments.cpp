@@ -44,7 +44,7 @@ void addOptions(QCommandLineParser& parser, Word word)
     const QString value = QStringLiteral("value");
     parser.addOption({QStringList{QStringLiteral("c"), QStringLiteral("config")}, {}, value});
     parser.addOption(QCommandLineOption(QStringLiteral("port"), {}, value));
-    for (const char* flag : {"events", "save", "resume"})
+    for (const char* flag : {"events", "save", "resume", "hex-linear"})
         parser.addOption(QCommandLineOption(QLatin1String(flag)));
 }
 
@@ -68,6 +68,7 @@ void readRun(const QCommandLineParser& parser, TArguments& arguments)
     arguments.events = parser.isSet(QStringLiteral("events"));
     arguments.save = parser.isSet(QStringLiteral("save"));
     arguments.resume = parser.isSet(QStringLiteral("resume"));
+    arguments.hexLinear = parser.isSet(QStringLiteral("hex-linear"));
     if (readPorts(parser.values(QStringLiteral("port")), arguments))
         arguments.project = takeArgument(parser, QStringLiteral("PROJECT"), arguments);
 }
@@ -158,6 +159,8 @@ QString TArguments::help()
                           "      --events               one JSON object a line in place of the log\n"
                           "      --save                 writes the project if the runs changed it\n"
                           "      --resume               goes on at once at every pause\n"
+                          "      --hex-linear           extended addresses of written HEX files as type\n"
+                          "                             04, which every tool reads\n"
                           "  check [--json] PROJECT     prints every command and whether it is valid\n"
                           "  list WHAT                  chips, families, programmers, checksums or ports\n"
                           "  lint [FOLDER]              says what is wrong or doubtful in a folder of chip\n"

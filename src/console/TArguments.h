@@ -21,6 +21,7 @@ struct TArguments
     bool events = false;
     bool save = false;
     bool resume = false;
+    bool hexLinear = false; ///< run: the setting HexLinear, for this run
     bool json = false;
     QString what;   ///< list: one of listWords()
     QString folder; ///< lint: absolute path; empty for the folder of the settings

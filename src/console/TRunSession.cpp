@@ -38,6 +38,8 @@ int TRunSession::run()
         return exitUsage;
     m_interrupt = std::make_unique<TInterrupt>();
     connect(m_interrupt.get(), &TInterrupt::signalInterrupted, this, &TRunSession::interrupted);
+    if (m_arguments.hexLinear)
+        appData().HexLinear = true;
     QMetaObject::invokeMethod(
         this, [this] { startAll(); }, Qt::QueuedConnection);
     QCoreApplication::exec();

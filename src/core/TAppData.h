@@ -40,6 +40,7 @@ public:
     int CfgOrientation = 0;
     bool AutoSavePrj = false;
     bool OpenLastPrj = false;
+    bool HexLinear = false; ///< a run that writes HEX files asks hexLinear()
     QString SelectPrjListFile = QStringLiteral("vm.lpl");
     QString PrjListName;
     QString PrjListFile;

@@ -56,6 +56,13 @@ QString devicesFolder()
     return folder;
 }
 
+bool hexLinear()
+{
+    bool linear = false;
+    theProject.locked([&linear] { linear = theAppData.HexLinear; });
+    return linear;
+}
+
 QString langText(int id)
 {
     return theLang.text(id);

@@ -30,5 +30,8 @@ TDeviceList& deviceList();
 /// project.
 QString devicesFolder();
 
+/// Written HEX files have extended addresses of type 04 only. Any thread, as above.
+bool hexLinear();
+
 /// Text id of the language table, "?????" past its end. Any thread.
 QString langText(int id);

@@ -21,6 +21,7 @@ const std::vector<SettingsRow>& settingsRows()
         {"Main/CfgOrientation", &TAppData::CfgOrientation, Written::App},
         {"Main/AutoSavePrj", &TAppData::AutoSavePrj, Written::App},
         {"Main/OpenLastPrj", &TAppData::OpenLastPrj, Written::App},
+        {"Main/HexLinear", &TAppData::HexLinear, Written::App},
         {"Main/SelectPrjListFile", &TAppData::SelectPrjListFile, Written::App},
         {"Main/PrjListName", &TAppData::PrjListName, Written::App},
         {"Main/PrjListFile", &TAppData::PrjListFile, Written::App},

@@ -21,7 +21,8 @@ const std::vector<TSetupGroup>& mainGroups()
           {Kind::Folder, 222, &TAppData::PathLanguage},
           {Kind::Folder, 223, &TAppData::PathProjects},
           {Kind::Folder, 224, &TAppData::PathDevices},
-          {Kind::Folder, 225, &TAppData::PathProgs}}},
+          {Kind::Folder, 225, &TAppData::PathProgs},
+          {Kind::Check, 459, &TAppData::HexLinear}}},
     };
     return groups;
 }
