@@ -9,6 +9,7 @@
 #include <QStandardPaths>
 
 #ifdef Q_OS_UNIX
+#include <cerrno>
 #include <unistd.h>
 #endif
 
@@ -88,16 +89,6 @@ bool failWith(const QFileDevice& device, QString& error)
     return false;
 }
 
-/// What is on its way to the disk when the rename is reached would be lost with the power.
-bool flushToDisk(QFileDevice& device)
-{
-#ifdef Q_OS_UNIX
-    return device.flush() && ::fsync(device.handle()) == 0;
-#else
-    return device.flush();
-#endif
-}
-
 /// For a folder that takes no second file. The old content comes back when the new one does not fit.
 bool writeInPlace(const QString& file, const QByteArray& bytes, QString& error)
 {
@@ -130,8 +121,21 @@ bool writeFileSafely(const QString& file, const QByteArray& bytes, QString& erro
     if (info.exists() && (!info.isFile() || !takesSecondFile))
         return writeInPlace(target, bytes, error);
     QSaveFile device(target);
-    if (!device.open(QIODevice::WriteOnly) || device.write(bytes) != bytes.size() || !flushToDisk(device) ||
-        !device.commit())
+    if (!device.open(QIODevice::WriteOnly) || device.write(bytes) != bytes.size())
         return failWith(device, error);
-    return true;
+    return putInPlace(device, error);
+}
+
+bool putInPlace(QSaveFile& device, QString& error)
+{
+    if (!device.flush())
+        return failWith(device, error);
+#ifdef Q_OS_UNIX
+    // What is on its way to the disk when the rename is reached would be lost with the power.
+    if (::fsync(device.handle()) != 0) {
+        error = qt_error_string(errno);
+        return false;
+    }
+#endif
+    return device.commit() || failWith(device, error);
 }

@@ -3,6 +3,8 @@
 #include <QIcon>
 #include <QString>
 
+class QSaveFile;
+
 // Paths, texts and the diagnostic log. Any thread, but iconPath: main thread.
 
 /// Identity of the program.
@@ -44,3 +46,6 @@ QString desktopDir();
 /// symbolic link stays one and its target is written; permissions stay. Where the folder takes no second
 /// file it is written in place. False with the reason in error.
 [[nodiscard]] bool writeFileSafely(const QString& file, const QByteArray& bytes, QString& error);
+/// The last step of a file written beside its target: what was written goes to the disk and then takes the
+/// target's place. False with the reason in error; the target is then as it was.
+[[nodiscard]] bool putInPlace(QSaveFile& device, QString& error);

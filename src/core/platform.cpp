@@ -8,7 +8,11 @@
 #include <QUrl>
 
 #ifdef Q_OS_UNIX
+#include <cerrno>
 #include <climits>
+#include <csignal>
+#include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #endif
@@ -61,6 +65,53 @@ bool isPipe(const QString& path)
 #else
     Q_UNUSED(path)
     return false;
+#endif
+}
+
+bool isWrittenInPlace(const QString& path)
+{
+    QFileInfo info(path);
+    if (info.exists() && !info.isFile())
+        return true;
+#ifdef Q_OS_UNIX
+    // Such a link leads to the file by name, but whoever opened it would go on writing into the old one.
+    constexpr int mostLinks = 40;
+    for (int i = 0; i < mostLinks && info.isSymLink(); ++i) {
+        const QString link = info.absoluteFilePath();
+        if (link.startsWith(QLatin1String("/dev/")) || link.startsWith(QLatin1String("/proc/")))
+            return true;
+        info.setFile(info.symLinkTarget());
+    }
+#endif
+    return false;
+}
+
+int openPipe(const QString& path, QString& reason)
+{
+#ifdef Q_OS_UNIX
+    signal(SIGPIPE, SIG_IGN);
+    const int descriptor = open(QFile::encodeName(path).constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor >= 0 && fcntl(descriptor, F_SETFL, 0) == 0)
+        return descriptor;
+    reason = errno == ENXIO ? QStringLiteral("Nobody reads the pipe") : qt_error_string(errno);
+    if (descriptor >= 0)
+        close(descriptor);
+#else
+    Q_UNUSED(path)
+    reason = QStringLiteral("Is a pipe");
+#endif
+    return -1;
+}
+
+bool awaitPipe(int descriptor, int ms)
+{
+#ifdef Q_OS_UNIX
+    pollfd pipe{descriptor, POLLOUT, 0};
+    return poll(&pipe, 1, ms) != 0;
+#else
+    Q_UNUSED(descriptor)
+    Q_UNUSED(ms)
+    return true;
 #endif
 }
 

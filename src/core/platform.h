@@ -14,5 +14,14 @@ bool showFolder(const QString& folder);
 
 /// The path names a pipe or socket: opening it may wait for its other end without a limit.
 bool isPipe(const QString& path);
+/// The path names something that is written where it stands, since no new file can take its place: a
+/// device, a pipe, a folder, or what a process has open, by the system's link to it.
+bool isWrittenInPlace(const QString& path);
+/// Opens a pipe for writing without waiting for a reader; one that goes away later is an error of the
+/// write. A descriptor that the caller closes, or -1 with the reason in reason.
+int openPipe(const QString& path, QString& reason);
+/// Waits, at most that many milliseconds, until the pipe takes 4096 bytes without waiting, or has an error to
+/// tell. False when the time is over.
+bool awaitPipe(int descriptor, int ms);
 
 } // namespace platform

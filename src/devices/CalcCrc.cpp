@@ -32,13 +32,13 @@ qint64 lastOfRange(qint64 addr, const TData& data)
 
 CalcCrc::CalcCrc(const TData& data)
     : m_name(param(data, key::crc_name).toString())
+    , m_file(param(data, key::file).toString())
     , m_addr(param(data, key::addr).toLongLong())
     , m_last(lastOfRange(m_addr, data))
     , m_fill(static_cast<char>(param(data, key::fill).toInt()))
     , m_pos(m_addr)
-    , m_format(param(data, key::format).toString().toLower(),
-               absFile(project().workPath(), param(data, key::file).toString()), m_addr, m_addr, m_last,
-               readBlock)
+    , m_format(param(data, key::format).toString().toLower(), absFile(project().workPath(), m_file), m_addr,
+               m_addr, m_last, readBlock)
 {
 }
 
@@ -90,13 +90,35 @@ bool CalcCrc::run(const Report& report)
         }
         if (data.isEmpty())
             addr = m_last + 1; // the file has no more: the rest of the range is a gap
-        if (takeFill(addr - m_pos, report))
-            break;
         // The last record of a HEX file may go beyond the range.
-        if (take(data.constData(), qMin<qint64>(data.size(), m_last - addr + 1), report))
-            break;
+        const qint64 n = qMin<qint64>(data.size(), m_last - addr + 1);
+        m_isStopped = takeFill(addr - m_pos, report) || take(data.constData(), n, report);
+        if (m_isStopped)
+            return true;
+        m_tally.take(addr, n);
+        m_tally.leave(data.size() - n);
     }
+    return readRest();
+}
+
+bool CalcCrc::readRest()
+{
+    QByteArray data;
+    do {
+        qint64 addr = m_last + 1;
+        if (!m_format.read(addr, data)) {
+            m_errorText = m_format.errorText();
+            return false;
+        }
+        m_tally.leave(data.size());
+    } while (!data.isEmpty());
+    m_tally.leave(m_format.leftOut());
     return true;
+}
+
+QString CalcCrc::remark() const
+{
+    return m_isStopped ? QString() : m_tally.remark(m_file);
 }
 
 QString CalcCrc::resultText()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/types.h"
+#include "devices/TFileTally.h"
 #include "formats/TFormat.h"
 
 #include <functional>
@@ -27,6 +28,8 @@ public:
     [[nodiscard]] bool run(const Report& report);
     /// "name: checksum" of what has been taken, also after a failure or a stop. Call it once, last.
     QString resultText();
+    /// What of the file the range does not cover, for the log; empty when there is nothing to tell.
+    QString remark() const;
     /// False when the file cannot be closed.
     [[nodiscard]] bool close();
 
@@ -36,13 +39,18 @@ private:
     /// Both take n bytes from the position on; true when the run has to end.
     bool take(const char* bytes, qint64 n, const Report& report);
     bool takeFill(qint64 n, const Report& report);
+    /// Reads what the file has behind the range.
+    bool readRest();
 
     const QString m_name;
+    const QString m_file; ///< as the command names it
     const qint64 m_addr;
     const qint64 m_last;
     const char m_fill;
     qint64 m_pos;
     TFormat m_format;
+    TFileTally m_tally;
+    bool m_isStopped = false;
     std::unique_ptr<ICRC> m_crc;
     QByteArray m_padding; ///< one block of fill bytes, made when it is needed
     QString m_errorText;

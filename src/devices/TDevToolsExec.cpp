@@ -294,5 +294,10 @@ bool TDevToolsExec::runCalcCrc(Run&)
     TProgress progress;
     const bool good = calc.run([&](qint64 pos, qint64 last) { return reportProgress(progress, pos, last); });
     emit signalEventText(ceResult, calc.resultText());
-    return good ? calc.close() : fail(calc.errorText());
+    if (!good)
+        return fail(calc.errorText());
+    const QString remark = calc.remark();
+    if (!remark.isEmpty())
+        emit signalEventText(ceWork, remark);
+    return calc.close();
 }

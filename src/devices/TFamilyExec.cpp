@@ -6,6 +6,7 @@
 #include "core/globals.h"
 #include "core/helpers.h"
 #include "core/keys.h"
+#include "devices/TFileTally.h"
 #include "devices/signatureName.h"
 #include "formats/TFormat.h"
 #include "link/TProg.h"
@@ -23,7 +24,9 @@ constexpr quint8 opSetClock = 2;
 constexpr quint8 erasedByte = 0xFF;
 constexpr int textMissingSize = 424;
 constexpr int textOutside = 425;
-constexpr int textNoFileData = 427;
+constexpr int textNotReplaced = 453;
+constexpr int textHoldsPart = 454;
+constexpr int textSegments = 455;
 
 /// base + offset, held at the largest number: addresses of a hand-edited project may be anything.
 qint64 addHeld(qint64 base, qint64 offset)
@@ -324,11 +327,6 @@ TFamilyExec::FileRange::FileRange(const TData& data)
     execFile(data, fileAddr, first, last, path, format);
 }
 
-qint64 TFamilyExec::FileRange::lastWanted() const
-{
-    return qMax(last, addHeld(fileAddr, last - first));
-}
-
 bool TFamilyExec::runFile(const TMemory& memory, Action action)
 {
     switch (action) {
@@ -353,18 +351,41 @@ bool TFamilyExec::readFile(const TMemory& memory)
     if (range.first < 0)
         return failOutside();
     TFormat file(range.format, range.path, range.fileAddr, range.first, range.last, memory.reads.chunk);
-    bool isOpen = false;
-    const auto open = [&] { return isOpen || (isOpen = file.open(1)) || fail(file.errorText()); };
+    if (!file.open(1))
+        return fail(file.errorText());
     TProgress progress;
+    qint64 next = range.first;
     const Piece use = [&](qint64 addr, qint64 n) {
         QByteArray read;
-        // Opening empties an older file: only once the chip has answered.
-        if (!readPiece(memory, addr, n, read) || !open())
+        if (!readPiece(memory, addr, n, read))
             return false;
+        next = addr + n;
         return file.write(addHeld(range.fileAddr, addr - range.first), read) || fail(file.errorText());
     };
     const Loop loop = forPieces(memory.reads, range.first, range.last, progress, range.last, use);
-    return loop != Loop::Failed && open() && (file.close() || fail());
+    return closeRead(file, range, next, loop);
+}
+
+bool TFamilyExec::closeRead(TFormat& file, const FileRange& range, qint64 next, Loop loop)
+{
+    // A stop behind the last piece comes too late to leave anything out.
+    const bool isWhole = loop != Loop::Failed && next > range.last;
+    bool good = loop != Loop::Failed;
+    if (isWhole || (good && !file.isReplacing()))
+        good = file.close() || fail(file.errorText());
+    if (!isWhole || !good) {
+        const bool isUntouched = file.isReplacing() || next == range.first;
+        tell(langText(isUntouched ? textNotReplaced : textHoldsPart).arg(param(key::file).toString()));
+    } else if (file.hasSegments()) {
+        tell(langText(textSegments));
+    }
+    return good;
+}
+
+void TFamilyExec::tell(const QString& remark)
+{
+    if (!remark.isEmpty())
+        emit signalEventText(ceWork, remark);
 }
 
 bool TFamilyExec::fileToChip(const TMemory& memory, const TPieces& pieces, qint64 lastAllowed, RangeLoop work)
@@ -377,9 +398,9 @@ bool TFamilyExec::fileToChip(const TMemory& memory, const TPieces& pieces, qint6
         return fail(file.errorText());
 
     const qint64 firstAllowed = qMax<qint64>(memory.region.begin, 0);
-    const qint64 lastUsed = qMin(lastAllowed, range.lastWanted());
+    const qint64 lastUsed = qMin(lastAllowed, file.lastWanted());
     TProgress progress;
-    bool gotData = false;
+    TFileTally tally;
     Loop loop = Loop::Done;
     for (qint64 addr = range.first; loop == Loop::Done;) {
         QByteArray bytes;
@@ -387,19 +408,22 @@ bool TFamilyExec::fileToChip(const TMemory& memory, const TPieces& pieces, qint6
             return fail(file.errorText());
         if (bytes.isEmpty())
             break;
-        gotData = true;
-        if (addr < firstAllowed || addr > lastAllowed)
+        // What lies behind the range is left out, on a chip that ends there too. In the range that the
+        // command names on the chip, and as the first that comes, it is a mistake.
+        const bool isBehindChip = addr > lastAllowed && addr <= file.lastWanted();
+        if (addr < firstAllowed || (isBehindChip && (addr <= range.last || !tally.hasTaken())))
             return failOutside();
-        if (addr > lastUsed)
-            break;
-        const auto n = int(qMin<qint64>(bytes.size(), lastUsed - addr + 1));
+        const auto n = int(qBound<qint64>(0, lastUsed - addr + 1, bytes.size()));
         const Bytes part = [&](qint64 from, qint64 count) { return bytes.mid(int(from - addr), int(count)); };
         loop = (this->*work)(memory, addr, addr + n - 1, progress, range.last, part);
+        tally.take(addr, n);
+        tally.leave(bytes.size() - n);
         addr += bytes.size();
     }
     if (loop == Loop::Failed)
         return false;
-    if (!gotData)
-        emit signalEventText(ceWork, langText(textNoFileData).arg(param(key::file).toString()));
-    return file.close() || fail();
+    tally.leave(file.leftOut());
+    if (loop == Loop::Done)
+        tell(tally.remark(param(key::file).toString()));
+    return file.close() || fail(file.errorText());
 }

@@ -5,6 +5,7 @@
 #include "devices/TMemory.h"
 
 class IDevice;
+class TFormat;
 
 /// The executor side that all chip families share: the loops over ranges and files, and the commands
 /// that are the same everywhere. A family gives its memories, its way to read a signature and the
@@ -84,9 +85,6 @@ private:
     struct FileRange
     {
         explicit FileRange(const TData& data);
-        /// A record of a file is handed out whole, also where it runs over the end of the range: the last
-        /// address that the command wants. A format that holds addresses of its own counts in the file's.
-        qint64 lastWanted() const;
 
         qint64 fileAddr = 0;
         qint64 first = 0;
@@ -104,6 +102,9 @@ private:
     [[nodiscard]] bool ident();
     [[nodiscard]] bool readData(const TMemory& memory, qint64 first, qint64 last, const QString& pattern);
     [[nodiscard]] bool readFile(const TMemory& memory);
+    /// Closes the file of a range that was read up to next, or says in what state the file is left.
+    [[nodiscard]] bool closeRead(TFormat& file, const FileRange& range, qint64 next, Loop loop);
+    void tell(const QString& remark);
     /// Writes or verifies what the file gives; nothing behind lastAllowed.
     [[nodiscard]] bool fileToChip(const TMemory& memory, const TPieces& pieces, qint64 lastAllowed,
                                   RangeLoop work);

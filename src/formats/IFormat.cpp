@@ -1,6 +1,17 @@
 #include "formats/IFormat.h"
 
+#include "core/globals.h"
+#include "core/helpers.h"
 #include "core/platform.h"
+
+namespace {
+
+constexpr int textDiskFull = 457;
+/// What a pipe takes at once when it takes anything.
+constexpr qint64 pipeBlock = 4096;
+constexpr int pipeWait = 30000; // ms
+
+} // namespace
 
 IFormat::IFormat(const QString& file)
     : m_file(file)
@@ -17,7 +28,8 @@ bool IFormat::fail(const QString& reason)
 
 bool IFormat::failDevice()
 {
-    return fail(m_file.errorString());
+    const QString reason = m_out->errorString();
+    return fail(m_out->error() == QFileDevice::ResourceError ? langText(textDiskFull).arg(reason) : reason);
 }
 
 bool IFormat::openFile(QIODevice::OpenMode how, QString& reason)
@@ -30,4 +42,58 @@ bool IFormat::openFile(QIODevice::OpenMode how, QString& reason)
         return true;
     reason = m_file.errorString();
     return false;
+}
+
+bool IFormat::openPipe(QString& reason)
+{
+    const int descriptor = platform::openPipe(m_file.fileName(), reason);
+    m_isPipe = descriptor >= 0;
+    return m_isPipe && m_file.open(descriptor, QIODevice::WriteOnly | QIODevice::Unbuffered,
+                                   QFileDevice::AutoCloseHandle);
+}
+
+bool IFormat::openNew(QString& reason)
+{
+    const QString path = m_file.fileName();
+    if (platform::isPipe(path))
+        return openPipe(reason);
+    if (!platform::isWrittenInPlace(path)) {
+        m_newFile.setFileName(path);
+        m_out = &m_newFile;
+    }
+    // Unbuffered: whole pieces come, and a full disk shows at the piece that no longer fits.
+    if (m_out->open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        return true;
+    reason = m_out->errorString();
+    return false;
+}
+
+bool IFormat::put(const QByteArray& bytes)
+{
+    // A disk that becomes full takes a part, and tells the reason only with the next one.
+    for (qint64 done = 0; done < bytes.size();) {
+        qint64 most = bytes.size() - done;
+        if (m_isPipe) {
+            if (!platform::awaitPipe(m_out->handle(), pipeWait))
+                return fail(QStringLiteral("Nobody reads the pipe"));
+            most = qMin(most, pipeBlock);
+        }
+        const qint64 n = m_out->write(bytes.constData() + done, most);
+        if (n <= 0)
+            return failDevice();
+        done += n;
+    }
+    return true;
+}
+
+bool IFormat::finish()
+{
+    if (!m_out->isOpen())
+        return false;
+    if (isReplacing()) {
+        QString reason;
+        return putInPlace(m_newFile, reason) || fail(reason);
+    }
+    m_file.close();
+    return m_file.error() == QFileDevice::NoError || failDevice();
 }

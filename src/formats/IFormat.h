@@ -2,10 +2,12 @@
 
 #include <QByteArray>
 #include <QFile>
+#include <QSaveFile>
 #include <QString>
 
 /// Reader and writer of one kind of data file. One object serves one run on one thread: built with the
-/// run's addresses, opened once, closed once. The destructor closes a file that is still open.
+/// run's addresses, opened once, closed once. The destructor closes a file that is still open and throws a
+/// new one away that has not been closed.
 class IFormat
 {
 public:
@@ -25,6 +27,14 @@ public:
     [[nodiscard]] virtual bool read(qint64& addr, QByteArray& data) = 0;
     [[nodiscard]] virtual bool close() = 0;
 
+    /// Last address of the range in reading; read may hand out a few bytes behind it.
+    virtual qint64 lastWanted() const = 0;
+    /// Bytes of the file that read has not handed out, once it has given empty data.
+    virtual qint64 leftOut() const = 0;
+    /// Address records of type 02 were written.
+    virtual bool hasSegments() const { return false; }
+    /// What is being written is a new file beside the old one, which close puts in its place.
+    bool isReplacing() const { return m_out == &m_newFile; }
     /// Reason of the last failure.
     QString errorText() const { return m_errorText; }
 
@@ -35,7 +45,21 @@ protected:
     /// Opens the file, but no pipe: that would wait for its other end without a limit. False with the reason
     /// in reason.
     bool openFile(QIODevice::OpenMode how, QString& reason);
+    /// Opens for a new content: a file beside the target or, where there can be none, what the name stands
+    /// for. False with the reason in reason.
+    bool openNew(QString& reason);
+    /// Writes all of the bytes, or stores the reason.
+    bool put(const QByteArray& bytes);
+    /// Ends writing; a new file takes its place.
+    bool finish();
 
     QFile m_file;
+    QSaveFile m_newFile;
+    QFileDevice* m_out = &m_file; ///< the one of the two that is open
+
+private:
+    bool openPipe(QString& reason);
+
+    bool m_isPipe = false;
     QString m_errorText;
 };

@@ -48,6 +48,26 @@ QString TFormat::errorText() const
     return m_format->errorText();
 }
 
+qint64 TFormat::lastWanted() const
+{
+    return m_format->lastWanted();
+}
+
+qint64 TFormat::leftOut() const
+{
+    return m_format->leftOut();
+}
+
+bool TFormat::hasSegments() const
+{
+    return m_format->hasSegments();
+}
+
+bool TFormat::isReplacing() const
+{
+    return m_format->isReplacing();
+}
+
 QString TFormat::fileFilter()
 {
     return QStringLiteral("*.bin *.hex");

@@ -27,9 +27,20 @@ public:
     /// addr is the wanted address on entry and that of the first byte of data on return. Success with
     /// empty data is the end of the run.
     [[nodiscard]] bool read(qint64& addr, QByteArray& data);
-    /// The file is complete only when this has returned true.
+    /// The file is complete only when this has returned true; a new one takes the place of the old one here,
+    /// and without this call not at all.
     [[nodiscard]] bool close();
     QString errorText() const;
+
+    /// Last address that a run of reading wants: the range's end as the device or the file counts it. A
+    /// record that begins below it is handed out whole.
+    qint64 lastWanted() const;
+    /// Bytes of the file that were not handed out, when read has come to the end.
+    qint64 leftOut() const;
+    /// A HEX file was written with address records that other programs read differently.
+    bool hasSegments() const;
+    /// What is written is a new file, not a device, a pipe or a part of the old file.
+    bool isReplacing() const;
 
     static QString fileFilter();
     static QStringList formatList();

@@ -3,6 +3,12 @@
 #include "core/globals.h"
 #include "formats/chunkSize.h"
 
+namespace {
+
+constexpr int textNoSeek = 458;
+
+} // namespace
+
 TFormatBIN::TFormatBIN(const QString& format, const QString& file, qint64 addrFile, qint64 addrDevice,
                        qint64 addrEnd, qint64 chunk)
     : IFormat(file)
@@ -17,29 +23,40 @@ TFormatBIN::TFormatBIN(const QString& format, const QString& file, qint64 addrFi
 
 bool TFormatBIN::open(int mode)
 {
-    QIODevice::OpenMode how = QIODevice::ReadOnly;
+    QString reason;
+    bool good = false;
     if (mode == Write) {
-        how = m_format == QLatin1String("bin+") ? QIODevice::ReadWrite : QIODevice::WriteOnly;
+        good = m_format == QLatin1String("bin+")
+                   ? openFile(QIODevice::ReadWrite | QIODevice::Unbuffered, reason)
+                   : openNew(reason);
     } else {
         if (!m_file.exists())
             return fail(langText(417).arg(QString()));
         if (m_addrFile > m_file.size())
             return fail(langText(418));
+        good = openFile(QIODevice::ReadOnly, reason);
     }
-    QString reason;
-    return openFile(how, reason) || fail(langText(419).arg(reason));
+    return good || fail(langText(419).arg(reason));
 }
 
 bool TFormatBIN::seekTo(qint64 place)
 {
     // Runs are sequential: without the test every small piece would cost a system call for nothing.
-    return m_file.pos() == place || m_file.seek(place);
+    if (m_place == place)
+        return true;
+    if (m_out->isSequential())
+        return fail(langText(textNoSeek));
+    if (!m_out->seek(place))
+        return failDevice();
+    m_place = place;
+    return true;
 }
 
 bool TFormatBIN::write(qint64 addr, const QByteArray& data)
 {
-    if (!seekTo(addr) || m_file.write(data) != data.size())
-        return failDevice();
+    if (!seekTo(addr) || !put(data))
+        return false;
+    m_place += data.size();
     return true;
 }
 
@@ -53,21 +70,25 @@ bool TFormatBIN::read(qint64& addr, QByteArray& data)
     if (n == 0)
         return true;
     if (!seekTo(m_curFile))
-        return failDevice();
+        return false;
     m_curDevice += n;
     m_curFile += n;
     data.resize(static_cast<int>(n));
     const qint64 got = m_file.read(data.data(), n);
     data.resize(static_cast<int>(qMax<qint64>(got, 0)));
+    m_place += data.size();
+    m_taken += data.size();
     // A short file ends the run; a device that cannot be read must not look like one.
     return got >= 0 || failDevice();
 }
 
+qint64 TFormatBIN::leftOut() const
+{
+    // A device has no size.
+    return qMax<qint64>(m_file.size() - m_taken, 0);
+}
+
 bool TFormatBIN::close()
 {
-    if (!m_file.isOpen())
-        return false;
-    const bool good = m_file.flush() || failDevice();
-    m_file.close();
-    return good;
+    return finish();
 }

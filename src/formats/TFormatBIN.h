@@ -15,6 +15,8 @@ public:
     /// Leaves addr as it is. The bytes come from the file one after the other, beginning at addr_file.
     [[nodiscard]] bool read(qint64& addr, QByteArray& data) override;
     [[nodiscard]] bool close() override;
+    qint64 lastWanted() const override { return m_addrEnd; }
+    qint64 leftOut() const override;
 
 private:
     bool seekTo(qint64 place);
@@ -25,4 +27,6 @@ private:
     const qint64 m_chunk;
     qint64 m_curFile;
     qint64 m_curDevice;
+    qint64 m_place = 0; ///< where the file stands, which a device or pipe does not tell
+    qint64 m_taken = 0; ///< bytes handed out
 };

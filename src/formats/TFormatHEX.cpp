@@ -6,6 +6,7 @@
 
 namespace {
 
+constexpr int textPlace = 456;
 constexpr qint64 recordSize = 16;
 constexpr qint64 bankSize = 0x10000; // what the offset of one record can reach
 constexpr qint64 addressLimit = 0x100000000;
@@ -31,7 +32,8 @@ TFormatHEX::TFormatHEX(const QString& file, qint64 addrFile, qint64 addrDevice, 
     : IFormat(file)
     , m_addrFile(addrFile)
     , m_addrDevice(addrDevice)
-    , m_lastAddr(lastFileAddr(addrFile, addrDevice, addrEnd))
+    , m_lastWritten(lastFileAddr(addrFile, addrDevice, addrEnd))
+    , m_lastWanted(qMax(addrEnd, m_lastWritten))
     , m_chunk(chunk)
     , m_curAddr(addrFile)
     , m_reached(addrDevice)
@@ -62,18 +64,23 @@ bool TFormatHEX::openRead()
 
 bool TFormatHEX::openWrite()
 {
-    if (m_lastAddr > 0xFFFFF)
+    if (m_lastWritten > 0xFFFFF || (m_lastWritten > 0xFFFF && hexLinear()))
         m_extType = THexRecord::LinearAddress;
-    else if (m_lastAddr > 0xFFFF)
+    else if (m_lastWritten > 0xFFFF)
         m_extType = THexRecord::SegmentAddress;
     QString reason;
-    if (!openFile(QIODevice::WriteOnly, reason))
+    if (!openNew(reason))
         return fail(langText(417).arg(reason));
     if (m_extType == 0)
         return true;
     QByteArray out;
     appendAddress(out);
-    return writeOut(out);
+    return put(out);
+}
+
+bool TFormatHEX::hasSegments() const
+{
+    return m_extType == THexRecord::SegmentAddress;
 }
 
 void TFormatHEX::appendAddress(QByteArray& out)
@@ -108,11 +115,6 @@ void TFormatHEX::appendPending(QByteArray& out)
     m_pending.clear();
 }
 
-bool TFormatHEX::writeOut(const QByteArray& out)
-{
-    return m_file.write(out) == out.size() || failDevice();
-}
-
 bool TFormatHEX::write(qint64 addr, const QByteArray& data)
 {
     if (data.isEmpty())
@@ -124,21 +126,21 @@ bool TFormatHEX::write(qint64 addr, const QByteArray& data)
     appendPending(out);
     m_curAddr = addr;
     m_pending = data.mid(appendRecords(out, data, recordSize, recordSize));
-    return out.isEmpty() || writeOut(out);
+    return put(out);
 }
 
 bool TFormatHEX::close()
 {
-    if (m_mode != Write || !m_file.isOpen()) {
+    if (m_mode != Write) {
         m_file.close();
-        return m_mode != Write;
+        return true;
     }
+    if (!m_out->isOpen())
+        return false;
     QByteArray out;
     appendPending(out);
     THexRecord::append(out, THexRecord::End, 0, nullptr, 0);
-    const bool good = writeOut(out) && (m_file.flush() || failDevice());
-    m_file.close();
-    return good;
+    return put(out) && finish();
 }
 
 bool TFormatHEX::read(qint64& addr, QByteArray& data)
@@ -177,10 +179,15 @@ bool TFormatHEX::gather(qint64 want)
         if (result == TLineReader::AtEnd)
             return true;
         if (result == TLineReader::TooLong || !record.parse(line, length))
-            return fail(langText(420));
+            return failLine();
         step = takeRecord(record, want);
     }
-    return step != Wrong || fail(langText(420));
+    return step != Wrong || failLine();
+}
+
+bool TFormatHEX::failLine()
+{
+    return fail(langText(textPlace).arg(langText(420), m_file.fileName(), QString::number(m_lines.number())));
 }
 
 TFormatHEX::Step TFormatHEX::takeRecord(const THexRecord& record, qint64 want)
@@ -218,24 +225,31 @@ TFormatHEX::Step TFormatHEX::takeData(const THexRecord& record, qint64 want)
 {
     const qint64 addr = (static_cast<qint64>(m_upper) << 16) + record.offset();
     const qint64 end = addr + record.size();
-    if (addr > m_lastAddr)
-        return Stop;
     if (record.size() == 0)
         return Next;
+    if (addr > m_lastWanted)
+        return leave(record.size());
     if (!m_pending.isEmpty() && addr != m_reached)
         return putBack();
     if (end <= m_addrDevice)
-        return Next;
+        return leave(record.size());
     if (qMax(addr, m_addrDevice) < m_reached)
         return Wrong;
     const qint64 cut = m_pending.isEmpty() ? qMax<qint64>(want - addr, 0) : 0;
     if (cut >= record.size())
-        return Next;
+        return leave(record.size());
+    m_leftOut += cut;
     if (m_pending.isEmpty())
         m_curAddr = addr + cut;
     m_pending.append(reinterpret_cast<const char*>(record.data()) + cut,
                      static_cast<int>(record.size() - cut));
     m_reached = end;
+    return Next;
+}
+
+TFormatHEX::Step TFormatHEX::leave(int bytes)
+{
+    m_leftOut += bytes;
     return Next;
 }
 

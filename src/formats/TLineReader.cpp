@@ -43,6 +43,7 @@ TLineReader::Result TLineReader::next(const char*& line, int& length)
         return Failed;
     if (m_begin == m_end)
         return AtEnd;
+    ++m_number;
     line = m_block.constData() + m_begin;
     const int seen = qMin(m_end - m_begin, maxLine);
     const void* const feed = std::memchr(line, '\n', static_cast<size_t>(seen));
@@ -60,4 +61,5 @@ TLineReader::Result TLineReader::next(const char*& line, int& length)
 void TLineReader::putBack()
 {
     m_begin = m_last;
+    --m_number;
 }

@@ -22,12 +22,15 @@ public:
     Result next(const char*& line, int& length);
     /// The next call of next gives the last line again. May be called once after each line.
     void putBack();
+    /// Number of the line that next has given last, or could not give; the first one is 1.
+    int number() const { return m_number; }
 
 private:
     bool fill();
 
     QIODevice& m_device;
     QByteArray m_block;
+    int m_number = 0;
     int m_last = 0;  ///< where the last line begins in the block
     int m_begin = 0; ///< where the next line begins
     int m_end = 0;   ///< behind the last byte that was read

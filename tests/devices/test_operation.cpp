@@ -99,9 +99,9 @@ QByteArray hexRecords(int addr, const QByteArray& bytes)
 
 const QString smallFlash = "dev25 size=0x1000 erase=D8|1024 erase_blocks=20|512 ";
 
-// Changes of the chip | command | programs and reads that came to the chip | percents | error. Pages are of
-// 256 bytes; a frame that is no part of a page is cut there too, where the rest would wrap. A chip of 0x1008
-// bytes has no piece that ends with it by chance.
+// Changes of the chip | command | programs and reads that came to the chip | percents | error | remark. Pages
+// are of 256 bytes; a frame that is no part of a page is cut there too, where the rest would wrap. A chip of
+// 0x1008 bytes has no piece that ends with it by chance.
 const char pieces[] = R"(
 MAX_DATA=64 | char_write addr_device=4095 count=1 | W 4095+1 | 100 |
 MAX_DATA=128 | char_write addr_device=0 count=512 | W 0+128 W 128+128 W 256+128 W 384+128 | 25 50 75 100 |
@@ -114,9 +114,14 @@ MAX_DATA=64 | char_verify addr_device=0 count=1 | R 0+1 | 100 |
 MAX_DATA=64 | erase | | 0 25 50 75 |
 MAX_DATA=64 | erase_blocks size=512 begin=3 count=1 | | 0 |
 size=0x1008 | file_write file=gap count=4104 | W 16+8 W 2053+5 | 0 50 |
-size=0x1008 | file_write file=overTheEnd count=4112 | W 4096+8 | 99 |
+size=0x1008 | file_write file=overTheEnd count=4112 | W 4096+8 | 99 | | 8 1000 1007 8
 size=0x1008 | file_write file=behindTheEnd count=4105 | | | @425
-size=0x1008 | file_write file=overTheCount count=36 | W 32+4 | 100 |
+size=0x1008 | file_write file=overTheCount count=36 | W 32+4 | 100 | | 4 20 23 12
+size=0x1000 MAX_DATA=16 | file_write file=twice count=4096 | W 4088+8 | 100 | | 8 FF8 FFF 4104
+size=0x1000 MAX_DATA=16 | file_write file=twice count=4096 addr_file=4096 | W 4088+8 | 100 | | 8 FF8 FFF 4104
+size=0x1000 MAX_DATA=16 | file_write file=twice count=4097 | W 4088+8 | 100 | @425
+size=0x1000 | file_write file=two count=96 addr_device=128 | W 128+16 W 208+16 | 64 100 | | 32 80 DF 32
+size=0x1000 | file_verify format=BIN file=bytes addr_file=9 addr_device=32 count=4 | R 32+4 | 100 | | 4 20 23 96
 )";
 
 } // namespace
@@ -126,7 +131,7 @@ class TestOperation : public QObject
     Q_OBJECT
 
 private slots:
-    void cuts_data() { textRows(pieces, {"chip", "command", "pieces", "percents", "error"}); }
+    void cuts_data() { textRows(pieces, {"chip", "command", "pieces", "percents", "error", "remark"}); }
     void cuts()
     {
         QFETCH(QString, chip);
@@ -136,6 +141,12 @@ private slots:
         bench.dir().write("overTheEnd", hexRecords(0x1000, QByteArray(16, 0)) + hexEnd);
         bench.dir().write("behindTheEnd", hexRecords(0x1008, QByteArray(16, 0)) + hexEnd);
         bench.dir().write("overTheCount", hexRecords(0x20, QByteArray(16, 0)) + hexEnd);
+        const QByteArray line(16, char(0xFF));
+        bench.dir().write("bytes", line.repeated(7).left(100));
+        // Records over the chip's end and behind it; and a record above the range between two of it.
+        bench.dir().write("twice", hexRecords(0xFF8, line.repeated(257)) + hexEnd);
+        bench.dir().write("two", hexRecords(0x70, line.repeated(2)) + hexRecords(0xE0, line) +
+                                     hexRecords(0xD0, line) + hexEnd);
         Model flash(0x2000);
         const auto result = bench.runWith(command, chipOf(flash));
         QTEST(result.errorText, "error");
@@ -144,7 +155,8 @@ private slots:
         for (const int percent : result.percents)
             percents.append(QString::number(percent));
         QTEST(percents.join(' '), "percents");
-        QVERIFY(result.events.isEmpty());
+        QFETCH(QString, remark);
+        QCOMPARE(result.events, remark.isEmpty() ? QStringList() : QStringList("3:@452 " + remark));
     }
 
     void fileRoundTrip_data()
@@ -184,7 +196,7 @@ private slots:
         QCOMPARE(run("verify", "in", "BIN"), QString("ok"));
         QCOMPARE(run("read", "out", "BIN"), QString("ok"));
         QCOMPARE(bench.dir().read("out"), content);
-        QCOMPARE(run("read", "out.hex", "HEX"), QString("ok"));
+        QCOMPARE(run("read", "out.hex", "HEX"), QString(addr + count > 0x10000 ? "ok3:@455" : "ok"));
         QCOMPARE(run("verify", "out.hex", "HEX"), QString("ok"));
         model.memory.fill(char(0xFF));
         QCOMPARE(run("write", "out.hex", "HEX"), QString("ok"));
@@ -215,18 +227,48 @@ private slots:
         DeviceBench bench(smallFlash + "MAX_DATA=256");
         Model flash(0x1000);
         flash.memory = pattern(0x1000);
-        bench.onPercent = [](IDeviceExec& exec, int percent) {
+        const PercentHook stop = [](IDeviceExec& exec, int percent) {
             if (percent >= 50)
                 exec.slotStop();
         };
+        bench.onPercent = stop;
         const QByteArray half = flash.memory.left(0x800);
-        QVERIFY(bench.runWith("file_read file=out", chipOf(flash)).ok);
-        QCOMPARE(bench.dir().read("out"), hexRecords(0, half) + hexEnd);
-        QVERIFY(bench.runWith("file_read format=BIN file=out", chipOf(flash)).ok);
-        QCOMPARE(bench.dir().read("out"), half);
+        const auto read = [&](const QString& format, const QByteArray& after, const QString& event) {
+            bench.dir().write("out", "old");
+            const auto result = bench.runWith("file_read file=out format=" + format, chipOf(flash));
+            QVERIFY(result.ok);
+            compareRow(format, bench.dir().read("out"), after);
+            compareRow(format, result.events, QStringList(event));
+        };
+        read("HEX", "old", "3:@453 out");
+        read("BIN", "old", "3:@453 out");
+        read("BIN+", half, "3:@454 out");
+        bench.onPercent = [](IDeviceExec& exec, int percent) {
+            if (percent >= 100)
+                exec.slotStop(); // too late
+        };
+        const auto whole = bench.runWith("file_read format=BIN file=out", chipOf(flash));
+        QVERIFY(whole.ok && whole.events.isEmpty() && bench.dir().read("out") == flash.memory);
+        bench.onPercent = stop;
         QCOMPARE(bench.runWith("erase", chipOf(flash)).percents, (QList<int>{0, 25, 50}));
         QVERIFY(bench.runWith("data_read addr_device=0xFE data=00~00~00~00", chipOf(flash)).ok);
         QCOMPARE(bench.result(), QString::fromLatin1(flash.memory.mid(0xFE, 2).toHex(' ').toUpper()));
+    }
+
+    // Nothing comes to the chip before the file can be written, and the old one stays when it cannot be read.
+    void failedRead()
+    {
+        DeviceBench bench(smallFlash + "MAX_DATA=256");
+        Model flash(0x800); // shorter than its description
+        bench.dir().write("out", "old");
+        const auto result = bench.runWith("file_read file=out format=BIN", chipOf(flash));
+        QVERIFY(!result.ok && result.errorText.isEmpty());
+        QCOMPARE(result.events, QStringList("3:@453 out"));
+        QCOMPARE(bench.dir().read("out"), QByteArray("old"));
+        flash.pieces.clear();
+        QVERIFY(bench.runWith("file_read file=none/out", chipOf(flash)).errorText.startsWith("@417"));
+        QVERIFY(bench.runWith("file_read file=/dev/full", chipOf(flash)).errorText.startsWith("@457"));
+        QCOMPARE(flash.pieces, QStringList("R 0+256"));
     }
 };
 

@@ -1,14 +1,20 @@
+#include "core/TAppData.h"
 #include "formats/TFormat.h"
 #include "formats/chunkSize.h"
 #include "hexkit.h"
 #include "support/numberedTexts.h"
 
+#include <csignal>
+#include <fcntl.h>
 #include <limits>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
-/// Reads a whole run the way a command does: "address:bytes", in hexadecimal, for each piece, and the text of
-/// a failure at its end.
+/// Reads a whole run the way a command does: "address:bytes", in hexadecimal, for each piece, and at its end
+/// the text of a failure, or "-" and the number of bytes that were left out.
 QString readPieces(TFormat& format, qint64 addr)
 {
     QStringList pieces;
@@ -18,8 +24,11 @@ QString readPieces(TFormat& format, qint64 addr)
             pieces += format.errorText();
             break;
         }
-        if (data.isEmpty())
+        if (data.isEmpty()) {
+            if (format.leftOut() > 0)
+                pieces += QString::number(-format.leftOut());
             break;
+        }
         pieces += QString::number(addr, 16) + ":" + data.toHex();
         addr += data.size();
     }
@@ -41,7 +50,7 @@ class TestFormats : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { loadNumberedTexts("text ", {417, 418, 419, 420, 424, 425}); }
+    void initTestCase() { loadNumberedTexts("text ", texts); }
     void chunkSizes()
     {
         const qint64 top = std::numeric_limits<qint64>::max();
@@ -65,7 +74,7 @@ private slots:
         for (const char* name : {"bin", "bin+"})
             compareRow(name, read(name, "x", 0, 0, 9, 16), QString("0:78"));
         for (const char* name : {"hex", "BIN", "Bin+", ""})
-            compareRow(name, read(name, "x", 0, 0, 9, 16), QString("text 420 %1"));
+            compareRow(name, read(name, "x", 0, 0, 9, 16), wrongLine(1));
     }
 
     void failingOpen()
@@ -94,16 +103,16 @@ private slots:
             compareRow(name, read("bin", counted(10), file, first, last, chunk), pieces);
         };
         row("aligned", 0, 0, 9, 4, "0:00010203 4:04050607 8:0809");
-        row("pieces go by the device address", 0, 6, 11, 4, "6:0001 8:02030405");
-        row("shifted in the file", 3, 0x100, 0x103, 64, "100:03040506");
-        row("short file", 8, 0, 99, 16, "0:0809");
+        row("pieces go by the device address", 0, 6, 11, 4, "6:0001 8:02030405 -4");
+        row("shifted in the file", 3, 0x100, 0x103, 64, "100:03040506 -6");
+        row("short file", 8, 0, 99, 16, "0:0809 -8");
         row("file ends with a piece", 0, 0, 99, 5, "0:0001020304 5:0506070809");
-        row("at the end of the file", 10, 0, 99, 16, "");
+        row("at the end of the file", 10, 0, 99, 16, "-10");
         row("negative address in the file", -1, 0, 9, 16, "Unknown error");
         // The address of the caller decides how long a piece is.
         TFormat file("bin", m_dir.write("in", counted(10)), 0, 0, 9, 4);
         QVERIFY(file.open(0));
-        QCOMPARE(readPieces(file, 7), QString("7:00 8:0102"));
+        QCOMPARE(readPieces(file, 7), QString("7:00 8:0102 -7"));
     }
 
     void binWrites()
@@ -137,15 +146,15 @@ private slots:
         row("white space", ":02 0000\t00 0A0 B E9 \n" + hexEnd, 0, 99, "0:0a0b");
         row("gap", ab + cd + gap + hexEnd, 0, 99, "0:0a0b0c0d 10:0e0f");
         row("pieces are aligned", hexLine(0, 14, counted(6)) + hexEnd, 14, 99, "e:0001 10:02030405");
-        row("blank line before the end", ab + "\r\n" + hexEnd, 0, 99, "text 420 %1");
         row("lines behind the end", ab + hexEnd + "\r\nnonsense\r\n", 0, 99, "0:0a0b");
         row("other types", ab + hexLine(3, 0, "1234") + hexLine(5, 0, "1234") + hexLine(9, 0, "") + cd, 0, 99,
             "0:0a0b0c0d");
-        row("above the last address", ab + gap, 0, 0xF, "0:0a0b");
-        row("front is cut", hexLine(0, 0, counted(8)), 5, 99, "5:050607");
-        row("below the range, behind it", gap + hexLine(0, 0xE, "xy"), 0x10, 99, "10:0e0f");
-        row("not ascending", gap + ab, 0, 99, "10:0e0f text 420 %1");
-        row("overlap", ab + hexLine(0, 1, "\x0b\x0c"), 0, 99, "0:0a0b text 420 %1");
+        row("above the last address", ab + gap, 0, 0xF, "0:0a0b -2");
+        row("in the range, behind one above it", ab + gap + cd + hexUpper(4, 1) + ab, 0, 0xF,
+            "0:0a0b0c0d -4");
+        row("taken whole over the last address", hexLine(0, 0, counted(4)) + gap, 0, 1, "0:00010203 -2");
+        row("front is cut", hexLine(0, 0, counted(8)), 5, 99, "5:050607 -5");
+        row("below the range, behind it", gap + hexLine(0, 0xE, "xy"), 0x10, 99, "10:0e0f -2");
         row("empty data record", ab + hexLine(0, 0x40, "") + cd, 0, 99, "0:0a0b0c0d");
         row("type 02 as upper address", hexUpper(2, 0xF) + ab, 0, top, "f0000:0a0b");
         row("type 02 as segment", hexUpper(2, 0x1000) + ab + hexUpper(2, 0xF000) + ab, 0, top,
@@ -156,7 +165,18 @@ private slots:
             "0:0a0b 2:0c0d 10000:0a0b");
         row("highest addresses", hexUpper(4, 0xFFFF) + hexLine(0, 0xFFFE, "\x0a\x0b"), 0, top,
             "fffffffe:0a0b");
-        row("longest record", hexLine(0, 0, QByteArray(255, 'x')), 0xFD, 999, "fd:7878");
+        row("longest record", hexLine(0, 0, QByteArray(255, 'x')), 0xFD, 999, "fd:7878 -253");
+        const auto wrong = [&](const QByteArray& text, const QString& pieces) {
+            compareRow(QString(text), read("hex", text, 0, 0, 99, 16), pieces);
+        };
+        wrong(ab + cd + "\r\n" + hexEnd, wrongLine(3));
+        wrong(gap + ab, "10:0e0f " + wrongLine(2));
+        wrong(ab + hexLine(0, 1, "\x0b\x0c"), "0:0a0b " + wrongLine(2));
+        // The range counts from the device's address or the file's, whichever ends higher.
+        const QByteArray all = hexLine(0, 0, counted(0x60)) + hexLine(0, 0x60, counted(0x60, 0x60));
+        compareRow("range of the device", read("hex", all, 0, 0x80, 0xBE, 256),
+                   hexFrom(0x80, 0x40) + " -128");
+        compareRow("range of the file", read("hex", all, 0x40, 0, 0x1F, 256), hexFrom(0, 0x60) + " -96");
         compareRow("no chunk", read("hex", ab, 0, 0, 99, 0), QString("text 424 %1"));
     }
 
@@ -180,14 +200,13 @@ private slots:
         // Behind a good record, so that the failure must come from this line.
         for (const QByteArray& line : qAsConst(lines))
             compareRow(QString::fromLatin1(line.left(80)),
-                       read("hex", hexLine(0, 0, "x") + line + "\n" + hexEnd, 0, 0, 99, 16),
-                       QString("text 420 %1"));
+                       read("hex", hexLine(0, 0, "x") + line + "\n" + hexEnd, 0, 0, 99, 16), wrongLine(2));
         // A sparse file of 100 MB: it must fail at its first line, not be read into memory.
         QFile large(m_dir.write("large", ""));
         QVERIFY(large.resize(100 * 1000 * 1000));
         TFormat format("hex", large.fileName(), 0, 0, 0x7FFFFFFFFFFFFFFF, 0x1000000);
         QVERIFY(format.open(0));
-        QCOMPARE(readPieces(format, 0), QString("text 420 %1"));
+        QCOMPARE(readPieces(format, 0), wrongLine(1, "large"));
     }
 
     void hexWrites()
@@ -214,34 +233,84 @@ private slots:
             hexUpper(4, 0xF) + hexLine(0, 0xFFF0, counted(9)) + hexLine(0, 0xFFF9, counted(7, 9)) +
                 hexUpper(4, 0x10) + hexLine(0, 0, counted(1, 16)));
         row("literal address record", 0x10000, 1, 16, ":020000020001FB\r\n:0100000000FF\r\n");
+        appData().HexLinear = true;
+        row("type 04 where it was 02", 0xFFF0, 17, 32,
+            hexUpper(4, 0) + lastLine + hexUpper(4, 1) + hexLine(0, 0, counted(1, 16)));
+        row("no address record, no type 04", 0, 1, 16, hexLine(0, 0, counted(1)));
+        appData().HexLinear = false;
 
         TFormat far("hex", m_dir.file("far.hex"), 0xFFFFFFFF, 0, 1, 16);
         QVERIFY(far.open(1));
         QVERIFY(far.write(0xFFFFFFFF, counted(1)));
         QVERIFY2(!far.write(0x100000000, counted(1)), "no record can hold this address");
         QCOMPARE(far.errorText(), QString("text 425 %1"));
+    }
 
-        // Without the last record it shows that it is a part.
-        {
-            TFormat aborted("hex", m_dir.file("half.hex"), 0, 0, 99, 16);
-            QVERIFY(aborted.open(1) && aborted.write(0, counted(20)));
+    // Nothing but a good close changes the old file, and then its link stays.
+    void newFileTakesItsPlace()
+    {
+        const TestDir dir(TestDir::Empty);
+        for (const char* name : {"bin", "hex"}) {
+            const QString target = dir.write("target", "old");
+            QVERIFY(QFile::link(target, dir.file(name)));
+            for (const bool closed : {false, true}) {
+                TFormat file(name, dir.file(name), 0, 0, 99, 16);
+                QVERIFY(file.open(1) && file.isReplacing() && file.write(0, counted(20)));
+                compareRow(name, dir.read("target"), QByteArray("old"));
+                QVERIFY(!closed || file.close());
+            }
+            QVERIFY(QFileInfo(dir.file(name)).isSymLink() && dir.read("target").size() >= 20);
+            QVERIFY(QFile::remove(dir.file(name)));
         }
-        QCOMPARE(m_dir.read("half.hex"), hexLine(0, 0, counted(16)));
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList("target"));
+    }
+
+    void pipes()
+    {
+        const QByteArray pipe = QFile::encodeName(m_dir.file("pipe"));
+        QCOMPARE(mkfifo(pipe.constData(), 0600), 0);
+        TFormat lonely("bin", m_dir.file("pipe"), 0, 0, 99, 16);
+        QVERIFY(!lonely.open(1));
+        QCOMPARE(lonely.errorText(), QString("text 419 Nobody reads the pipe"));
+        const int reader = ::open(pipe.constData(), O_RDONLY | O_NONBLOCK);
+        TFormat file("bin", m_dir.file("pipe"), 0, 0, 99, 16);
+        QVERIFY(file.open(1) && !file.isReplacing());
+        QVERIFY(file.write(0, "ab") && file.write(2, "cd"));
+        QVERIFY(!file.write(9, "ef"));
+        QCOMPARE(file.errorText(), QString("text 458"));
+        char got[9] = {};
+        QCOMPARE(int(::read(reader, got, 8)), 4);
+        QCOMPARE(got, "abcd");
+        ::close(reader);
+        QVERIFY(!file.write(4, "gone"));
+        QCOMPARE(file.errorText(), QString("Broken pipe"));
+    }
+
+    // The disk takes a part of a piece before it has no room for the rest.
+    void fullDisk()
+    {
+        signal(SIGXFSZ, SIG_IGN);
+        const rlimit none{RLIM_INFINITY, RLIM_INFINITY};
+        const rlimit some{1000, RLIM_INFINITY};
+        for (const char* name : {"bin", "bin+", "hex"}) {
+            TFormat file(name, m_dir.file("big"), 0, 0, 9999, 16);
+            QVERIFY(file.open(1));
+            setrlimit(RLIMIT_FSIZE, &some);
+            const bool good = file.write(0, QByteArray(2000, 'x'));
+            setrlimit(RLIMIT_FSIZE, &none);
+            QVERIFY(!good);
+            compareRow(name, file.errorText(), QString("File too large"));
+        }
     }
 
     void fullDevice()
     {
-        const QString full("No space left on device");
         for (const char* name : {"bin", "hex"}) {
             TFormat file(name, "/dev/full", 0, 0, 99, 16);
             QVERIFY(file.open(1));
-            QVERIFY(file.write(0, counted(15))); // is still in memory
-            QVERIFY(!file.close());
-            compareRow(name, file.errorText(), full);
-            TFormat large(name, "/dev/full", 0, 0, 99, 16);
-            QVERIFY(large.open(1));
-            QVERIFY(!large.write(0, QByteArray(0x8000, 'x')));
-            compareRow(name, large.errorText(), full);
+            // 15 bytes of a HEX file are still in memory.
+            QVERIFY(!(file.write(0, counted(15)) && file.close()));
+            compareRow(name, file.errorText(), QString("text 457 No space left on device"));
         }
     }
 
@@ -279,6 +348,19 @@ private:
         return file.open(0) ? readPieces(file, first) : "cannot open";
     }
 
+    /// What is told about a line of the file.
+    QString wrongLine(int number, const QString& file = "in") const
+    {
+        return "text 456 text 420 %1 " + m_dir.file(file) + ' ' + QString::number(number);
+    }
+
+    /// One piece of counted bytes.
+    static QString hexFrom(int addr, int n)
+    {
+        return QString::number(addr, 16) + ':' + counted(n, addr).toHex();
+    }
+
+    static inline const QList<int> texts{417, 418, 419, 420, 424, 425, 456, 456, 456, 457};
     const TestDir m_dir{TestDir::Empty};
 };
 
