@@ -139,18 +139,27 @@ TDevToolsExec::Count TDevToolsExec::countRound(qint64& value, qint64 limit, qint
 bool TDevToolsExec::runCounter(Run& run)
 {
     const int id = param(m_cmdData, key::id_cmd).toInt();
-    const TDataCmd* command = project().cmdById(id);
-    if (!command)
+    bool found = false;
+    Count count = Count::OutOfRange;
+    // In one step: a value typed between the reading and the storing would be lost.
+    project().locked([&] {
+        const TDataCmd* command = project().cmdById(id);
+        if (!command)
+            return;
+        found = true;
+        // The value of the model, not of this command's copy: it changes from round to round.
+        qint64 value = command->param(key::value).toLongLong();
+        count =
+            countRound(value, command->param(key::limit).toLongLong(), command->param(key::delta).toInt());
+        if (count != Count::OutOfRange)
+            project().setCmdParam(id, {{key::id_cmd, id}, {key::value, static_cast<int>(value)}});
+    });
+    if (!found)
         return false;
-    // The value of the model, not of this command's copy: it changes from round to round.
-    qint64 value = command->param(key::value).toLongLong();
-    const Count count =
-        countRound(value, command->param(key::limit).toLongLong(), command->param(key::delta).toInt());
     if (count == Count::OutOfRange)
         return fail(langText(395));
     if (count == Count::Arrived)
         run.exit = true;
-    project().setCmdParam(id, {{key::id_cmd, id}, {key::value, static_cast<int>(value)}});
     return true;
 }
 

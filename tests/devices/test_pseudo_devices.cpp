@@ -12,6 +12,7 @@
 #include "support/tables.h"
 
 #include <memory>
+#include <thread>
 
 using Count = TDevToolsExec::Count;
 
@@ -326,6 +327,24 @@ private slots:
         qint64 value = cell("value");
         QTEST(outcomes.value(TDevToolsExec::countRound(value, cell("limit"), int(cell("delta")))), "outcome");
         QCOMPARE(value, cell("stored"));
+    }
+
+    // What somebody else stores between the reading and the storing of a round counts.
+    void countsInOneStep()
+    {
+        BenchProject bench;
+        const int id = bench.add("counter value=0 limit=0 delta=1");
+        const auto count = [id] {
+            bool exit = false;
+            int place = id;
+            for (int i = 0; i < 1000; ++i)
+                (void)TDevToolsExec({{key::cmd, cmd::counter}, {key::id_cmd, id}})
+                    .execute(nullptr, exit, place, place);
+        };
+        std::thread other(count);
+        count();
+        other.join();
+        QCOMPARE(bench.data(id).value(key::value).toInt(), 2000);
     }
 
     void delayTakesItsTime()
