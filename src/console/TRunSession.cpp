@@ -179,8 +179,11 @@ int TRunSession::finish()
     int exitCode = m_interrupted ? TInterrupt::exitCode : m_failed ? exitFailed : 0;
     if (m_arguments.save && project().isChanged()) {
         TCtrlProject control;
-        if (!control.save(m_arguments.project, project())) {
-            printError(QStringLiteral("%1: %2").arg(m_arguments.project, control.errorText()));
+        // Nobody is there to ask: what somebody else has saved during the run stays.
+        if (project().isFileOutdated() || !control.save(m_arguments.project, project())) {
+            const QString reason = control.errorText();
+            printError(reason.isEmpty() ? langText(436).arg(m_arguments.project)
+                                        : QStringLiteral("%1: %2").arg(m_arguments.project, reason));
             exitCode = exitCode == 0 ? exitFailed : exitCode;
         }
     }

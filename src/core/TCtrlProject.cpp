@@ -1,5 +1,6 @@
 #include "core/TCtrlProject.h"
 
+#include "core/TCmdCode.h"
 #include "core/TDataCfg.h"
 #include "core/TDataCmd.h"
 #include "core/TDataPrj.h"
@@ -46,12 +47,21 @@ void fill(const QJsonObject& top, TDataPrj& project)
     }
 }
 
-/// The text of a project file.
+/// The parameter file names a data file, which is looked for from the folder of the project.
+bool hasDataFile(const QString& word)
+{
+    return word == cmd::calc_crc || (!TCmdCode::isTools(word) && !TCmdCode::isProg(word));
+}
+
+/// The text of a project file, made under the lock of the project.
 class Writer
 {
 public:
-    explicit Writer(const TDataPrj& project)
-        : m_cfgs(project.cfgList())
+    /// folder is where the file is to lie.
+    Writer(const TDataPrj& project, const QString& folder)
+        : m_oldFolder(project.workPath())
+        , m_folder(folder)
+        , m_cfgs(project.cfgList())
     {
         for (int i = 0; i < m_cfgs.size(); ++i)
             m_cfgPosition.insert(m_cfgs.at(i)->id(), i);
@@ -100,6 +110,7 @@ private:
         const QString status =
             data.value(key::status).toInt() != 0 ? QStringLiteral("1") : QStringLiteral("0");
         TDataCmd::removeReserved(data);
+        moveDataFile(word, data);
         m_text += QStringLiteral("                {%1, %2")
                       .arg(jsonPair(key::status, status), jsonPair(key::cmd, word));
         // Sorted, so that a file changes only where the project has changed.
@@ -113,7 +124,16 @@ private:
         m_text += QLatin1Char('}');
     }
 
+    void moveDataFile(const QString& word, TData& data) const
+    {
+        const QString path = data.value(key::file).toString();
+        if (m_folder != m_oldFolder && hasDataFile(word) && !path.isEmpty() && !QFileInfo(path).isAbsolute())
+            data.insert(key::file, relToDir(m_folder, absFile(m_oldFolder, path)));
+    }
+
     QString m_text;
+    const QString m_oldFolder;
+    const QString m_folder;
     QList<TDataCfg*> m_cfgs;
     QHash<int, QList<const TDataCmd*>> m_cmdsOfCfg;
     QHash<int, int> m_cfgPosition;
@@ -143,6 +163,9 @@ int TCtrlProject::load(const QString& file, TDataPrj& project)
         fill(top, project);
     const QFileInfo info(file);
     project.fromData({{key::prj_file, info.absoluteFilePath()}, {key::work_path, info.absolutePath()}});
+    TFileStamp stamp;
+    stamp.take(file, bytes);
+    project.setStored(project.revision(), stamp);
     return 0;
 }
 
@@ -162,7 +185,29 @@ int TCtrlProject::open(const QString& file, TDataPrj& project)
 bool TCtrlProject::save(const QString& file, TDataPrj& project)
 {
     m_errorText.clear();
-    return writeFileSafely(file, Writer(project).bytes(), m_errorText);
+    quint64 revision = 0;
+    QByteArray bytes;
+    // A run goes on changing the project while it is written.
+    project.locked([&] {
+        revision = project.revision();
+        bytes = Writer(project, project.workPath()).bytes();
+    });
+    if (!writeFileSafely(file, bytes, m_errorText))
+        return false;
+    if (QFileInfo(file) == QFileInfo(project.file())) {
+        TFileStamp stamp;
+        stamp.take(file, bytes);
+        project.setStored(revision, stamp);
+    }
+    return true;
+}
+
+bool TCtrlProject::saveCopy(const QString& file, const TDataPrj& project)
+{
+    m_errorText.clear();
+    QByteArray bytes;
+    project.locked([&] { bytes = Writer(project, absDir(file)).bytes(); });
+    return writeFileSafely(file, bytes, m_errorText);
 }
 
 QString TCtrlProject::errorText() const

@@ -21,8 +21,12 @@ public:
     [[nodiscard]] int load(const QString& file, TDataPrj& project);
     /// load, then bindAll, markMadeFor, normalizeAll, validateAll and clearChanged.
     [[nodiscard]] int open(const QString& file, TDataPrj& project);
-    /// Writes the project so that a crash in the middle leaves the old file.
+    /// Writes the project so that a crash in the middle leaves the old file. Into the project's own file
+    /// this clears the flag of changes, unless a change came meanwhile.
     [[nodiscard]] bool save(const QString& file, TDataPrj& project);
+    /// Writes the project as it reads in another folder: relative names of data files lead to the same
+    /// files from there. The open project stays what it is, with its flag of changes.
+    [[nodiscard]] bool saveCopy(const QString& file, const TDataPrj& project);
     QString errorText() const;
 
 private:

@@ -83,6 +83,7 @@ void TDataPrj::setChanged()
 {
     const QMutexLocker lock(&m_mutex);
     m_changed = true;
+    ++m_revision;
     emit signalChangePrj(true);
 }
 
@@ -91,6 +92,28 @@ void TDataPrj::clearChanged()
     const QMutexLocker lock(&m_mutex);
     m_changed = false;
     emit signalChangePrj(false);
+}
+
+quint64 TDataPrj::revision() const
+{
+    const QMutexLocker lock(&m_mutex);
+    return m_revision;
+}
+
+void TDataPrj::setStored(quint64 revision, const TFileStamp& stamp)
+{
+    const QMutexLocker lock(&m_mutex);
+    m_stamp = stamp;
+    if (revision == m_revision)
+        clearChanged();
+}
+
+bool TDataPrj::isFileOutdated() const
+{
+    TFileStamp stamp;
+    // Not under the lock: the file is read, and a worker may want its next command.
+    locked([&] { stamp = m_stamp; });
+    return stamp.isOutdated();
 }
 
 void TDataPrj::fromData(const TData& data)
@@ -122,6 +145,7 @@ void TDataPrj::reset()
 void TDataPrj::freeAll()
 {
     m_changed = false;
+    m_stamp = {};
     m_name.clear();
     m_prjFile.clear();
     m_workPath.clear();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/TFileStamp.h"
 #include "core/types.h"
 
 #include <QHash>
@@ -46,6 +47,13 @@ public:
     bool isChanged() const;
     void setChanged();
     void clearChanged();
+    /// Counts the changes: a snapshot of the project is of one revision.
+    quint64 revision() const;
+    /// Its file holds the project of that revision, which stamp has taken: clears the flag of changes, but
+    /// not for one that came later.
+    void setStored(quint64 revision, const TFileStamp& stamp);
+    /// Somebody else has written the project's file since it was read or saved here.
+    bool isFileOutdated() const;
     /// prj_file and work_path.
     void fromData(const TData& data);
     TData toData() const;
@@ -180,6 +188,8 @@ private:
 
     mutable QMutex m_mutex{QMutex::Recursive};
     bool m_changed = false;
+    quint64 m_revision = 0;
+    TFileStamp m_stamp;
     QString m_name;
     QString m_prjFile;
     QString m_workPath;

@@ -17,13 +17,13 @@
 
 namespace {
 
-QString itemLine(const TPrjListItem& item)
+QString entryOf(const TPrjListItem& item)
 {
     const QString numbers = QStringLiteral("\"%1\": %2, \"%3\": %4")
                                 .arg(key::parent, QString::number(item.parent), key::expand,
                                      QString::number(item.expand ? 1 : 0));
-    return QStringLiteral("        {%1, %2, %3},")
-        .arg(numbers, jsonPair(key::name, item.name), jsonPair(key::file, item.file));
+    const QStringList members{numbers, jsonPair(key::name, item.name), jsonPair(key::file, item.file)};
+    return (members + jsonMembers(item.others)).join(QLatin1String(", "));
 }
 
 TPrjListItem itemOf(const QJsonObject& object, int itemsBefore)
@@ -34,46 +34,49 @@ TPrjListItem itemOf(const QJsonObject& object, int itemsBefore)
     item.expand = object.value(key::expand).toVariant().toInt() != 0;
     item.name = object.value(key::name).toVariant().toString();
     item.file = object.value(key::file).toVariant().toString();
+    item.others = otherMembers(object, {key::parent, key::expand, key::name, key::file});
     return item;
 }
 
 } // namespace
 
+bool operator==(const TPrjListItem& a, const TPrjListItem& b)
+{
+    return a.parent == b.parent && a.expand == b.expand && a.name == b.name && a.file == b.file &&
+           a.others == b.others;
+}
+
+TPrjListFile::TPrjListFile()
+    : TJsonListFile(QLatin1Char('\r'))
+{
+}
+
 TPrjListFile::Result TPrjListFile::read(const QString& file)
 {
     m_items.clear();
-    m_errorText.clear();
-    QByteArray bytes;
-    if (!readWholeFile(file, bytes, m_errorText))
-        return Failed;
-    if (bytes.isEmpty())
-        return Empty;
-    QJsonObject top;
-    if (!parseJsonObject(bytes, top, m_errorText))
-        return Failed;
-    const QJsonArray list = top.value(key::list).toArray();
-    for (const QJsonValue& value : list)
+    QJsonArray list;
+    const Result result = readList(file, list);
+    for (const QJsonValue& value : qAsConst(list))
         m_items.append(itemOf(value.toObject(), m_items.size()));
-    return Ok;
+    return result;
 }
 
 bool TPrjListFile::write(const QString& file)
 {
-    m_errorText.clear();
-    return writeFileIfChanged(file, toBytes(), m_errorText);
+    return writeList(file, entries());
 }
 
 QByteArray TPrjListFile::toBytes() const
 {
-    QStringList lines{QStringLiteral("{"), QStringLiteral("    \"version\": 1,"),
-                      QStringLiteral("    \"list\":"), QStringLiteral("    [")};
+    return bytesOf(entries());
+}
+
+QStringList TPrjListFile::entries() const
+{
+    QStringList list;
     for (const TPrjListItem& item : m_items)
-        lines.append(itemLine(item));
-    if (!m_items.isEmpty())
-        lines.last().chop(1);
-    lines.append(QStringLiteral("    ]"));
-    lines.append(QStringLiteral("}"));
-    return (lines.join(QLatin1Char('\r')) + QLatin1Char('\r')).toUtf8();
+        list.append(entryOf(item));
+    return list;
 }
 
 QList<TPrjListItem> TPrjListFile::items() const
@@ -86,9 +89,12 @@ void TPrjListFile::setItems(const QList<TPrjListItem>& items)
     m_items = items;
 }
 
-QString TPrjListFile::errorText() const
+void TPrjListFile::changeFolder(const QString& from, const QString& to)
 {
-    return m_errorText;
+    for (TPrjListItem& item : m_items) {
+        if (!item.file.isEmpty())
+            item.file = relToDir(to, absFile(from, item.file));
+    }
 }
 
 QString TPrjListFile::path(const QString& file)

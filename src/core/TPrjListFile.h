@@ -1,8 +1,9 @@
 #pragma once
 
+#include "core/TJsonListFile.h"
+
 #include <QByteArray>
 #include <QList>
-#include <QString>
 
 /// One item of the tree of projects.
 struct TPrjListItem
@@ -11,17 +12,15 @@ struct TPrjListItem
     bool expand = false; ///< the items below it are shown
     QString name;
     QString file; ///< project file, relative to the folder of the list; empty for a mere group
+    QJsonObject others = QJsonObject(); ///< what else the file says about it; kept and written back
 };
+bool operator==(const TPrjListItem& a, const TPrjListItem& b);
 
 /// A project list, suffix "lst": the tree of projects, an item first, then the items below it. Main thread.
-class TPrjListFile
+class TPrjListFile : public TJsonListFile
 {
 public:
-    enum Result {
-        Ok,    ///< read
-        Empty, ///< the file has no byte in it
-        Failed ///< not read or no list; errorText() tells why
-    };
+    TPrjListFile();
 
     /// Reads the items of a list, parents before children: a parent that is not an earlier item becomes 0.
     [[nodiscard]] Result read(const QString& file);
@@ -32,15 +31,17 @@ public:
 
     QList<TPrjListItem> items() const;
     void setItems(const QList<TPrjListItem>& items);
-    QString errorText() const;
+    /// The list as another folder has it: relative names of projects lead to the same files from there.
+    void changeFolder(const QString& from, const QString& to);
 
     /// Absolute path of a list: a relative one inside the folder of projects or, if there is none but one
     /// beside the executable, that one.
     static QString path(const QString& file);
 
 private:
+    QStringList entries() const;
+
     QList<TPrjListItem> m_items;
-    QString m_errorText;
 };
 
 /// What happens to the file of a project that joins a list.

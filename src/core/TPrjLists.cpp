@@ -6,44 +6,48 @@
 #include <QJsonArray>
 #include <QJsonObject>
 
+bool operator==(const TPrjListEntry& a, const TPrjListEntry& b)
+{
+    return a.name == b.name && a.file == b.file && a.others == b.others;
+}
+
+TPrjLists::TPrjLists()
+    : TJsonListFile(QLatin1Char('\n'))
+{
+}
+
 bool TPrjLists::read(const QString& file)
 {
     m_entries.clear();
-    m_errorText.clear();
-    QByteArray bytes;
-    if (!readWholeFile(file, bytes, m_errorText))
-        return false;
-    QJsonObject top;
-    if (!bytes.isEmpty() && !parseJsonObject(bytes, top, m_errorText))
-        return false;
-    const QJsonArray list = top.value(key::list).toArray();
-    for (const QJsonValue& value : list) {
+    QJsonArray list;
+    const Result result = readList(file, list);
+    for (const QJsonValue& value : qAsConst(list)) {
         const QJsonObject object = value.toObject();
-        m_entries.append(
-            {object.value(key::name).toVariant().toString(), object.value(key::file).toVariant().toString()});
+        m_entries.append({object.value(key::name).toVariant().toString(),
+                          object.value(key::file).toVariant().toString(),
+                          otherMembers(object, {key::name, key::file})});
     }
-    return true;
+    return result != Failed;
 }
 
 bool TPrjLists::write(const QString& file)
 {
-    m_errorText.clear();
-    return writeFileIfChanged(file, toBytes(), m_errorText);
+    return writeList(file, lines());
 }
 
 QByteArray TPrjLists::toBytes() const
 {
-    QStringList lines;
+    return bytesOf(lines());
+}
+
+QStringList TPrjLists::lines() const
+{
+    QStringList list;
     for (const TPrjListEntry& entry : m_entries) {
-        lines.append(QStringLiteral("        {%1, %2}")
-                         .arg(jsonPair(key::name, entry.name), jsonPair(key::file, entry.file)));
+        const QStringList members{jsonPair(key::name, entry.name), jsonPair(key::file, entry.file)};
+        list.append((members + jsonMembers(entry.others)).join(QLatin1String(", ")));
     }
-    QString text = QStringLiteral("{\n    \"version\": 1,\n    \"list\":\n    [\n");
-    text += lines.join(QLatin1String(",\n"));
-    if (!lines.isEmpty())
-        text += QLatin1Char('\n');
-    text += QLatin1String("    ]\n}\n");
-    return text.toUtf8();
+    return list;
 }
 
 QList<TPrjListEntry> TPrjLists::entries() const
@@ -54,9 +58,4 @@ QList<TPrjListEntry> TPrjLists::entries() const
 void TPrjLists::setEntries(const QList<TPrjListEntry>& entries)
 {
     m_entries = entries;
-}
-
-QString TPrjLists::errorText() const
-{
-    return m_errorText;
 }

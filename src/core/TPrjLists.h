@@ -1,20 +1,25 @@
 #pragma once
 
+#include "core/TJsonListFile.h"
+
 #include <QByteArray>
 #include <QList>
-#include <QString>
 
 /// One project list that the user can choose.
 struct TPrjListEntry
 {
     QString name;
-    QString file; ///< as the user gave it; see TPrjListFile::path
+    QString file;                       ///< as the user gave it; see TPrjListFile::path
+    QJsonObject others = QJsonObject(); ///< what else the file says about it; kept and written back
 };
+bool operator==(const TPrjListEntry& a, const TPrjListEntry& b);
 
 /// The list of project lists, by default "vm.lpl". Main thread.
-class TPrjLists
+class TPrjLists : public TJsonListFile
 {
 public:
+    TPrjLists();
+
     /// False when the file cannot be read or is no list of lists; errorText() tells why. An empty file
     /// is an empty list.
     [[nodiscard]] bool read(const QString& file);
@@ -24,9 +29,9 @@ public:
 
     QList<TPrjListEntry> entries() const;
     void setEntries(const QList<TPrjListEntry>& entries);
-    QString errorText() const;
 
 private:
+    QStringList lines() const;
+
     QList<TPrjListEntry> m_entries;
-    QString m_errorText;
 };

@@ -4,6 +4,7 @@
 #include "core/platform.h"
 
 #include <QFile>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QJsonParseError>
@@ -72,6 +73,26 @@ QString jsonEscaped(const QString& s)
 QString jsonPair(const QString& key, const QString& value)
 {
     return QStringLiteral("\"%1\": \"%2\"").arg(jsonEscaped(key), jsonEscaped(value));
+}
+
+QStringList jsonMembers(const QJsonObject& object)
+{
+    QStringList members;
+    for (auto it = object.begin(); it != object.end(); ++it) {
+        // A document holds a list or an object: the value stands between the brackets of a list.
+        const QByteArray list = QJsonDocument(QJsonArray{it.value()}).toJson(QJsonDocument::Compact);
+        members.append(QStringLiteral("\"%1\": %2")
+                           .arg(jsonEscaped(it.key()), QString::fromUtf8(list.mid(1, list.size() - 2))));
+    }
+    return members;
+}
+
+QJsonObject otherMembers(const QJsonObject& object, std::initializer_list<QLatin1String> known)
+{
+    QJsonObject others = object;
+    for (const QLatin1String& key : known)
+        others.remove(key);
+    return others;
 }
 
 bool readWholeFile(const QString& file, QByteArray& bytes, QString& error)

@@ -2,6 +2,9 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
+
+#include <initializer_list>
 
 class QJsonObject;
 
@@ -13,6 +16,10 @@ class QJsonObject;
 QString jsonEscaped(const QString& s);
 /// "key": "value", both escaped.
 QString jsonPair(const QString& key, const QString& value);
+/// The members of an object, each as it stands in a file: "key": value.
+QStringList jsonMembers(const QJsonObject& object);
+/// The members that are not among the known ones.
+QJsonObject otherMembers(const QJsonObject& object, std::initializer_list<QLatin1String> known);
 
 /// Reads a whole file. False with the reason in error; a file above 256 MiB is refused, so is a named pipe.
 [[nodiscard]] bool readWholeFile(const QString& file, QByteArray& bytes, QString& error);

@@ -220,11 +220,86 @@ private slots:
             QVERIFY(list.items().isEmpty());
         };
         row("", TPrjListFile::Empty, "");
+        // Nothing that a list may be written over.
+        row(newProjectBytes(), TPrjListFile::Failed, "");
+        row("{'version':1,'list':{}}", TPrjListFile::Failed, "");
         row("{\n'list':\n[\n{'parent':0,'expand':2,'name':'A','file':'f'}]}", TPrjListFile::Ok, "0+Af");
         // Parents that are no earlier item go to the top.
         row("{'list':[{'parent':1,'name':'A'},{'parent':1,'name':'B'},{'parent':-1,'name':'C'},"
             "{'parent':99,'name':'D'},{'parent':'2','name':'E'},7]}",
             TPrjListFile::Ok, "0-A,1-B,0-C,0-D,2-E,0-");
+    }
+
+    // What the program does not know, and the versions of others.
+    void listsKeepOtherKeys()
+    {
+        const QByteArray others = "'a': [1,'\xC3\xA4',{'b':null}], 'z': 1.5";
+        const QByteArray top = "{\n    'version': 2,\n    'made by': 'x',\n    'list':\n    [\n";
+        const QByteArray first = quoted(
+            top + "        {'parent': 0, 'expand': 0, 'name': 'A', 'file': 'f', " + others + "}\n    ]\n}\n");
+        const QString file = m_dir.write("a.lst", first);
+        TPrjListFile list;
+        QCOMPARE(list.read(file), TPrjListFile::Ok);
+        QCOMPARE(list.toBytes().replace('\r', '\n'), first);
+        const QByteArray second =
+            quoted(top + "        {'name': 'A', 'file': 'f', " + others + "}\n    ]\n}\n");
+        TPrjLists lists;
+        QVERIFY(lists.read(m_dir.write("a.lpl", second)));
+        QCOMPARE(lists.toBytes(), second);
+        // Its relative names, from another folder.
+        list.changeFolder(m_dir.path(), m_dir.file("sub"));
+        QCOMPARE(list.items().first().file, QString("../f"));
+    }
+
+    void foreignWrites()
+    {
+        const QString file = m_dir.write("a.prj", newProjectBytes());
+        TPrjListFile list;
+        QVERIFY(!m_project.isFileOutdated() && !list.isOutdated());
+        const auto write = [&] { return m_ctrl.save(file, m_project) && list.write(m_dir.file("b.lst")); };
+        QVERIFY(m_ctrl.open(file, m_project) == 0 && write());
+        for (const QByteArray& theirs : {QByteArray("{}"), m_dir.read("a.prj").replace("Config", "confiG")}) {
+            QVERIFY(!m_project.isFileOutdated() && !list.isOutdated());
+            m_dir.write("a.prj", theirs);
+            m_dir.write("b.lst", theirs);
+            QVERIFY(m_project.isFileOutdated() && list.isOutdated());
+            QVERIFY(write());
+        }
+        // Touched, or gone, is nothing to lose.
+        m_dir.write("a.prj", m_dir.read("a.prj"));
+        QVERIFY(!m_project.isFileOutdated() && QFile::remove(file) && !m_project.isFileOutdated());
+        m_dir.write("a.prj", "{}");
+        m_project.clear();
+        QVERIFY(!m_project.isFileOutdated());
+    }
+
+    // Only a change that is in the file is no change any more.
+    void changesDuringASave()
+    {
+        QCOMPARE(m_ctrl.open(m_dir.write("a.prj", ""), m_project), 0);
+        m_project.setChanged();
+        const quint64 snapshot = m_project.revision();
+        m_project.setCfgName(0, "later");
+        m_project.setStored(snapshot, {});
+        QVERIFY(m_project.isChanged());
+        QVERIFY(m_ctrl.save(m_dir.file("other.prj"), m_project) && m_project.isChanged());
+        QVERIFY(m_ctrl.saveCopy(m_dir.file("a.prj"), m_project) && m_project.isChanged());
+        QVERIFY(m_ctrl.save(m_dir.file("a.prj"), m_project) && !m_project.isChanged());
+    }
+
+    // Data files are looked for from the project's folder; what else is named file is not.
+    void copyLeadsToTheSameData()
+    {
+        const QByteArray commands = "{'configurations':[{'commands':[{'cmd':'file_read','file':'%1x.hex'},"
+                                    "{'cmd':'calc_crc','file':'%1d/x'},{'cmd':'file_write','file':''},"
+                                    "{'cmd':'file_write','file':'/x'},{'cmd':'process','file':'x y'},"
+                                    "{'cmd':'set_device','file':'x.dev'}]}]}";
+        const auto project = [&](const char* up) { return quoted(QByteArray(commands).replace("%1", up)); };
+        QDir(m_dir.path()).mkdir("far");
+        QCOMPARE(m_ctrl.load(m_dir.write("a.prj", project("")), m_project), 0);
+        QVERIFY(m_ctrl.saveCopy(m_dir.file("far/a.prj"), m_project));
+        QCOMPARE(m_ctrl.load(m_dir.write("a.prj", project("../")), m_project), 0);
+        QCOMPARE(m_dir.read("far/a.prj"), saved());
     }
 
     void listIsWrittenOnlyWhenItDiffers()
