@@ -6,10 +6,11 @@
 namespace {
 
 // A node without a name could not be seen in the tree; one without a file is a group.
-TNameFile rows(const QString& title, const QString& name, const QString& file, const QString& folder)
+TNameFile rows(const QString& title, const QString& name, const QString& file, const QString& folder,
+               bool mustExist)
 {
     TNameFile rows{title, name, file, 105, 106, folder, QStringLiteral("*.prj"), langText(107)};
-    rows.mustExist = false;
+    rows.mustExist = mustExist;
     rows.needsFile = false;
     return rows;
 }
@@ -17,9 +18,9 @@ TNameFile rows(const QString& title, const QString& name, const QString& file, c
 } // namespace
 
 TDialogPrjEdit::TDialogPrjEdit(const QString& title, const QString& name, const QString& file,
-                               const QString& folder, QWidget* parent)
+                               const QString& folder, QWidget* parent, bool mustExist)
     : TDialogNameFile(
           {&appData().WindowPrjEditLeft, &appData().WindowPrjEditTop, &appData().WindowPrjEditWidth},
-          rows(title, name, file, folder), parent)
+          rows(title, name, file, folder, mustExist), parent)
 {
 }

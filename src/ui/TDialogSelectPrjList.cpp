@@ -22,6 +22,8 @@ namespace {
 const QLatin1String suffix("lst");
 
 enum Column { ColumnName, ColumnFile };
+/// Of the name's cell: other keys of the file.
+constexpr int roleOthers = Qt::UserRole;
 
 /// The actions, in the order of the menu.
 enum Action { New, Add, AddCur, Gap1, Edit, Copy, Delete, Gap2, MoveUp, MoveDown, Gap3, OpenFolder };
@@ -75,21 +77,8 @@ bool copyList(const QString& from, const QString& to)
         return false;
     if (result == TPrjListFile::Empty)
         return QFile::copy(from, to);
-    QList<TPrjListItem> items = list.items();
-    for (TPrjListItem& item : items) {
-        if (!item.file.isEmpty())
-            item.file = relToDir(absDir(to), absFile(absDir(from), item.file));
-    }
-    list.setItems(items);
+    list.changeFolder(absDir(from), absDir(to));
     return list.write(to);
-}
-
-bool isSame(const QList<TPrjListEntry>& a, const QList<TPrjListEntry>& b)
-{
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](const TPrjListEntry& left, const TPrjListEntry& right) {
-                          return left.name == right.name && left.file == right.file;
-                      });
 }
 
 } // namespace
@@ -148,6 +137,7 @@ void TDialogSelectPrjList::append(const TPrjListEntry& entry)
     m_table->insertRow(row);
     setCell(m_table, row, ColumnName, entry.name);
     setCell(m_table, row, ColumnFile, entry.file);
+    m_table->item(row, ColumnName)->setData(roleOthers, entry.others);
     m_table->setCurrentCell(row, ColumnName);
     updateActions();
 }
@@ -179,8 +169,10 @@ QString TDialogSelectPrjList::file() const
 QList<TPrjListEntry> TDialogSelectPrjList::entries() const
 {
     QList<TPrjListEntry> list;
-    for (int row = 0; row < m_table->rowCount(); ++row)
-        list.append({cellText(m_table, row, ColumnName), cellText(m_table, row, ColumnFile)});
+    for (int row = 0; row < m_table->rowCount(); ++row) {
+        list.append({cellText(m_table, row, ColumnName), cellText(m_table, row, ColumnFile),
+                     m_table->item(row, ColumnName)->data(roleOthers).toJsonObject()});
+    }
     return list;
 }
 
@@ -196,13 +188,23 @@ int TDialogSelectPrjList::rowOf(const QString& file) const
 
 bool TDialogSelectPrjList::isChanged() const
 {
-    return m_isLoaded && !isSame(entries(), m_lists.entries());
+    return m_isLoaded && entries() != m_lists.entries();
+}
+
+bool TDialogSelectPrjList::isOutdated() const
+{
+    return m_lists.isOutdated();
 }
 
 bool TDialogSelectPrjList::write()
 {
     m_lists.setEntries(entries());
     return m_lists.write(m_listsFile);
+}
+
+QString TDialogSelectPrjList::errorText() const
+{
+    return m_lists.errorText();
 }
 
 void TDialogSelectPrjList::slotShowContextMenu(QPoint pos)
@@ -249,7 +251,7 @@ void TDialogSelectPrjList::slotAdd()
 
 void TDialogSelectPrjList::slotAddCurr()
 {
-    append(m_preset);
+    append({m_preset.name, relToDir(appData().PathProjects, m_preset.file)});
 }
 
 void TDialogSelectPrjList::slotEdit()

@@ -26,7 +26,11 @@ public:
     QString file() const;
     /// The table differs from the file; the caller then writes it.
     bool isChanged() const;
+    /// Somebody else has written the file since it was read.
+    bool isOutdated() const;
+    /// False with errorText().
     [[nodiscard]] bool write();
+    QString errorText() const;
 
 public slots:
     void slotShowContextMenu(QPoint pos);

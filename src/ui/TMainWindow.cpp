@@ -64,11 +64,8 @@ void TMainWindow::createLayout()
 void TMainWindow::openStartList()
 {
     const TAppData& app = appData();
-    if (!app.PrjListFile.isEmpty() && !m_prjList->load(app.PrjListName, app.PrjListFile, app.PrjListExpand)) {
-        const QString reason =
-            m_prjList->errorText().isEmpty() ? m_prjList->statusText() : m_prjList->errorText();
-        m_status->showText(QStringLiteral("%1: %2").arg(m_prjList->listFile(), reason), TWgtStatusBar::Red);
-    }
+    if (!app.PrjListFile.isEmpty() && !m_prjList->load(app.PrjListName, app.PrjListFile, app.PrjListExpand))
+        m_status->showText(listProblem(), TWgtStatusBar::Red);
     m_prjList->dragMode(app.PrjListDragDrop);
 }
 
@@ -79,7 +76,8 @@ void TMainWindow::connectPanels()
             Qt::QueuedConnection);
     connect(m_prjList, &TWgtPrjList::signalContextMenuRequested, this,
             &TMainWindow::slotOpenContextMenuPrjList);
-    connect(&project(), &TDataPrj::signalChangePrj, this, &TMainWindow::slotChangePrj);
+    // What a run has sent may arrive behind a save: the state of now counts.
+    connect(&project(), &TDataPrj::signalChangePrj, this, [this] { slotChangePrj(project().isChanged()); });
 
     connect(this, &TMainWindow::signalStop, &m_runs, &TRunControl::stop);
     connect(this, &TMainWindow::signalPauseReset, &m_runs, &TRunControl::resume);
@@ -97,11 +95,16 @@ void TMainWindow::openLastPrj()
     m_prjList->selectByIndex(app.LastPrj);
     if (m_prjList->hasNode())
         openCurrentNode();
+    showPlace(app.LastCfg, app.LastCmd);
+}
+
+void TMainWindow::showPlace(int tab, int row)
+{
     if (!project().isOpen())
         return;
-    if (app.LastCfg >= 0 && app.LastCfg < m_prj->count())
-        m_prj->setCurrentIndex(app.LastCfg);
-    m_prj->setCurrentRow(app.LastCmd);
+    if (tab >= 0 && tab < m_prj->count())
+        m_prj->setCurrentIndex(tab);
+    m_prj->setCurrentRow(row);
     m_prj->focusTable();
 }
 

@@ -30,7 +30,8 @@ class TWgtPrj;
 ///
 /// Its sources are split by subject: TMainWindow.cpp (construction, settings), TMainWindowActions.cpp
 /// (tables, menus, buttons, state), TMainWindowPrjList.cpp, TMainWindowPrj.cpp, TMainWindowCfg.cpp,
-/// TMainWindowCmd.cpp (operations), TMainWindowRun.cpp (runs), TMainWindowLife.cpp (opening and closing).
+/// TMainWindowCmd.cpp (operations), TMainWindowRun.cpp (runs), TMainWindowLife.cpp (opening and closing),
+/// TMainWindowSave.cpp (saving).
 class TMainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -74,6 +75,7 @@ public slots:
     void slotPrjPasteNewSub();
     void slotPrjEdit();
     void slotPrjSave();
+    void slotPrjSaveAs();
     void slotPrjDelete();
     void slotPrjDeleteSubAll();
     void slotPrjOpenFolder();
@@ -140,6 +142,13 @@ private:
     struct ActionRow;
     struct ButtonRow;
     using Step = std::function<void()>;
+    /// What became of changes that were to be stored.
+    enum class Stored {
+        Yes,     ///< they are in the file, or there were none
+        GivenUp, ///< the user wants what somebody else has written there meanwhile
+        NotNow,  ///< the user wants neither
+        Failed   ///< the file could not be written; the status line tells why
+    };
 
     // Construction.
     void createActions();
@@ -152,6 +161,8 @@ private:
     void connectPanels();
     void openStartList();
     void openLastPrj();
+    /// In the open project, if there is one; the table gets the focus.
+    void showPlace(int tab, int row);
     void applyInterface();
     void applySettings();
     void takeWindowSettings();
@@ -187,15 +198,33 @@ private:
     /// Asks for unsaved changes. False when the project stays open.
     [[nodiscard]] bool closePrj();
     [[nodiscard]] bool saveBeforeClosing();
-    [[nodiscard]] bool savePrj();
+    [[nodiscard]] bool saveElsewhereBeforeClosing();
+    /// Closes the project and stores the list, asking where it takes that. False when one of them stays.
+    [[nodiscard]] bool closePrjAndList();
     void askToLeave();
     void leave();
+    void storeWithoutAsking();
+
+    // Saving. A file that somebody else has written meanwhile is not written over without a question.
+    [[nodiscard]] Stored askOutdated(const QString& file);
+    [[nodiscard]] Stored storePrj();
+    [[nodiscard]] Stored storeList();
+    /// Before the list is left: false when it stays. Otherwise its changes are stored or given up.
+    [[nodiscard]] bool keepList();
+    bool saveList();
+    /// Opens the project anew, from its file.
+    void reopenPrj();
+    void reopenNode(QTreeWidgetItem* node);
+    QString askPrjFile();
+    /// Writes the open project there; the node of that file, new if need be. Null when it is not written.
+    QTreeWidgetItem* copyPrjTo(const QString& file);
+    QString askNewFile(int title, const QString& start, const QString& suffix, bool confirmOverwrite);
 
     // Project list and projects.
     bool loadList(const QString& name, const QString& file);
-    bool saveList();
+    void reloadList();
     void openOtherList(const QString& name, const QString& file);
-    QString askListFile(int title, bool confirmOverwrite);
+    QString listProblem() const;
     void insertNode(int title, TWgtPrjList::Mode mode, TWgtPrjList::Place place);
     void changeNode(const QString& name, const QString& file);
     void removeNode(const QTreeWidgetItem* node, const QString& name);

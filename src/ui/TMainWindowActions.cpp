@@ -108,7 +108,7 @@ const QList<MenuRow>& menuRows()
         {mmPrj, 12, false,
          {maPrjNew, maPrjNewSub, maPrjAdd, maPrjAddSub, separator,
           maPrjCopy, maPrjPasteNew, maPrjPasteNewSub, separator,
-          maPrjEdit, maPrjSave, separator,
+          maPrjEdit, maPrjSave, maPrjSaveAs, separator,
           maPrjDelete, maPrjDeleteSubAll, separator,
           maPrjOpenFolder}},
         {mmCfg, 25, false,
@@ -143,9 +143,9 @@ const QList<MenuRow>& menuRows()
 }
 
 const QList<int> contextPrjList{
-    maPrjNew,      maPrjNewSub,       maPrjAdd,  maPrjAddSub,     separator, maPrjCopy,
-    maPrjPasteNew, maPrjPasteNewSub,  separator, maPrjEdit,       maPrjSave, separator,
-    maPrjDelete,   maPrjDeleteSubAll, separator, maPrjOpenFolder, separator, maPrjListDragDrop};
+    maPrjNew,          maPrjNewSub, maPrjAdd,        maPrjAddSub, separator,        maPrjCopy, maPrjPasteNew,
+    maPrjPasteNewSub,  separator,   maPrjEdit,       maPrjSave,   maPrjSaveAs,      separator, maPrjDelete,
+    maPrjDeleteSubAll, separator,   maPrjOpenFolder, separator,   maPrjListDragDrop};
 
 const QList<int>& menuContent(TMainMenu id)
 {
@@ -240,6 +240,7 @@ void TMainWindow::createActions()
         {maPrjPasteNewSub, 19, &W::slotPrjPasteNewSub, "PrjPasteNewSub", L | B | Free, Plain},
         {maPrjEdit, 20, &W::slotPrjEdit, "PrjEdit", I | Free, Plain},
         {maPrjSave, 21, &W::slotPrjSave, "PrjSave", I | Free, Plain},
+        {maPrjSaveAs, 428, &W::slotPrjSaveAs, "PrjSaveAs", P | Free, Plain},
         {maPrjDelete, 22, &W::slotPrjDelete, "PrjDeleteCur", I | Free, Plain},
         {maPrjDeleteSubAll, 23, &W::slotPrjDeleteSubAll, "PrjDeleteSubAll", S | Free, Plain},
         {maPrjOpenFolder, 24, &W::slotPrjOpenFolder, "PrjOpenFolder", I, Plain},

@@ -42,10 +42,7 @@ TMainWindow::~TMainWindow()
         takeWindowSettings();
         app.saveWindow();
     }
-    if (m_prjList->isLoaded())
-        (void)m_prjList->save(m_prjList->listFile());
-    if (app.AutoSavePrj && project().isOpen() && project().isChanged())
-        (void)savePrj();
+    storeWithoutAsking();
     delete m_cmdSelector;
     disconnectPrj();
     m_prj->deleteAll();
@@ -72,12 +69,14 @@ void TMainWindow::askToLeave()
 
 void TMainWindow::leave()
 {
+    const int tab = m_prj->currentIndex();
+    const int row = m_prj->currentRow();
+    if (!closePrjAndList())
+        return;
     TAppData& app = appData();
     app.LastPrj = m_prjList->indexOfSelected();
-    app.LastCfg = m_prj->currentIndex();
-    app.LastCmd = m_prj->currentRow();
-    if (!closePrj())
-        return;
+    app.LastCfg = tab;
+    app.LastCmd = row;
     m_mayClose = true;
     delete m_cmdSelector;
     close();
@@ -246,28 +245,6 @@ bool TMainWindow::closePrj()
         m_cmdSelector->slotSelectCmd(-1, -1);
     updateState();
     return true;
-}
-
-bool TMainWindow::saveBeforeClosing()
-{
-    if (!appData().AutoSavePrj && !msgAsk(langText(84).arg(project().name()), this))
-        return true;
-    return savePrj() || msgAsk(langText(426), this);
-}
-
-bool TMainWindow::savePrj()
-{
-    const QString file = absFile(m_prjList->listFolder(), project().file());
-    TCtrlProject control;
-    const bool saved = control.save(file, project());
-    if (saved) {
-        project().clearChanged();
-        report(langText(85).arg(project().name()), TWgtStatusBar::Green);
-    } else {
-        report(QStringLiteral("%1 \"%2\": %3").arg(langText(86), project().name(), control.errorText()),
-               TWgtStatusBar::Red);
-    }
-    return saved;
 }
 
 // Behind what the panels have posted: the current command's line would come last otherwise.

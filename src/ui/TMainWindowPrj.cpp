@@ -45,7 +45,7 @@ void TMainWindow::insertNode(int title, TWgtPrjList::Mode mode, TWgtPrjList::Pla
 {
     const bool pastes = mode == TWgtPrjList::Paste;
     TDialogPrjEdit dialog(langText(title), pastes ? m_prjClip.name : QString(), QString(),
-                          m_prjList->listFolder(), this);
+                          m_prjList->listFolder(), this, mode == TWgtPrjList::Add);
     do {
         if (dialog.exec() != QDialog::Accepted)
             return;
@@ -87,9 +87,16 @@ void TMainWindow::slotPrjEdit()
                           m_prjList->listFolder(), this);
     if (dialog.exec() != QDialog::Accepted)
         return;
-    const QString file =
-        dialog.file().isEmpty() ? QString() : withSuffix(dialog.file(), QStringLiteral("prj"));
-    if (file == m_prjList->nodeFile()) {
+    QString file = dialog.file();
+    QString error;
+    // One that was typed is stored as inserting stores it; one that was left alone stays as it stands.
+    if (file != m_prjList->nodeFile() &&
+        !joinPrjList(m_prjList->listFolder(), TPrjFileMode::Add, {}, file, error)) {
+        report(QStringLiteral("%1: %2").arg(file, error), TWgtStatusBar::Red);
+        return;
+    }
+    const QString path = file.isEmpty() ? QString() : absFile(m_prjList->listFolder(), file);
+    if (path == m_prjList->nodePath()) {
         changeNode(dialog.name(), file);
         return;
     }
@@ -110,16 +117,6 @@ void TMainWindow::changeNode(const QString& name, const QString& file)
         project().setName(name);
     saveList();
     updateState();
-}
-
-void TMainWindow::slotPrjSave()
-{
-    // A group has no project; nor has a node whose file could not be read.
-    if (!project().isOpen())
-        return;
-    if (appData().ConfirmProjectSave && !msgAsk(langText(112).arg(project().name()), this))
-        return;
-    (void)savePrj();
 }
 
 void TMainWindow::slotPrjDelete()

@@ -5,6 +5,7 @@
 #include "core/helpers.h"
 #include "ui/TDialogSelectPrjList.h"
 #include "ui/TMainWindow.h"
+#include "ui/TTreeWidget.h"
 #include "ui/TWgtPrjList.h"
 #include "ui/window_helpers.h"
 
@@ -21,39 +22,15 @@ namespace {
 const QString listSuffix = QStringLiteral("lst");
 const QString listFilter = QStringLiteral("*.lst");
 
-bool isSameFile(const QString& a, const QString& b)
-{
-    const QFileInfo first(a);
-    const QFileInfo second(b);
-    return first == second || (first.exists() && first.canonicalFilePath() == second.canonicalFilePath());
-}
-
 } // namespace
-
-/// The name of a list to write, with its suffix; empty when the user does not want to.
-QString TMainWindow::askListFile(int title, bool confirmOverwrite)
-{
-    QFileDialog dialog(this, langText(title), QCoreApplication::applicationDirPath(), listFilter);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(listSuffix);
-    dialog.setOption(QFileDialog::DontConfirmOverwrite, !confirmOverwrite);
-    while (dialog.exec() == QDialog::Accepted) {
-        const QString chosen = dialog.selectedFiles().value(0);
-        QString file = withSuffix(chosen, listSuffix);
-        // The dialog has asked about the file that was typed, not about the one with another suffix.
-        if (file == chosen || !confirmOverwrite || !QFileInfo::exists(file))
-            return file;
-        dialog.selectFile(file);
-    }
-    return QString();
-}
 
 void TMainWindow::slotPrjListNew()
 {
-    const QString file = askListFile(90, true);
+    const QString file = askNewFile(90, QCoreApplication::applicationDirPath(), listSuffix, true);
     if (file.isEmpty())
         return;
-    if ((m_prjList->isLoaded() && isSameFile(file, m_prjList->listFile())) || !writeEmptyList(file)) {
+    if ((m_prjList->isLoaded() && QFileInfo(file) == QFileInfo(m_prjList->listFile())) ||
+        !writeEmptyList(file)) {
         qDebug().noquote() << QStringLiteral("%1: %2").arg(langText(91), file);
         report(QStringLiteral("%1: %2").arg(langText(91), file), TWgtStatusBar::Red);
         updateState();
@@ -75,30 +52,40 @@ void TMainWindow::slotPrjListLoad()
 void TMainWindow::openOtherList(const QString& name, const QString& file)
 {
     stopRunsThen([this, name, file] {
-        if (closePrj())
+        if (closePrjAndList())
             loadList(name, file);
     });
 }
 
-/// Shows another list, or the same one anew. The project is closed.
+/// The list as it is on the disk, for changes that the user has given up.
+void TMainWindow::reloadList()
+{
+    stopRunsThen([this, open = m_openPath] {
+        if (!closePrj() || !loadList(m_prjList->listName(), m_prjList->listFile()))
+            return;
+        if (QTreeWidgetItem* node = open.isEmpty() ? nullptr : m_prjList->nodeOf(open))
+            m_prjList->tree()->setCurrentItem(node);
+    });
+}
+
+/// Shows another list, or the same one anew. The project is closed, and changes of the old one are stored.
 bool TMainWindow::loadList(const QString& name, const QString& file)
 {
-    // What was moved or unfolded in the old one would be lost.
-    if (m_prjList->isLoaded() && !isSameFile(TPrjListFile::path(file), m_prjList->listFile()))
-        saveList();
     const bool loaded = m_prjList->load(name, file, appData().PrjListExpand);
-    if (!loaded)
+    if (!loaded) {
+        report(listProblem(), TWgtStatusBar::Red);
         msgError(langText(98).arg(QDir::toNativeSeparators(file)), this);
+    }
     updateState();
     return loaded;
 }
 
-bool TMainWindow::saveList()
+/// Why there is no list.
+QString TMainWindow::listProblem() const
 {
-    if (m_prjList->save(m_prjList->listFile()))
-        return true;
-    report(QStringLiteral("%1: %2").arg(m_prjList->listFile(), m_prjList->errorText()), TWgtStatusBar::Red);
-    return false;
+    const QString reason =
+        m_prjList->errorText().isEmpty() ? m_prjList->statusText() : m_prjList->errorText();
+    return QStringLiteral("%1: %2").arg(m_prjList->listFile(), reason);
 }
 
 void TMainWindow::slotPrjListSelect()
@@ -110,12 +97,17 @@ void TMainWindow::slotPrjListSelect()
         return;
     }
     dialog.setPreset(m_prjList->listName(), m_prjList->listFile());
-    const bool accepted = dialog.exec() == QDialog::Accepted;
-    if (dialog.isChanged() && !dialog.write())
-        report(lists, TWgtStatusBar::Red);
+    bool accepted = false;
+    Stored stored = Stored::Yes;
+    do {
+        accepted = dialog.exec() == QDialog::Accepted;
+        stored = dialog.isChanged() && dialog.isOutdated() ? askOutdated(lists) : Stored::Yes;
+    } while (stored == Stored::NotNow);
+    if (stored == Stored::Yes && dialog.isChanged() && !dialog.write())
+        report(QStringLiteral("%1: %2").arg(lists, dialog.errorText()), TWgtStatusBar::Red);
     if (accepted) {
         stopRunsThen([this, name = dialog.name(), file = dialog.file()] {
-            if (!closePrj() || !loadList(name, file))
+            if (!closePrjAndList() || !loadList(name, file))
                 return;
             appData().PrjListName = name;
             appData().PrjListFile = file;
@@ -135,12 +127,20 @@ void TMainWindow::slotPrjListReload()
 
 void TMainWindow::slotPrjListSaveAs()
 {
-    const QString file = askListFile(96, false);
-    if (file.isEmpty() || !saveList())
+    const QString file = askNewFile(96, QCoreApplication::applicationDirPath(), listSuffix, false);
+    if (file.isEmpty())
         return;
     const QString source = m_prjList->listFile();
-    if (!QFile::copy(source, file))
+    const Stored stored = storeList();
+    if (stored == Stored::NotNow)
+        return;
+    // A list whose own file cannot be written is saved here all the same.
+    const bool copied = stored == Stored::Failed ? !QFileInfo::exists(file) && m_prjList->saveCopy(file)
+                                                 : QFile::copy(source, file);
+    if (!copied)
         msgError(langText(99).arg(QDir::toNativeSeparators(source), QDir::toNativeSeparators(file)), this);
+    if (stored == Stored::GivenUp)
+        reloadList();
 }
 
 void TMainWindow::slotPrjListOpenFolder()

@@ -1,13 +1,13 @@
 #include "ui/TWgtPrjList.h"
 
 #include "core/TAppData.h"
-#include "core/TPrjListFile.h"
 #include "core/globals.h"
 #include "core/helpers.h"
 #include "ui/TTreeWidget.h"
 #include "ui/TWgtLabelElided.h"
 
 #include <QFileIconProvider>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QHash>
 #include <QHeaderView>
@@ -19,12 +19,18 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int columnName = 0;
 constexpr int columnFile = 1;
 /// Of column 0: the node is expanded when no filter is at work.
 constexpr int roleExpanded = Qt::UserRole;
+/// Of column 0: the node is expanded by the file; the program has expanded it; other keys of the file.
+constexpr int roleStored = Qt::UserRole + 1;
+constexpr int roleShown = Qt::UserRole + 2;
+constexpr int roleOthers = Qt::UserRole + 3;
 constexpr int titleHeight = 19;
 constexpr int filterHeight = 21;
 
@@ -162,26 +168,29 @@ bool TWgtPrjList::load(const QString& name, const QString& file, int expandMode)
     m_filterText.clear();
     m_tree->clear();
 
-    TPrjListFile list;
-    const TPrjListFile::Result result = list.read(m_listFile);
+    const TPrjListFile::Result result = m_file.read(m_listFile);
     if (result == TPrjListFile::Failed)
-        m_errorText = list.errorText();
+        m_errorText = m_file.errorText();
     else if (result == TPrjListFile::Empty)
         m_statusText = QStringLiteral("пустой файл");
     else
-        addNodes(list.items(), expandMode);
+        addNodes(expandMode);
     showLoaded(result == TPrjListFile::Ok);
+    dropChanges();
     return m_isLoaded;
 }
 
-void TWgtPrjList::addNodes(const QList<TPrjListItem>& items, int expandMode)
+void TWgtPrjList::addNodes(int expandMode)
 {
+    const QList<TPrjListItem> items = m_file.items();
     m_title->setFullText(m_listName);
     m_tree->setUpdatesEnabled(false);
     QList<QTreeWidgetItem*> nodes;
     QList<QTreeWidgetItem*> tops;
     for (const TPrjListItem& item : items) {
         QTreeWidgetItem* node = newNode(item.name, item.file);
+        node->setData(columnName, roleStored, item.expand);
+        node->setData(columnName, roleOthers, item.others);
         if (item.parent > 0)
             nodes.at(item.parent - 1)->addChild(node);
         else
@@ -192,6 +201,7 @@ void TWgtPrjList::addNodes(const QList<TPrjListItem>& items, int expandMode)
     for (int i = 0; i < nodes.size(); ++i) {
         if (expandMode == 0 ? items.at(i).expand : expandMode == 2)
             nodes.at(i)->setExpanded(true);
+        nodes.at(i)->setData(columnName, roleShown, nodes.at(i)->isExpanded());
     }
     m_tree->setUpdatesEnabled(true);
 }
@@ -234,14 +244,40 @@ QString TWgtPrjList::errorText() const
     return m_errorText;
 }
 
+bool TWgtPrjList::isChanged() const
+{
+    return m_isLoaded && items() != m_stored;
+}
+
+void TWgtPrjList::dropChanges()
+{
+    m_stored = items();
+}
+
+bool TWgtPrjList::isOutdated() const
+{
+    return m_file.isOutdated();
+}
+
 bool TWgtPrjList::save(const QString& path)
 {
-    if (!m_isLoaded)
+    if (!isChanged())
         return true;
-    TPrjListFile list;
-    list.setItems(items());
-    const bool ok = list.write(path);
-    m_errorText = list.errorText();
+    m_file.setItems(items());
+    const bool ok = m_file.write(path);
+    m_errorText = m_file.errorText();
+    if (ok)
+        dropChanges();
+    return ok;
+}
+
+bool TWgtPrjList::saveCopy(const QString& path)
+{
+    TPrjListFile copy = m_file;
+    copy.setItems(items());
+    copy.changeFolder(listFolder(), absDir(path));
+    const bool ok = copy.write(path);
+    m_errorText = copy.errorText();
     return ok;
 }
 
@@ -255,8 +291,12 @@ QList<TPrjListItem> TWgtPrjList::items() const
     for (const QTreeWidgetItem* node : nodes) {
         TPrjListItem item;
         item.parent = numbers.value(node->parent());
-        // A filter expands everything: that is not how the user left the tree.
-        item.expand = isFiltered ? node->data(columnName, roleExpanded).toBool() : node->isExpanded();
+        // A filter expands everything: that is not how the user left the tree. Nor is it the user's choice
+        // what stands as the program has shown it.
+        const bool expanded = isFiltered ? node->data(columnName, roleExpanded).toBool() : node->isExpanded();
+        const bool isAsShown = expanded == node->data(columnName, roleShown).toBool();
+        item.expand = isAsShown ? node->data(columnName, roleStored).toBool() : expanded;
+        item.others = node->data(columnName, roleOthers).toJsonObject();
         item.name = node->text(columnName);
         item.file = node->text(columnFile);
         list.append(item);
@@ -322,7 +362,11 @@ QString TWgtPrjList::nodeFile() const
 
 QString TWgtPrjList::nodePath() const
 {
-    const QString file = nodeFile();
+    return pathOf(nodeFile());
+}
+
+QString TWgtPrjList::pathOf(const QString& file) const
+{
     return file.isEmpty() ? QString() : absFile(listFolder(), file);
 }
 
@@ -359,6 +403,28 @@ bool TWgtPrjList::insertNode(const QString& name, const QString& file, Mode mode
     return true;
 }
 
+QTreeWidgetItem* TWgtPrjList::nodeFor(const QString& path, QTreeWidgetItem* above)
+{
+    if (QTreeWidgetItem* node = nodeOf(path))
+        return node;
+    QTreeWidgetItem* parent = above && above->parent() ? above->parent() : m_tree->invisibleRootItem();
+    QTreeWidgetItem* node = newNode(QFileInfo(path).completeBaseName(), relToDir(listFolder(), path));
+    const QSignalBlocker blocker(m_tree);
+    parent->insertChild(above ? parent->indexOfChild(above) + 1 : parent->childCount(), node);
+    return node;
+}
+
+QTreeWidgetItem* TWgtPrjList::nodeOf(const QString& path) const
+{
+    const QFileInfo wanted(path);
+    const QList<QTreeWidgetItem*> nodes = m_tree->nodes();
+    const auto it = std::find_if(nodes.begin(), nodes.end(), [&](const QTreeWidgetItem* node) {
+        const QString file = node->text(columnFile);
+        return !file.isEmpty() && QFileInfo(pathOf(file)) == wanted;
+    });
+    return it == nodes.end() ? nullptr : *it;
+}
+
 void TWgtPrjList::deleteNode()
 {
     if (!hasNode())
@@ -386,13 +452,27 @@ int TWgtPrjList::indexOfSelected() const
 
 void TWgtPrjList::selectByIndex(int index)
 {
+    unfoldAbove(m_tree->nodes().value(index));
     m_tree->selectByIndex(index);
 }
 
 void TWgtPrjList::restoreCurrent(QTreeWidgetItem* item)
 {
     const QSignalBlocker blocker(m_tree);
+    unfoldAbove(item);
     m_tree->setCurrentItem(item);
+}
+
+// The tree does it by itself when it scrolls to its current node, but then nobody could tell it from a
+// click of the user's.
+void TWgtPrjList::unfoldAbove(QTreeWidgetItem* node)
+{
+    for (QTreeWidgetItem* above = node ? node->parent() : nullptr; above; above = above->parent()) {
+        if (above->isExpanded())
+            continue;
+        above->setExpanded(true);
+        above->setData(columnName, roleShown, true);
+    }
 }
 
 void TWgtPrjList::slotFilterClear()
@@ -446,14 +526,15 @@ void TWgtPrjList::restoreExpanded(const QList<QTreeWidgetItem*>& nodes)
     QTreeWidgetItem* top = current;
     while (top && top->parent())
         top = top->parent();
-    if (top != current)
+    if (top != current && !top->isExpanded()) {
         top->setExpanded(true);
+        top->setData(columnName, roleShown, true);
+    }
 }
 
 void TWgtPrjList::slotItemSelect(QTreeWidgetItem* item)
 {
-    const QString file = item ? item->text(columnFile) : QString();
-    emit signalProjectSelect(file.isEmpty() ? QString() : absFile(listFolder(), file));
+    emit signalProjectSelect(pathOf(item ? item->text(columnFile) : QString()));
 }
 
 bool TWgtPrjList::eventFilter(QObject* object, QEvent* event)

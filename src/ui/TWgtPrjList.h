@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/TPrjListFile.h"
+
 #include <QFrame>
 #include <QIcon>
 
@@ -8,7 +10,6 @@ class QPushButton;
 class QTreeWidgetItem;
 class TTreeWidget;
 class TWgtLabelElided;
-struct TPrjListItem;
 
 /// The left panel: the tree of projects of one project list, with its name and a filter. Main thread.
 class TWgtPrjList : public QFrame
@@ -37,8 +38,20 @@ public:
     bool isLoaded() const;
     QString statusText() const;
     QString errorText() const;
-    /// Writes the list if a list is loaded and its bytes differ from the file. False with errorText().
+    /// The tree as the file would have it.
+    QList<TPrjListItem> items() const;
+    /// The tree differs from what was read or written last: nodes, names, files, or what the user has
+    /// unfolded.
+    bool isChanged() const;
+    /// The list counts as written from now on.
+    void dropChanges();
+    /// Somebody else has written the list's file since it was read or written here.
+    bool isOutdated() const;
+    /// Writes the list if it is changed. False with errorText().
     [[nodiscard]] bool save(const QString& path);
+    /// Writes the list into another file, from which its nodes lead to the same projects; this one stays
+    /// what it is. False with errorText().
+    [[nodiscard]] bool saveCopy(const QString& path);
 
     QString listName() const;
     /// Absolute; empty when no list was ever loaded.
@@ -63,6 +76,11 @@ public:
     /// written or, for a paste, exists; then there is no node and errorText() tells why.
     [[nodiscard]] bool insertNode(const QString& name, const QString& file, Mode mode, Place place,
                                   const QByteArray& content = {});
+    /// The node of a project file, absolute; a new one directly below another one, or at the end, if
+    /// there is none. The current node stays.
+    QTreeWidgetItem* nodeFor(const QString& path, QTreeWidgetItem* above);
+    /// Null if there is none.
+    QTreeWidgetItem* nodeOf(const QString& path) const;
     /// Removes the current node and all below it; the files stay.
     void deleteNode();
     void deleteChildren();
@@ -93,11 +111,13 @@ private:
     void applyTitleColors();
     void makeFilter();
     void makeTree();
-    void addNodes(const QList<TPrjListItem>& items, int expandMode);
+    void addNodes(int expandMode);
     void showLoaded(bool loaded);
     QTreeWidgetItem* newNode(const QString& name, const QString& file) const;
+    /// Unfolds what is above a node; that is none of the user's changes.
+    void unfoldAbove(QTreeWidgetItem* node);
+    QString pathOf(const QString& file) const;
     void setNode(QTreeWidgetItem* node, const QString& name, const QString& file) const;
-    QList<TPrjListItem> items() const;
     void keepExpanded(const QList<QTreeWidgetItem*>& nodes);
     void hideOthers(const QList<QTreeWidgetItem*>& nodes, const QString& text);
     void restoreExpanded(const QList<QTreeWidgetItem*>& nodes);
@@ -106,6 +126,8 @@ private:
     QTreeWidgetItem* firstVisible() const;
 
     bool m_isLoaded = false;
+    TPrjListFile m_file;
+    QList<TPrjListItem> m_stored; ///< as items() gave them when they were read or written last
     QString m_statusText;
     QString m_errorText;
     QString m_listName;

@@ -18,6 +18,7 @@ enum TMainAction {
     maPrjPasteNewSub,
     maPrjEdit,
     maPrjSave,
+    maPrjSaveAs,
     maPrjDelete,
     maPrjDeleteSubAll,
     maPrjOpenFolder,

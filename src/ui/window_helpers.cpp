@@ -15,6 +15,8 @@
 #include <QStyleFactory>
 #include <QTableWidget>
 
+#include <algorithm>
+
 namespace {
 
 void showBox(QMessageBox::Icon icon, const QString& text, QWidget* parent)
@@ -89,6 +91,23 @@ bool msgAsk(const QString& text, QWidget* parent)
     box.setDefaultButton(yes);
     box.exec();
     return box.clickedButton() == yes;
+}
+
+int msgChoose(const QString& text, const std::array<int, 3>& buttons, int defaultButton, QWidget* parent)
+{
+    static constexpr std::array<QMessageBox::ButtonRole, 3> roles{
+        QMessageBox::AcceptRole, QMessageBox::DestructiveRole, QMessageBox::RejectRole};
+    QMessageBox box(QMessageBox::Question, QLatin1String(identity::shortName), text, QMessageBox::NoButton,
+                    parent);
+    box.setTextFormat(Qt::PlainText);
+    std::array<QPushButton*, 3> pressable{};
+    for (size_t i = 0; i < buttons.size(); ++i)
+        pressable.at(i) = box.addButton(langText(buttons.at(i)), roles.at(i));
+    box.setDefaultButton(pressable.at(static_cast<size_t>(defaultButton)));
+    box.setEscapeButton(pressable.back());
+    box.exec();
+    const auto pressed = std::find(pressable.begin(), pressable.end(), box.clickedButton());
+    return static_cast<int>(std::min<std::ptrdiff_t>(pressed - pressable.begin(), 2));
 }
 
 bool openFolder(const QString& file)

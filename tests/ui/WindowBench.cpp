@@ -373,10 +373,16 @@ void WindowBench::answer()
         const bool isOurs = box->textFormat() == Qt::PlainText && box->windowTitle() == "Velmarkion";
         boxes.append(isOurs ? box->text() : "A strange box");
         // Qt's own question about a file that is there has No for its default.
-        if (yes && !isOurs && box->button(QMessageBox::Yes))
+        const QString pressed = press.isEmpty() ? QString() : press.takeFirst();
+        for (QAbstractButton* button : box->buttons()) {
+            if (button->text() == pressed)
+                return QTest::mouseClick(button, Qt::LeftButton);
+        }
+        const bool agrees = pressed.isEmpty() ? yes : pressed == "Enter";
+        if (agrees && !isOurs && box->button(QMessageBox::Yes))
             QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton);
         else
-            QTest::keyClick(box, yes ? Qt::Key_Return : Qt::Key_Escape);
+            QTest::keyClick(box, agrees ? Qt::Key_Return : Qt::Key_Escape);
     } else if (auto* files = qobject_cast<QFileDialog*>(modal)) {
         const QString name = std::exchange(typed, {}).value(0);
         files->findChild<QLineEdit*>("fileNameEdit")->setText(m_dir.file("projects/" + name));

@@ -84,8 +84,10 @@ public:
     QString status() const { return m_window->statusLine()->text(); }
     QString log(int index);
 
-    /// How questions are answered.
+    /// How questions are answered: by Enter or by Escape.
     bool yes = true;
+    /// How the next ones are answered before that counts: by texts of buttons, "Enter" or "Escape".
+    QStringList press;
     /// Texts of the boxes so far.
     QStringList boxes;
     /// What is typed in the fields of the next dialog, from the top; an empty list cancels it. A file dialog

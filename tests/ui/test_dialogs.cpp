@@ -312,6 +312,7 @@ private slots:
         for (const TPrjListEntry& entry : lists.entries())
             names.append(entry.name);
         QCOMPARE(names, QStringList({"First", "Samples", "New", "Copy", "Far"}));
+        QCOMPARE(lists.entries().first().file, QString("open.lst"));
         appData().ConfirmProjectsListDelete = false;
         for (int i = 0; i < names.size(); ++i)
             press(table, "Del");

@@ -17,6 +17,8 @@
 #include <QTabBar>
 #include <QTextEdit>
 
+#include <thread>
+
 namespace {
 
 const QString runsQuestion = "Configurations are running. Stop them?";
@@ -113,7 +115,13 @@ private slots:
     void leaveDuringRun_data();
     void leaveDuringRun();
     void typedValueCounts();
+    void unsavedChanges_data();
     void unsavedChanges();
+    void cancelledQuestion();
+    void listOfOthers_data();
+    void listOfOthers();
+    void savedElsewhere();
+    void saveDuringRun();
     void selectorFollows();
     void lastPlaceIsOpened();
 
@@ -419,33 +427,205 @@ void TestMainWindow::typedValueCounts()
     }
 }
 
+void TestMainWindow::unsavedChanges_data()
+{
+    // Whether it is asked about | what is pressed | state of the file | project behind it | file of the
+    // changes.
+    textRows(R"(
+auto | | | two | one
+ask | Enter | | two | one
+ask | Save | | two | one
+ask | Do not save | | two |
+ask | Cancel | | one |
+ask | Escape | | one |
+auto | Enter | broken | one |
+auto | Escape | broken | one |
+ask | Enter, Enter | broken | one |
+ask | Save, Yes | broken | two |
+ask | Save, Save as... | broken | two | saved
+auto | Escape | foreign | one |
+ask | Save, Enter | foreign | one |
+ask | Save, Keep theirs | foreign | two |
+ask | Save, Write mine | foreign | two | one
+)",
+             {"asks", "press", "state", "after", "stored"});
+}
+
+/// A project that is left with changes: no key that is pressed without reading loses them.
 void TestMainWindow::unsavedChanges()
 {
-    // Saved without a question or after one, which is asked again for a file that cannot be written.
-    for (const QString row : {"auto closes stored", "ask yes closes stored", "ask closes",
-                              "ask again yes broken closes", "auto again broken"}) {
-        WindowBench bench;
-        bench.openSamples("One");
-        appData().AutoSavePrj = row.contains("auto");
-        bench.yes = row.contains("yes");
-        QVERIFY(bench.play("CmdDeleteCur") && project().isChanged());
-        const QByteArray before = bench.dir().read("projects/one.prj");
-        // A folder in the place of the file cannot be written, whoever runs the test.
-        const QString file = bench.dir().file("projects/one.prj");
-        QVERIFY(!row.contains("broken") || (QFile::remove(file) && QDir().mkpath(file + "/x")));
-        bench.clickNode("Two");
-        const bool closes = row.contains("closes");
-        QCOMPARE(bench.boxes.size(), row.count("ask") + row.count("again"));
-        QCOMPARE(bench.window().prjList()->nodeName(), QString(closes ? "Two" : "One"));
-        QVERIFY(project().file().endsWith(closes ? "two.prj" : "one.prj"));
-        QCOMPARE(project().isChanged(), !closes);
-        QCOMPARE(QFileInfo(file).isFile() && bench.dir().read("projects/one.prj") != before,
-                 row.contains("stored"));
-        // Nor does the node get another file then.
-        if (!closes)
-            QVERIFY(bench.play("PrjEdit One two.prj") && bench.window().prjList()->nodeFile() == "one.prj");
-        project().clearChanged();
+    QFETCH(QString, press);
+    QFETCH(QString, state);
+    QFETCH(QString, after);
+    QFETCH(QString, stored);
+    WindowBench bench;
+    bench.openSamples("One");
+    appData().AutoSavePrj = QString(QTest::currentDataTag()).startsWith("auto");
+    QVERIFY(bench.play("CmdDeleteCur") && project().isChanged());
+    // A folder in the place of the file cannot be written, whoever runs the test.
+    const QString file = bench.dir().file("projects/one.prj");
+    QVERIFY(state != "broken" || (QFile::remove(file) && QDir().mkpath(file + "/x")));
+    if (state == "foreign")
+        bench.dir().write("projects/one.prj", "{\"theirs\": \"0\"}");
+    bench.press = press.split(", ", Qt::SkipEmptyParts);
+    const int questions = bench.press.size();
+    bench.typed = QStringList{"saved"};
+    bench.clickNode("Two");
+    QCOMPARE(bench.boxes.size(), questions);
+    QCOMPARE(bench.window().prjList()->nodeName().toLower(), after);
+    QVERIFY(project().file().endsWith(after + ".prj"));
+    QCOMPARE(project().isChanged(), after == "one");
+    // The command that was deleted is the only one with a 0.
+    const auto isMine = [&](const QString& name) {
+        const QByteArray bytes = bench.dir().read("projects/" + name + ".prj");
+        return !bytes.isEmpty() && !bytes.contains("\"0\"");
+    };
+    QCOMPARE(QString(isMine("one") ? "one" : isMine("saved") ? "saved" : ""), stored);
+    QCOMPARE(bench.nodeNames(),
+             QString(stored == "saved" ? "One saved Two .Sub Group" : "One Two .Sub Group"));
+    QCOMPARE(bench.listDifference(), QString());
+    // Nor does the node get another file then.
+    bench.yes = false;
+    if (after == "one")
+        QVERIFY(bench.play("PrjEdit One two.prj") && bench.window().prjList()->nodeFile() == "one.prj");
+}
+
+/// Cancelled, nothing has happened, whatever led to the question.
+void TestMainWindow::cancelledQuestion()
+{
+    WindowBench bench;
+    bench.dir().write("projects/other.lst", R"({"list": []})");
+    bench.openSamples("One");
+    QVERIFY(bench.play("CmdDeleteCur"));
+    bench.yes = false;
+    for (const QString way : {"@Two", "PrjListReload", "PrjListLoad other.lst", "PrjDeleteCur",
+                              "PrjEdit One sub.prj", "PrjNew New new", "Quit"}) {
+        QVERIFY(bench.play(way));
+        QCOMPARE(bench.boxes, QStringList{langText(84).arg("One")});
+        QVERIFY(bench.window().isVisible() && project().isChanged());
+        QCOMPARE(bench.configs() + bench.window().prjList()->nodeName(),
+                 QString("A: pause stop; B: delay delayOne"));
+        QCOMPARE(bench.nodeNames().remove(" New"), QString("One Two .Sub Group"));
+        bench.boxes.clear();
+        bench.prj().focusTable();
     }
+}
+
+void TestMainWindow::listOfOthers_data()
+{
+    // What the user does | what is in the file then | what is pressed | whether the window goes | the list
+    // file.
+    textRows(R"(
+@Two | mine | | goes | mine
+@Two | theirs | | goes | theirs
+@Up | mine | | goes | unfolded
+@Up | theirs | Keep theirs | goes | theirs
+@Up | theirs | Write mine | goes | unfolded
+@Up | theirs | Cancel | stays | theirs
+@Up | theirs | Enter | stays | theirs
+@Up | broken | Enter | stays |
+@Up | broken | Escape | stays |
+@Up | broken | Yes | goes |
+@Up | broken | Save as... | goes |
+@One, PrjEdit Uno one.prj | mine | | goes | edited
+@One, PrjEdit Uno one.prj | theirs | Write mine | goes | edited
+@One, PrjEdit Uno one.prj | theirs | Keep theirs | goes | theirs
+)",
+             {"steps", "state", "press", "goes", "list"});
+}
+
+/// A window writes a list that its user has changed, and never without a word over somebody else's.
+void TestMainWindow::listOfOthers()
+{
+    QFETCH(QString, steps);
+    QFETCH(QString, state);
+    QFETCH(QString, press);
+    WindowBench bench;
+    const QString name = "projects/test.lst";
+    bench.addNode("Up");
+    bench.addNode("Down", "E: stop", 1);
+    bench.openSamples();
+    QVERIFY(bench.close());
+    // Written by another program, the node that is opened at the start inside one that is folded.
+    const QByteArray mine = bench.dir().read(name).replace("\"expand\": 1", "\"expand\": 0") + "\n\n";
+    bench.dir().write(name, mine);
+    appData().OpenLastPrj = true;
+    appData().LastPrj = 4;
+    bench.open();
+    QTreeWidget* tree = bench.window().prjList()->tree();
+    QVERIFY(project().file().endsWith("sub.prj") && tree->topLevelItem(2)->isExpanded());
+    const QByteArray theirs = "{\"list\": [{\"name\": \"Theirs\"}]}";
+    const QString file = bench.dir().file(name);
+    if (state == "theirs")
+        bench.dir().write(name, theirs);
+    QVERIFY(state != "broken" || (QFile::remove(file) && QDir().mkpath(file + "/x")));
+    bench.press = press.split(", ", Qt::SkipEmptyParts);
+    QVERIFY(bench.play(steps));
+    if (steps == "@Up")
+        QTest::keyClick(tree, Qt::Key_Right);
+    bench.typed = QStringList{"saved.lst"};
+    const bool goes = bench.close();
+    QTEST(QString(goes ? "goes" : "stays"), "goes");
+    QVERIFY(bench.press.isEmpty());
+    const QByteArray bytes = bench.dir().read(name);
+    const bool isUnfolded = bytes.contains("\"expand\": 1, \"name\": \"Up\"");
+    const char* changed = isUnfolded ? "unfolded" : bytes.contains("\"Uno\"") ? "edited" : "";
+    QTEST(QString(bytes == mine ? "mine" : bytes == theirs ? "theirs" : changed), "list");
+    QCOMPARE(bench.dir().read("projects/saved.lst").contains("\"Sub\""), press == "Save as...");
+}
+
+void TestMainWindow::savedElsewhere()
+{
+    WindowBench bench;
+    bench.addNode("Main", "A: calc_crc file=data.bin, stop; B: stop, pause");
+    QVERIFY(QDir().mkpath(bench.dir().file("projects/far")));
+    bench.open();
+    QVERIFY(bench.play("-PrjSaveAs, @Main, #1, CmdDeleteCur, PrjSaveAs") && bench.boxes.isEmpty());
+    const QByteArray before = bench.dir().read("projects/main.prj");
+    QVERIFY(project().isChanged());
+    bench.prj().setCurrentIndex(1);
+    bench.prj().setCurrentRow(1);
+    QVERIFY(bench.play("PrjSaveAs far/new"));
+    QCOMPARE(bench.dir().read("projects/main.prj"), before);
+    QCOMPARE(bench.nodeNames() + '=' + bench.window().prjList()->nodeFile(), QString("Main new=far/new.prj"));
+    QVERIFY(project().file().endsWith("far/new.prj") && !project().isChanged());
+    QCOMPARE(bench.configs() + bench.fileDifference() + bench.listDifference(),
+             QString("A: calc_crc; B: stop pause"));
+    QCOMPARE(project().cmdAt(0)->param(key::file).toString(), QString("../data.bin"));
+    QVERIFY(bench.prj().currentIndex() == 1 && bench.prj().currentRow() == 1);
+    // Back over the file of the first node, which is that node again.
+    QVERIFY(bench.play("PrjSaveAs main.prj"));
+    QCOMPARE(bench.nodeNames() + '=' + bench.window().prjList()->nodeFile(), QString("Main new=main.prj"));
+    QCOMPARE(project().cmdAt(0)->param(key::file).toString(), QString("data.bin"));
+}
+
+/// What a run reports of its changes arrives later than it happens.
+void TestMainWindow::saveDuringRun()
+{
+    WindowBench bench;
+    bench.openWith("A: stop");
+    // A new icon each time; the images themselves belong to the program.
+    const auto icon = [&] { return bench.window().button(mbSave)->icon().cacheKey(); };
+    const auto changeInRun = [] { std::thread([] { project().setChanged(); }).join(); };
+    const qint64 unchanged = icon();
+    changeInRun();
+    bench.settle();
+    QVERIFY(icon() != unchanged);
+    changeInRun();
+    bench.window().slotPrjSave();
+    const qint64 saved = icon();
+    bench.settle();
+    QVERIFY(!project().isChanged() && icon() == saved);
+    // Somebody else's file is not written over by the save key either.
+    bench.dir().write("projects/main.prj", R"({"configurations": [{"name": "Theirs"}]})");
+    for (const QString& answer : QStringList{"Escape", "Keep theirs"}) {
+        bench.press = QStringList{answer};
+        changeInRun();
+        QVERIFY(bench.play("PrjSave"));
+        QCOMPARE(bench.configs(), QString(answer == "Escape" ? "A: stop" : "Theirs: "));
+        QCOMPARE(project().isChanged(), answer == "Escape");
+    }
+    QVERIFY(bench.dir().read("projects/main.prj").contains("Theirs"));
 }
 
 void TestMainWindow::selectorFollows()

@@ -1,5 +1,8 @@
 #include "ui/WindowBench.h"
 
+#include <QFileDialog>
+#include <QPushButton>
+
 namespace {
 
 /// A text of the window by its number, and what is filled in: "135:Delay"; or the text's beginning.
@@ -105,7 +108,8 @@ PrjListNew fresh, -PrjEdit CfgNew, PrjListLoad test.lst | test.lst | Two .Sub Gr
 PrjListSaveAs copy.lst, PrjListLoad copy.lst | copy.lst | Two .Sub Group One
 PrjListSaveAs other.lst, PrjListLoad other.lst | other.lst | Other | other.lst
 PrjListLoad bad.lst, -PrjNew PrjListReload | bad.lst | | bad.lst
-PrjListReload | test.lst | One Two .Sub Group
+PrjListLoad one.prj, -PrjNew PrjListReload | one.prj | | one.prj
+PrjListReload | test.lst | Two .Sub Group One
 PrjListSelect | other.lst | Other
 )";
 
@@ -208,6 +212,28 @@ private slots:
         QCOMPARE(bench.listDifference(), QString());
     }
 
+    // Stored from the folder of the list, however it was typed; only an added one must be there.
+    void typedFiles()
+    {
+        WindowBench bench;
+        bench.openSamples("One");
+        QVERIFY(bench.play("PrjEdit One " + bench.dir().file("projects/sub")));
+        QCOMPARE(bench.window().prjList()->nodeFile(), QString("sub.prj"));
+        QCOMPARE(bench.configs(), QString("D: stop"));
+        for (const QString action : {"PrjNew", "PrjAdd", "PrjAddSub", "PrjEdit"}) {
+            QFileDialog::AcceptMode mode = QFileDialog::AcceptSave;
+            bench.inDialog = [&](QDialog& dialog) {
+                QTimer::singleShot(0, &dialog, [&mode] {
+                    mode = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())->acceptMode();
+                });
+                dialog.findChild<QPushButton*>()->click();
+                QMetaObject::invokeMethod(&dialog, "reject", Qt::QueuedConnection);
+            };
+            QVERIFY(bench.play(action));
+            QCOMPARE(mode == QFileDialog::AcceptOpen, action.startsWith("PrjAdd"));
+        }
+    }
+
     // The list that is open has been changed in the window and not yet in its file.
     void lists_data() { textRows(listRows, {"steps", "file", "nodes", "box"}); }
     void lists()
@@ -229,6 +255,8 @@ private slots:
         if (steps == "PrjListSelect")
             bench.inDialog = [](QDialog& dialog) { dialog.findChild<QTableWidget*>()->selectRow(0); };
         QVERIFY(bench.play(steps));
+        QVERIFY(bench.close());
+        QVERIFY(bench.dir().read("projects/one.prj").contains("configurations"));
         QTEST(bench.window().prjList()->listFile().remove(lists), "file");
         QTEST(bench.nodeNames(), "nodes");
         QVERIFY(bench.boxes.join(' ').contains(box));
