@@ -2,10 +2,17 @@
 
 #include "core/TSettings.h"
 #include "core/helpers.h"
+#include "core/ini_text.h"
+#include "core/json_file.h"
 #include "core/settingsRows.h"
 
+#include <QFileInfo>
 #include <QMap>
 #include <QRegularExpression>
+#include <QSet>
+#include <QTemporaryDir>
+
+#include <functional>
 
 namespace {
 
@@ -39,29 +46,47 @@ TSplitterPos readField(const TSettings& settings, const QString& key, const TSpl
     return settings.readSizes(key, def);
 }
 
-/// The rows of a list that are of the right length, in the order of their numbers. The store itself
-/// gives keys in the order of text, with Name10 before Name2.
-QList<QStringList> readRows(const TSettings& settings, const QString& group, const QString& key, int length)
+/// One of the two lists as it stands in the file.
+struct Rows
+{
+    /// The rows that are of the right length, in the order of their numbers. The store itself gives keys in
+    /// the order of text, with Name10 before Name2.
+    QMap<int, QStringList> good;
+    QSet<QString> goodKeys;
+    QSet<int> otherNumbers; ///< of rows that are none and stay in the file
+};
+
+Rows readRows(const TSettings& settings, const QString& group, const QString& key, int length)
 {
     const QString prefix = group + QLatin1Char('/') + key;
     const QRegularExpression pattern(QStringLiteral("^%1/%2([0-9]+)$").arg(group, key));
-    QMap<int, QStringList> rows;
+    Rows rows;
     for (const QString& name : settings.allKeys()) {
-        const QString digits = pattern.match(name).captured(1);
         bool isNumber = false;
-        const int number = digits.toInt(&isNumber);
-        const QStringList row = isNumber ? settings.readList(prefix + digits) : QStringList();
-        if (row.size() == length)
-            rows.insert(number, row);
+        const int number = pattern.match(name).captured(1).toInt(&isNumber);
+        if (!isNumber)
+            continue;
+        const QStringList row = settings.readList(name);
+        if (row.size() != length) {
+            rows.otherNumbers.insert(number);
+            continue;
+        }
+        rows.good.insert(number, row);
+        rows.goodKeys.insert(name);
     }
-    return rows.values();
+    return rows;
 }
 
-void writeRows(TSettings& settings, const QString& group, const QString& key, const QList<QStringList>& rows)
+/// Numbers that other lines of the file have are left to them.
+void writeRows(TSettings& settings, const QString& group, const QString& key, const QList<QStringList>& rows,
+               const Rows& old)
 {
-    settings.remove(group);
-    for (int i = 0; i < rows.size(); ++i)
-        settings.write(QStringLiteral("%1/%2%3").arg(group, key, QString::number(i)), rows.at(i));
+    int number = 0;
+    for (const QStringList& row : rows) {
+        while (old.otherNumbers.contains(number))
+            ++number;
+        settings.write(QStringLiteral("%1/%2%3").arg(group, key, QString::number(number++)), row);
+    }
 }
 
 QList<QStringList> toRows(const TProgType& types)
@@ -97,14 +122,59 @@ void writeFields(TSettings& settings, const TAppData& data, Written group)
     }
 }
 
-/// Brings everything written so far to the file.
-bool finish(TSettings& settings)
+bool isMissing(const QString& file)
 {
-    settings.sync();
-    if (settings.status() != QSettings::AccessError)
+    return !QFileInfo::exists(file) && !QFileInfo(file).isSymLink();
+}
+
+/// Puts settings into the file, whose other lines stay. The store writes them to a file of their own first,
+/// since it would throw away what is no setting. False with the reason in error.
+bool store(const std::function<void(TSettings&)>& write, const QSet<QString>& dropped, QString& error)
+{
+    const QString file = settingsFile();
+    const QTemporaryDir folder;
+    const QString freshFile = folder.filePath(QStringLiteral("settings.ini"));
+    {
+        TSettings settings(freshFile);
+        write(settings);
+    }
+    QByteArray fresh;
+    QByteArray old;
+    if (!readWholeFile(freshFile, fresh, error) || !(isMissing(file) || readWholeFile(file, old, error)))
+        return false;
+    const auto isDropped = [&](const QByteArray& key) { return dropped.contains(QString::fromUtf8(key)); };
+    return writeFileSafely(file, mergedIni(old, fresh, isDropped), error);
+}
+
+/// The settings that write puts down reach the file; else a line in the diagnostic log.
+bool stored(const std::function<void(TSettings&)>& write, const QSet<QString>& dropped = {})
+{
+    QString error;
+    if (store(write, dropped, error))
         return true;
-    logError(QStringLiteral("Settings"), QStringLiteral("%1: cannot be written").arg(settings.fileName()));
+    logError(QStringLiteral("Settings"),
+             QStringLiteral("%1: cannot be written: %2").arg(settingsFile(), error));
     return false;
+}
+
+/// Tells of lines that cannot be read: they stay in the file, but nobody heeds them.
+void logBrokenLines()
+{
+    constexpr int most = 10;
+    QByteArray text;
+    QString error;
+    if (isMissing(settingsFile()))
+        return;
+    const bool isRead = readWholeFile(settingsFile(), text, error);
+    QStringList numbers;
+    for (const int number : brokenIniLines(text, most))
+        numbers.append(QString::number(number));
+    if (!isRead)
+        logError(QStringLiteral("Settings"), QStringLiteral("%1: %2").arg(settingsFile(), error));
+    else if (!numbers.isEmpty())
+        logError(QStringLiteral("Settings"), QStringLiteral("%1: no setting in line %2%3")
+                                                 .arg(settingsFile(), numbers.join(QStringLiteral(", ")),
+                                                      QLatin1String(numbers.size() == most ? "..." : "")));
 }
 
 } // namespace
@@ -113,6 +183,7 @@ void TAppData::load()
 {
     const TSettings settings(settingsFile());
     const TAppData defaults;
+    logBrokenLines();
     for (const SettingsRow& row : settingsRows()) {
         const auto read = [&](auto field) {
             this->*field = readField(settings, QLatin1String(row.key), defaults.*field);
@@ -120,25 +191,27 @@ void TAppData::load()
         std::visit(read, row.field);
     }
     progTypes.clear();
-    for (const QStringList& row : readRows(settings, typeGroup, typeKey, 2))
+    for (const QStringList& row : readRows(settings, typeGroup, typeKey, 2).good.values())
         progTypes.append(row.at(0), row.at(1));
     progNames.clear();
-    for (const QStringList& row : readRows(settings, nameGroup, nameKey, 4))
+    for (const QStringList& row : readRows(settings, nameGroup, nameKey, 4).good.values())
         progNames.append(row.at(1), row.at(0) == QLatin1String("1"), row.at(2), row.at(3));
 }
 
 bool TAppData::saveApp() const
 {
-    TSettings settings(settingsFile());
-    writeFields(settings, *this, Written::App);
-    writeRows(settings, typeGroup, typeKey, toRows(progTypes));
-    writeRows(settings, nameGroup, nameKey, toRows(progNames));
-    return finish(settings);
+    const TSettings old(settingsFile());
+    const Rows types = readRows(old, typeGroup, typeKey, 2);
+    const Rows names = readRows(old, nameGroup, nameKey, 4);
+    const auto write = [&](TSettings& settings) {
+        writeFields(settings, *this, Written::App);
+        writeRows(settings, typeGroup, typeKey, toRows(progTypes), types);
+        writeRows(settings, nameGroup, nameKey, toRows(progNames), names);
+    };
+    return stored(write, types.goodKeys + names.goodKeys);
 }
 
 bool TAppData::saveWindow() const
 {
-    TSettings settings(settingsFile());
-    writeFields(settings, *this, Written::Window);
-    return finish(settings);
+    return stored([this](TSettings& settings) { writeFields(settings, *this, Written::Window); });
 }

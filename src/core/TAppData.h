@@ -17,8 +17,8 @@ public:
     /// Reads both lists and every key of the settings file into the fields; a missing key gives the
     /// default, a missing file leaves all defaults. Once, at the start.
     void load();
-    /// Writes the keys of the application settings and the two lists. False when the file cannot be
-    /// written; a line in the diagnostic log says so.
+    /// Writes the keys of the application settings and the two lists. Lines of the file that are none of
+    /// them stay. False when the file cannot be written; a line in the diagnostic log says so.
     bool saveApp() const;
     /// Writes the keys of the window settings. False as above.
     bool saveWindow() const;

@@ -1,8 +1,17 @@
 #include "core/TSettings.h"
 
+#include "core/ini_text.h"
+
+#include <QFile>
+
+#include <iterator>
+
 namespace {
 
 constexpr uint rgbMask = 0xFFFFFF;
+
+/// The words for a flag, the first half for false.
+constexpr const char* flagWords[] = {"0", "false", "no", "off", "1", "true", "yes", "on"};
 
 } // namespace
 
@@ -16,24 +25,52 @@ TSettings::~TSettings() = default;
 
 bool TSettings::readBool(const QString& key, bool def) const
 {
-    return value(key, def).toBool();
+    const QString text = value(key).toString().trimmed();
+    const auto* const word = std::find_if(std::begin(flagWords), std::end(flagWords), [&text](const char* w) {
+        return text.compare(QLatin1String(w), Qt::CaseInsensitive) == 0;
+    });
+    if (word != std::end(flagWords))
+        return word - flagWords >= std::distance(std::begin(flagWords), std::end(flagWords)) / 2;
+    bool isNumber = false;
+    const bool isSet = text.toLongLong(&isNumber) != 0;
+    return isNumber ? isSet : def;
 }
 
 int TSettings::readInt(const QString& key, int def) const
 {
-    return value(key, def).toInt();
+    bool isNumber = false;
+    const int number = value(key).toString().trimmed().toInt(&isNumber);
+    return isNumber ? number : def;
 }
 
 QString TSettings::readString(const QString& key, const QString& def) const
 {
-    return value(key, def).toString();
+    const QVariant stored = value(key);
+    if (!stored.isValid())
+        return def;
+    const QStringList parts = stored.toStringList();
+    return parts.size() > 1 ? joined(key, parts) : stored.toString();
+}
+
+/// A text with a comma and without quotes, which the store takes for a list.
+QString TSettings::joined(const QString& key, const QStringList& parts) const
+{
+    QFile file(fileName());
+    if (file.open(QIODevice::ReadOnly)) {
+        const QByteArray raw = rawIniValue(file.readAll(), key.toUtf8());
+        // Quotes and escapes have been read already; without them the text is what stands there.
+        if (!raw.isEmpty() && !raw.contains('"') && !raw.contains('\\'))
+            return QString::fromUtf8(raw);
+    }
+    return parts.join(QLatin1String(", "));
 }
 
 QColor TSettings::readColor(const QString& key, const QColor& def) const
 {
     // Wider than an int, so that a number with an alpha part keeps its low bits instead of becoming 0.
-    const qlonglong number = value(key, def.rgb() & rgbMask).toLongLong();
-    return QColor(static_cast<QRgb>(number & rgbMask));
+    bool isNumber = false;
+    const qlonglong number = value(key).toString().trimmed().toLongLong(&isNumber);
+    return isNumber ? QColor(static_cast<QRgb>(number & rgbMask)) : def;
 }
 
 QList<int> TSettings::readSizes(const QString& key, const QList<int>& def) const
@@ -42,9 +79,10 @@ QList<int> TSettings::readSizes(const QString& key, const QList<int>& def) const
     if (texts.size() < 2)
         return def;
     QList<int> sizes;
-    for (const QString& text : texts)
-        sizes.append(text.toInt());
-    return sizes;
+    bool isNumber = true;
+    for (auto text = texts.cbegin(); text != texts.cend() && isNumber; ++text)
+        sizes.append(text->toInt(&isNumber));
+    return isNumber ? sizes : def;
 }
 
 QByteArray TSettings::readBytes(const QString& key) const

@@ -17,8 +17,11 @@ public:
     explicit TSettings(const QString& file);
     ~TSettings() override;
 
+    // What does not read as its type gives the default.
+    /// true, yes, on and numbers but 0; false, no, off and 0; in any case.
     bool readBool(const QString& key, bool def) const;
     int readInt(const QString& key, int def) const;
+    /// A text with commas that stands without quotes comes back as it stands.
     QString readString(const QString& key, const QString& def) const;
     /// 24 bits red, green, blue; alpha comes back as 0xFF.
     QColor readColor(const QString& key, const QColor& def) const;
@@ -38,4 +41,7 @@ public:
     void write(const QString& key, const QList<int>& value);
     void write(const QString& key, const QByteArray& value);
     void write(const QString& key, const QStringList& value);
+
+private:
+    QString joined(const QString& key, const QStringList& parts) const;
 };

@@ -33,6 +33,12 @@ QString keyIn(const QString& group, const char* key)
     return group + QLatin1Char('/') + QLatin1String(key);
 }
 
+/// A description gives the default only where the key is missing; a text that is no number counts as 0.
+int readNumber(const TSettings& ini, const QString& key, int def)
+{
+    return ini.contains(key) ? ini.readInt(key, 0) : def;
+}
+
 double readReal(const TSettings& ini, const QString& key)
 {
     const double value = ini.value(key, 0.0).toDouble();
@@ -77,18 +83,18 @@ TProg::TProg(const QString& file)
 {
     const TSettings ini(file);
     m_interfaceId = readInterfaceId(ini);
-    m_baudRate = ini.readInt(QStringLiteral("Port/BaudRate"), 115200);
-    m_dataBits = ini.readInt(QStringLiteral("Port/DataBits"), 8);
+    m_baudRate = readNumber(ini, QStringLiteral("Port/BaudRate"), 115200);
+    m_dataBits = readNumber(ini, QStringLiteral("Port/DataBits"), 8);
     m_parity = ini.readString(QStringLiteral("Port/Parity"), {});
-    m_stopBits = ini.readInt(QStringLiteral("Port/StopBits"), 1);
+    m_stopBits = readNumber(ini, QStringLiteral("Port/StopBits"), 1);
     m_flowControl = ini.readString(QStringLiteral("Port/FlowControl"), {});
-    m_timeout = ini.readInt(QStringLiteral("Port/TimeOut"), 1000);
+    m_timeout = readNumber(ini, QStringLiteral("Port/TimeOut"), 1000);
     m_maxData = ini.value(QStringLiteral("Protocol/MAX_DATA"), 64).toString().toUShort();
-    m_freqDefault = ini.readInt(QStringLiteral("Frequency/FQ_DEF"), 100000);
-    m_dutyDefault = ini.readInt(QStringLiteral("Frequency/DT_DEF"), 50);
-    m_resetMin = ini.readInt(QStringLiteral("Reset/MIN"), 10);
-    m_resetMax = ini.readInt(QStringLiteral("Reset/MAX"), 1000);
-    m_resetDefault = ini.readInt(QStringLiteral("Reset/DEF"), -400);
+    m_freqDefault = readNumber(ini, QStringLiteral("Frequency/FQ_DEF"), 100000);
+    m_dutyDefault = readNumber(ini, QStringLiteral("Frequency/DT_DEF"), 50);
+    m_resetMin = readNumber(ini, QStringLiteral("Reset/MIN"), 10);
+    m_resetMax = readNumber(ini, QStringLiteral("Reset/MAX"), 1000);
+    m_resetDefault = readNumber(ini, QStringLiteral("Reset/DEF"), -400);
     readPinTypes(ini);
 }
 
@@ -267,7 +273,7 @@ int TProg::clockCode(const QString& section, int clock) const
     const TSettings ini(m_file);
     if (!ini.readBool(keyIn(section, "CLK_LIST"), false))
         return clock;
-    return ini.readInt(keyIn(section, "CLKLV_") + QString::number(clock), clock);
+    return readNumber(ini, keyIn(section, "CLKLV_") + QString::number(clock), clock);
 }
 
 bool TProg::supportsCommand(const QString& key) const

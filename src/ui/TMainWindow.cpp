@@ -123,8 +123,17 @@ void TMainWindow::applyInterface()
 void TMainWindow::slotSettings()
 {
     TDialogSetupSelect dialog(this);
-    if (dialog.exec() == QDialog::Accepted)
-        applySettings();
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    applySettings();
+    // At once: what was set up must not be lost with a crash of the machine.
+    if (appData().SaveSettingsApp && !appData().saveApp())
+        tellUnsavedSettings();
+}
+
+void TMainWindow::tellUnsavedSettings()
+{
+    msgError(langText(171).arg(QDir::toNativeSeparators(fileInAppDir(QStringLiteral("ini")))), this);
 }
 
 void TMainWindow::applySettings()
@@ -151,7 +160,7 @@ void TMainWindow::slotSaveSettings()
     const bool saved = appData().saveWindow() && appData().saveApp();
     // Asked for, so it is not left to the log file alone.
     if (!saved)
-        msgError(langText(171).arg(QDir::toNativeSeparators(fileInAppDir(QStringLiteral("ini")))), this);
+        tellUnsavedSettings();
 }
 
 void TMainWindow::takeWindowSettings()

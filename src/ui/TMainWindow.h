@@ -166,6 +166,7 @@ private:
     void applyInterface();
     void applySettings();
     void takeWindowSettings();
+    void tellUnsavedSettings();
 
     // State.
     void trigger(const ActionRow& row);

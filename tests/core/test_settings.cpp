@@ -90,19 +90,28 @@ private slots:
     {
         const TAppData data = loaded("[Interface]\nExecLogColorCmd=16711935\nExecLogColorText=0\n"
                                      "ExecLogColorResult=1099511627777\nExecTabColorSuccess=red\n"
-                                     "[WindowMain]\nCfgSplitter=1,2,3\nPrjSplitter=10\n");
+                                     "[WindowMain]\nCfgSplitter=1,2,3\nPrjSplitter=10\n"
+                                     "Width=wide\nHeight=\n[WindowSettings]\nProgSplitter=5,x\n"
+                                     "[Main]\nAutoSavePrj=Yes\nOpenLastPrj=on\nSaveSettingsApp=no\n"
+                                     "SaveSettingsWindow=OFF\nWindowMainCenter=maybe\nWindowOtherCenter=0\n"
+                                     "PathProjects=/a,b , c\nPathDevices=a, \"b;\"\nStyle=Plain\n");
         QCOMPARE(data.ExecLogColorCmd.rgba(), 0xFFFF00FFu);
         QCOMPARE(data.ExecLogColorText.rgba(), 0xFF000000u); // black, not the default
         QCOMPARE(data.ExecLogColorResult.rgba(), 0xFF000001u);
-        QCOMPARE(data.ExecTabColorSuccess.rgba(), 0xFF000000u);
+        QCOMPARE(data.ExecTabColorSuccess, TAppData().ExecTabColorSuccess);
         QCOMPARE(data.ExecTabColorFailed, TAppData().ExecTabColorFailed);
         QCOMPARE(data.WindowMainCfgSplitter, (TSplitterPos{1, 2, 3}));
         QCOMPARE(data.WindowMainPrjSplitter, (TSplitterPos{100, 100}));
+        QCOMPARE(data.WindowMainWidth + data.WindowMainHeight, 650 + 550);
+        QCOMPARE(data.WindowSettingsProgSplitter, (TSplitterPos{100, 100}));
+        QVERIFY(data.AutoSavePrj && data.OpenLastPrj && data.WindowMainCenter);
+        QVERIFY(!data.SaveSettingsApp && !data.SaveSettingsWindow && !data.WindowOtherCenter);
+        QCOMPARE(data.PathProjects + data.PathDevices + data.Style, QString("/a,b , ca, b;Plain"));
         QVERIFY(data.saveApp());
         QCOMPARE(TSettings(iniFile()).value(QStringLiteral("Interface/ExecLogColorCmd")).toUInt(), 0xFF00FFu);
     }
 
-    // What is read is written anew, without what was no entry; keys that nobody knows stay.
+    // What is read is written anew beside what was no entry; that and keys that nobody knows stay.
     void programmerLists()
     {
         TAppData data = loaded("[ProgTypeList]\n"
@@ -135,6 +144,50 @@ private slots:
         QVERIFY(data.progTypes.file(-1).isEmpty() && data.progTypes.file(3).isEmpty());
         const TSettings settings(iniFile());
         QVERIFY(settings.contains("Mine/key") && !settings.contains("ProgNameList/Name11"));
+        QCOMPARE(settings.readList("ProgNameList/Name4").size(), 3);
+        QCOMPARE(settings.readList("ProgTypeList/Type3").size(), 3);
+        QCOMPARE(settings.readList("ProgTypeList/Type0") + settings.readList("ProgTypeList/Typex"),
+                 (QStringList{"Zero", "Other", "other.cfg"}));
+    }
+
+    void otherLinesStay_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QByteArrayList>("kept");
+        QTest::addColumn<QByteArray>("broken"); // lines, of which the first is the comment in front
+        const auto row = [](const char* name, const QByteArray& content, const QByteArrayList& kept,
+                            const QByteArray& broken) { QTest::newRow(name) << content << kept << broken; };
+        row("comments", "[Main]\n; mine\nStyle=Fusion ; why\n\n[WindowMain]\nLeft=5;\n[Main]\nDebug=1",
+            {"; mine\nStyle=Fusion ; why\n", "[WindowMain]\nLeft=5 ;\n", "[Main]\nDebug=1\n"}, "");
+        row("no settings", "alone\n[Main]\nno setting\n=x\n[Mine\nkey=1\n",
+            {"alone\n[Main]\nno setting\n=x\n", "[Mine\nkey=1\n"}, "2, 4, 5, 6");
+        row("open quote", "[Main]\nStyle=\"Fus\n[Mine]\nkey=1\n", {"[Mine]\nkey=1\n"}, "3");
+        row("quote over lines", "[Main]\nOwn=\"a\n[Mine]\nLastPrj=1\"\nLastPrj=2\\\n3\nLastCfg=1\r\n",
+            {"Own=\"a\n[Mine]\nLastPrj=1\"\nLastPrj=23\nLastCfg=1\r\n"}, "");
+    }
+    void otherLinesStay()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QByteArrayList, kept);
+        QFETCH(QByteArray, broken);
+        const TAppData data = loaded(content);
+        QByteArray first;
+        for (int i = 0; i < 2; ++i) {
+            QVERIFY(data.saveApp() && data.saveWindow());
+            QFile file(iniFile());
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            const QByteArray text = file.readAll();
+            for (const QByteArray& part : kept)
+                QVERIFY2(text.contains(part), text.constData());
+            QCOMPARE(text.count("\nStyle=") + text.count("\nLastCfg="), 2);
+            QVERIFY(text.startsWith("; -"));
+            if (i > 0)
+                QCOMPARE(text, first); // nothing is put in twice
+            first = text;
+        }
+        QFile log(fileInAppDir(QStringLiteral("log")));
+        QCOMPARE(log.open(QIODevice::ReadOnly), !broken.isEmpty());
+        QVERIFY(broken.isEmpty() || log.readAll().contains("no setting in line " + broken + "\n"));
     }
 
     void garbage()
@@ -192,7 +245,6 @@ private slots:
         QVERIFY(!data.PrjListName.isEmpty());
     }
 
-    // The last one: what could not be written waits in the store for the next try.
     void unwritableFileIsReported()
     {
         QVERIFY(QDir().mkdir(iniFile()));

@@ -108,9 +108,9 @@ private slots:
         QCOMPARE(prog.pinLetters(), QString("-IlZ"));
         QCOMPARE(prog.pinTexts(),
                  (QStringList{"- (not change)", "I (input)", "l (input - pull-down)", "Z (tri-stated)"}));
-        QCOMPARE(prog.pinList(spi, true), (QStringList{"CS - A", "SO, IO1 - B", "C"}));
+        QCOMPARE(prog.pinList(spi, true), (QStringList{"CS - A", "SO, IO1 - B", "SI, IO0 - C"}));
         QCOMPARE(prog.pinList(spi, false),
-                 (QStringList{"A - CS", "B - SO, IO1", "GND - VSS", QString::fromUtf8("Ä"), "C"}));
+                 (QStringList{"A - CS", "B - SO, IO1", "GND - VSS", QString::fromUtf8("Ä"), "C - SI, IO0"}));
         QCOMPARE(prog.pinList(QString(), true), (QStringList{"A", "B", "C"}));
     }
 

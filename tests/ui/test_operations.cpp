@@ -1,6 +1,9 @@
+#include "core/TSettings.h"
+#include "core/helpers.h"
 #include "ui/WindowBench.h"
 
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QPushButton>
 
 namespace {
@@ -191,6 +194,26 @@ private slots:
         QVERIFY(bench.play("#1, CmdDeleteCur"));
         for (int tab : {0, 1})
             QCOMPARE(bench.table(tab)->item(0, 1)->foreground().color(), QColor(Qt::red));
+    }
+
+    // A crash behind the dialog must not cost the programmers that were set up in it.
+    void settingsReachTheDiskWithOk()
+    {
+        WindowBench bench;
+        bench.openSamples("One");
+        for (const bool writes : {false, true}) {
+            appData().SaveSettingsApp = writes;
+            bench.inDialog = [](QDialog& dialog) {
+                for (QLineEdit* line : dialog.findChildren<QLineEdit*>()) {
+                    if (line->text() == appData().PathProgs)
+                        line->setText(line->text() + "x");
+                }
+            };
+            const QString changed = appData().PathProgs + "x";
+            QVERIFY(bench.play("Setup") && appData().PathProgs == changed);
+            const TSettings file(fileInAppDir("ini"));
+            QCOMPARE(file.readString("Main/PathProgs", {}) == changed, writes);
+        }
     }
 
     // No file is written over by a new or a pasted project, or goes with its node.
