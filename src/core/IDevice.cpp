@@ -58,6 +58,11 @@ bool IDevice::checkDeviceParams(const TData&) const
     return true;
 }
 
+QString IDevice::beginText(const TData& data) const
+{
+    return paramsText(data, nullptr);
+}
+
 bool IDevice::setDeviceDefaults(TData&) const
 {
     return false;

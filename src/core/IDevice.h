@@ -42,6 +42,9 @@ public:
     /// One line with the parameters. openForm is the command's form while it is on screen, else null;
     /// a worker always passes null.
     virtual QString paramsText(const TData& data, QWidget* openForm) const = 0;
+    /// The parameters as the log shows them when the command begins. The body given here is paramsText; a
+    /// command that is about to read a value leaves the stored one out, which is that of an earlier run.
+    virtual QString beginText(const TData& data) const;
     /// A new form of the command, owned by the caller; null when there is none. Main thread.
     virtual QWidget* createForm(const TData& data) const = 0;
     /// What is stored after an edit. The body given here returns a detached copy.

@@ -584,8 +584,10 @@ TRunStep TDataPrj::nextStep(int id_cfg, int id_cmd) const
 {
     const QMutexLocker lock(&m_mutex);
     TRunStep step;
-    if (const TDataCmd* command = nextCmd(id_cfg, id_cmd)) {
-        step.found = true;
+    if (indexCfg(id_cfg) < 0 || (id_cmd >= 0 && indexCmd(id_cmd) < 0)) {
+        step.state = TRunStep::State::Gone;
+    } else if (const TDataCmd* command = nextCmd(id_cfg, id_cmd)) {
+        step.state = TRunStep::State::Found;
         step.data = command->toData();
         step.device = command->device();
         step.validDev = command->validDev();

@@ -4,6 +4,7 @@
 #include "core/globals.h"
 #include "core/keys.h"
 #include "link/TSerialPort.h"
+#include "misc/TNormCmdParam.h"
 
 #include <QCoreApplication>
 
@@ -90,6 +91,7 @@ void IDeviceExec::storeResult(const QString& text)
 {
     const int id_cmd = m_cmdData.value(key::id_cmd).toInt();
     project().setCmdParam(id_cmd, {{key::id_cmd, id_cmd}, {key::data, text}});
+    emit signalEventText(ceResult, textFirstBytes(text));
 }
 
 bool IDeviceExec::fail(const QString& reason)

@@ -51,7 +51,7 @@ protected:
     /// Reports pos of total as percent, when it has changed, and lets a stop request in: the only place
     /// in a routine that does. True when the routine has to end.
     [[nodiscard]] bool reportProgress(TProgress& progress, qint64 pos, qint64 total);
-    /// Puts the text that was read into the command's parameter data.
+    /// Puts the text that was read into the command's parameter data and tells it in the log.
     void storeResult(const QString& text);
     /// Stores the reason, possibly empty, and gives false.
     [[nodiscard]] bool fail(const QString& reason = QString());

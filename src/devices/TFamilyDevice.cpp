@@ -159,6 +159,18 @@ QString TFamilyDevice::paramsText(const TData& data, QWidget* openForm) const
     return {};
 }
 
+QString TFamilyDevice::beginText(const TData& data) const
+{
+    const TCommandRow* command = row(data);
+    if (command && command->action == Action::Read) {
+        if (command->shape == Shape::Register)
+            return {};
+        if (command->shape == Shape::Data)
+            return textDataRange(data);
+    }
+    return paramsText(data, nullptr);
+}
+
 QString TFamilyDevice::registerText(const TCommandRow& row, const TData& data, QWidget* openForm) const
 {
     QString text;

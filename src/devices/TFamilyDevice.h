@@ -16,6 +16,7 @@ public:
     void setDefaultParams(TData& data) const override;
     QString commandTitle(const TData& data) const override;
     QString paramsText(const TData& data, QWidget* openForm) const override;
+    QString beginText(const TData& data) const override;
     QWidget* createForm(const TData& data) const override;
     TData normalizeParams(const TData& data) const override;
     bool refreshParams(TData& data) const override;

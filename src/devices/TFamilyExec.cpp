@@ -86,7 +86,9 @@ bool TFamilyExec::run(const TCommandRow& row)
     case Shape::Data:
         return runData(memory(row.area), row.action);
     case Shape::File:
-        return runFile(memory(row.area), row.action);
+        return row.area == Area::Security && row.action == Action::Read
+                   ? readFileTold(memory(row.area))
+                   : runFile(memory(row.area), row.action);
     case Shape::Plain:
         return row.action == Action::TestEmpty ? verifyAll(memory(row.area), erasedByte) : runOwn(row);
     case Shape::Pins:
@@ -341,6 +343,23 @@ bool TFamilyExec::runFile(const TMemory& memory, Action action)
         break;
     }
     return fail();
+}
+
+bool TFamilyExec::readFileTold(const TMemory& memory)
+{
+    QByteArray all;
+    TMemory listened = memory;
+    listened.read = [&](qint64 addr, int n, QByteArray& bytes) {
+        if (!memory.read(addr, n, bytes))
+            return false;
+        all.append(bytes);
+        return true;
+    };
+    if (!readFile(listened))
+        return false;
+    if (!all.isEmpty())
+        emit signalEventText(ceResult, textFirstBytes(bytesToHex(all)));
+    return true;
 }
 
 bool TFamilyExec::readFile(const TMemory& memory)

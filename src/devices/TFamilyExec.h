@@ -102,6 +102,8 @@ private:
     [[nodiscard]] bool ident();
     [[nodiscard]] bool readData(const TMemory& memory, qint64 first, qint64 last, const QString& pattern);
     [[nodiscard]] bool readFile(const TMemory& memory);
+    /// The same for a memory of a few bytes, which the log shows too.
+    [[nodiscard]] bool readFileTold(const TMemory& memory);
     /// Closes the file of a range that was read up to next, or says in what state the file is left.
     [[nodiscard]] bool closeRead(TFormat& file, const FileRange& range, qint64 next, Loop loop);
     void tell(const QString& remark);

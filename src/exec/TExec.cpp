@@ -13,6 +13,13 @@
 
 #include <memory>
 
+namespace {
+
+constexpr int textGone = 500;
+constexpr int textNotClosed = 501;
+
+} // namespace
+
 /// What one run holds from its first to its last step. The port is closed until a set_prog opens it.
 struct TExec::Run
 {
@@ -64,8 +71,12 @@ bool TExec::runCommands(Run& run)
 {
     while (!run.exit && !m_stop) {
         const TRunStep step = project().nextStep(run.curCfg, run.curCmd);
-        if (!step.found)
+        if (step.state == TRunStep::State::End)
             return true;
+        if (step.state == TRunStep::State::Gone) {
+            run.errorText = langText(textGone);
+            return false;
+        }
         if (!runCommand(run, step))
             return false;
     }
@@ -74,7 +85,8 @@ bool TExec::runCommands(Run& run)
 
 bool TExec::runCommand(Run& run, const TRunStep& step)
 {
-    run.curCmd = step.data.value(key::id_cmd).toInt();
+    const int id = step.data.value(key::id_cmd).toInt();
+    run.curCmd = id;
     const QString word = step.data.value(key::cmd).toString();
     if (word == cmd::set_prog && run.port.isOpen() && !leaveProgrammer(run))
         return false;
@@ -86,7 +98,7 @@ bool TExec::runCommand(Run& run, const TRunStep& step)
     if (step.device) {
         run.exec.reset(step.device->createExec(step.data));
         title = step.device->commandTitle(step.data);
-        params = step.device->paramsText(step.data, nullptr);
+        params = step.device->beginText(step.data);
     }
     QCoreApplication::processEvents();
     emit signalEventText(ceCmdBegin, title, params);
@@ -109,6 +121,9 @@ bool TExec::runCommand(Run& run, const TRunStep& step)
         run.errorText = run.port.errorString();
         ok = false;
     }
+    // An executor that does not find its command has no reason to give.
+    if (!ok && run.exec->errorText().isEmpty() && run.errorText.isEmpty() && project().indexCmd(id) < 0)
+        run.errorText = langText(textGone);
     emit signalEventProc(0);
     QCoreApplication::processEvents();
     return ok;
@@ -116,8 +131,12 @@ bool TExec::runCommand(Run& run, const TRunStep& step)
 
 bool TExec::leaveProgrammer(Run& run)
 {
-    if (!progCloseLink(&run.port) || !progSetStatus(&run.port, progIdle))
+    if (!closeLink(run))
         return false;
+    if (!progSetStatus(&run.port, progIdle)) {
+        run.errorText = run.port.errorString();
+        return false;
+    }
     run.port.close();
     return true;
 }
@@ -131,6 +150,15 @@ bool TExec::reportInvalid(Run& run, const TRunStep& step, const QString& title)
     else
         return false;
     return true;
+}
+
+bool TExec::closeLink(Run& run)
+{
+    if (progCloseLink(&run.port))
+        return true;
+    if (run.errorText.isEmpty())
+        run.errorText = langText(textNotClosed).arg(run.port.errorString());
+    return false;
 }
 
 void TExec::connectExec(IDeviceExec* exec, const QString& word)
@@ -161,7 +189,7 @@ void TExec::finish(Run& run, bool result)
 
     bool closing = result;
     if (!run.leave && run.exec && run.port.isOpen() && !run.port.isLinkFailed())
-        closing = progCloseLink(&run.port) && result;
+        closing = closeLink(run) && result;
 
     if (!closing) {
         if (run.port.isOpen() && !run.port.isLinkFailed())

@@ -53,6 +53,8 @@ private:
     [[nodiscard]] bool runCommands(Run& run);
     [[nodiscard]] bool runCommand(Run& run, const TRunStep& step);
     [[nodiscard]] bool leaveProgrammer(Run& run);
+    /// Sends the closing frame; where it fails and nothing else has, that is the reason of the failure.
+    [[nodiscard]] bool closeLink(Run& run);
     [[nodiscard]] bool reportInvalid(Run& run, const TRunStep& step, const QString& title);
     void connectExec(IDeviceExec* exec, const QString& word);
     void finish(Run& run, bool result);

@@ -24,6 +24,13 @@ QVariant param(const TData& data, const QString& key, int line = __builtin_LINE(
     return getParam("misc/TNormCmdParam", line, data, key);
 }
 
+/// Every one of these parameters is a number or missing.
+template <typename... Keys> bool areNumbers(const TData& data, const Keys&... keys)
+{
+    qint64 number = 0;
+    return (readNumber(data.value(keys), number) && ...);
+}
+
 /// The piece lies in the region; by subtraction, since numbers from a file may be anything.
 bool inRegion(qint64 addr, qint64 count, qint64 begin, qint64 size)
 {
@@ -76,14 +83,14 @@ bool validPulse(qint64 duration, bool positive, const TProg& prog)
     return duration != 0 && (duration > 0) == positive && length >= min && length <= max;
 }
 
-bool validClock(int clk, const QString& section, const TProg& prog)
+bool validClock(qint64 clk, const QString& section, const TProg& prog)
 {
     bool isList = false;
     int min = 0;
     int max = 0;
     QVector<int> values;
     prog.clockParams(section, isList, min, max, values);
-    return clk != 0 && clk >= min && clk <= max && (!isList || values.contains(clk));
+    return clk != 0 && clk >= min && clk <= max && (!isList || values.contains(static_cast<int>(clk)));
 }
 
 QString hexText(quint64 n)
@@ -91,9 +98,20 @@ QString hexText(quint64 n)
     return QString::number(n, 16).toUpper().rightJustified(2, QLatin1Char('0'));
 }
 
+QString rangeText(qint64 first, qint64 last)
+{
+    return QStringLiteral("0x%1..0x%2").arg(hex(first), hex(last));
+}
+
 QString rangeText(qint64 first, qint64 last, const QString& rest)
 {
-    return QStringLiteral("0x%1..0x%2 :%3").arg(hex(first), hex(last), rest);
+    return rangeText(first, last) + QLatin1String(" :") + rest;
+}
+
+/// The last byte of the text. An empty text counts as one byte, half a byte as a whole one.
+qint64 lastOfText(qint64 addr, const QString& text)
+{
+    return lastAddress(addr, qMax(1, (withoutBlanks(text).size() + 1) / 2));
 }
 
 } // namespace
@@ -107,6 +125,19 @@ QVariant getParam(const char* source, int line, const TData& data, const QString
         logError(QStringLiteral("Error"), QStringLiteral("Param %1, %2: %3 not found")
                                               .arg(QLatin1String(source), QString::number(line), key));
     return {};
+}
+
+bool readNumber(const QVariant& value, qint64& number)
+{
+    bool isNumber = true;
+    number = value.isValid() ? value.toLongLong(&isNumber) : 0;
+    return isNumber;
+}
+
+bool readInt(const QVariant& value, qint64& number)
+{
+    using Int = std::numeric_limits<qint32>;
+    return readNumber(value, number) && number >= Int::min() && number <= Int::max();
 }
 
 TRegion regionOf(const IDevice& device, Region region)
@@ -144,7 +175,8 @@ bool validChar(const TData& data, qint64 begin, qint64 size)
     qint64 count = 0;
     quint8 fill = 0;
     charParam(data, addr, count, fill);
-    return inRegion(addr, count, begin, size);
+    return areNumbers(data, key::addr_device, key::count, key::fill_char) &&
+           inRegion(addr, count, begin, size);
 }
 
 QString textChar(const TData& data)
@@ -186,7 +218,7 @@ bool validData(const TData& data, qint64 begin, qint64 size)
     qint64 addr = 0;
     QString text;
     dataParam(data, addr, text);
-    if (!isDigitsAndBlanks(text))
+    if (!isDigitsAndBlanks(text) || !areNumbers(data, key::addr_device))
         return false;
     const qint64 digits = text.size() - text.count(QLatin1Char(' '));
     if (digits % 2 != 0 || addr < 0 || begin < 0 || size < 0)
@@ -206,6 +238,14 @@ QString textData(const TData& data, const QString& cmd, QWidget* form)
             text = result;
     }
     return textRangeHex(addr, text);
+}
+
+QString textDataRange(const TData& data)
+{
+    qint64 addr = 0;
+    QString text;
+    dataParam(data, addr, text);
+    return rangeText(addr, lastOfText(addr, text));
 }
 
 void defaultData(TData& data, qint64 addr, const QString& text)
@@ -244,7 +284,8 @@ bool validFile(const TData& data, qint64 begin, qint64 size)
     // An Intel HEX file cannot tell addresses of more than 32 bits.
     const qint64 greatest =
         format.contains(QLatin1String("BIN")) ? std::numeric_limits<qint64>::max() : qint64(0xFFFFFFFF);
-    return addr_file >= 0 && addr_file <= greatest && inRegion(addr_device, count, begin, size);
+    return areNumbers(data, key::addr_file, key::addr_device, key::count) && addr_file >= 0 &&
+           addr_file <= greatest && inRegion(addr_device, count, begin, size);
 }
 
 QString textFile(const TData& data)
@@ -289,7 +330,7 @@ QString textLeave(const TData& data, bool withReset)
     QString state = leaveState(param(data, key::id_cmd).toInt());
     if (!withReset || !param(data, key::reset).toBool())
         return state;
-    return QStringLiteral("%1 ms, %2").arg(QString::number(param(data, key::duration).toInt()), state);
+    return QStringLiteral("%1 ms, %2").arg(QString::number(param(data, key::duration).toLongLong()), state);
 }
 
 QByteArray leavePayload(int id_cmd, bool withReset)
@@ -349,7 +390,7 @@ QByteArray durationBytes(int duration)
 
 QString textClk(const TData& data)
 {
-    return textFreq(param(data, key::clk).toInt());
+    return textFreq(param(data, key::clk).toLongLong());
 }
 
 bool validClk(const TData& data)
@@ -357,7 +398,8 @@ bool validClk(const TData& data)
     const TDataCmd* command = commandOf(data);
     const IDevice* chip = command ? command->family() : nullptr;
     const TProg* prog = command ? command->prog() : nullptr;
-    return chip && prog && validClock(param(data, key::clk).toInt(), chip->section(), *prog);
+    qint64 clk = 0;
+    return chip && prog && readInt(param(data, key::clk), clk) && validClock(clk, chip->section(), *prog);
 }
 
 void defaultClk(TData& data, const QString& section)
@@ -417,9 +459,19 @@ QString textRange(qint64 addr, qint64 count, quint8 fill)
 
 QString textRangeHex(qint64 addr, const QString& text)
 {
-    // An empty text shows one byte, half a byte counts as a whole one.
-    const qint64 count = qMax(1, (withoutBlanks(text).size() + 1) / 2);
-    return rangeText(addr, lastAddress(addr, count), text.simplified().toUpper());
+    return rangeText(addr, lastOfText(addr, text), text.simplified().toUpper());
+}
+
+QString textFirstBytes(const QString& text)
+{
+    constexpr int mostDigits = 2 * 32;
+    const QString line = text.simplified();
+    int digits = 0;
+    for (int i = 0; i < line.size(); ++i) {
+        if (line.at(i) != QLatin1Char(' ') && ++digits > mostDigits)
+            return line.left(i).trimmed() + QLatin1String("...");
+    }
+    return line;
 }
 
 QString hex(int n)

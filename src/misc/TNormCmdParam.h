@@ -13,6 +13,12 @@ class TProg;
 /// setting Debug is 1. source and line tell who asked.
 QVariant getParam(const char* source, int line, const TData& data, const QString& key);
 
+/// A whole number of any size; a missing one is 0. False for text that is none, and for a number beyond 64
+/// bits: conversion alone would make 0 of both.
+bool readNumber(const QVariant& value, qint64& number);
+/// The same for a number of 32 bits with a sign: the rest would be cut off where it is used.
+bool readInt(const QVariant& value, qint64& number);
+
 /// A memory region of a chip: the last address is begin + size - 1.
 struct TRegion
 {
@@ -39,6 +45,8 @@ void dataParam(const TData& data, qint64& addr, QString& hexText);
 bool validData(const TData& data, qint64 begin, qint64 size);
 /// form is the command's open form or null; a read command's form shows its result, which then is the text.
 QString textData(const TData& data, const QString& cmd, QWidget* form);
+/// The range alone, "0x%1..0x%2".
+QString textDataRange(const TData& data);
 void defaultData(TData& data, qint64 addr, const QString& hexText);
 bool validData(const TData& data, const IDevice& device, Region region);
 /// No data, at the begin of the region.
@@ -86,6 +94,8 @@ QString textFreq(qint64 hz);
 QString textFreqDuty(qint64 hz, int duty);
 QString textRange(qint64 addr, qint64 count, quint8 fill);
 QString textRangeHex(qint64 addr, const QString& hexText);
+/// Bytes that were read, as the log tells them: the first 32, and "..." where there are more.
+QString textFirstBytes(const QString& hexText);
 /// Hexadecimal, upper case, at least two digits.
 QString hex(int n);
 QString hex(uint n);

@@ -225,15 +225,18 @@ private slots:
             Lists{{"-delay", "delay", "-erase", "pause"}, {"-delay", "stop"}}); // ids are positions
         const auto next = [&](int cfg, int before) {
             const TRunStep step = project.model.nextStep(cfg, before);
-            return step.found ? step.data.value(key::id_cmd).toInt() : -1;
+            return step.state == TRunStep::State::Found  ? step.data.value(key::id_cmd).toInt()
+                   : step.state == TRunStep::State::Gone ? -2
+                                                         : -1;
         };
         QCOMPARE(next(0, -1), 1);
         QCOMPARE(next(0, 1), 3);
         QCOMPARE(next(0, 3), -1);
         QCOMPARE(next(1, -1), 5);
         QCOMPARE(next(1, 1), 5);
-        QCOMPARE(next(7, -1), -1);
-        QCOMPARE(next(0, 4711), -1); // a command that is gone
+        QCOMPARE(next(7, -1), -2);
+        QCOMPARE(next(0, 4711), -2);
+        QVERIFY(!project.model.nextCmd(0, 4711)); // nor does it begin again
     }
 
     void blocksStayTogetherInTabOrder()
@@ -404,7 +407,7 @@ private slots:
         const auto work = [&](int cfg) {
             for (int id = -1; !stop;) {
                 const TRunStep step = model.nextStep(cfg, id);
-                id = step.found ? step.data.value(key::id_cmd).toInt() : -1;
+                id = step.state == TRunStep::State::Found ? step.data.value(key::id_cmd).toInt() : -1;
                 if (step.device)
                     (void)step.device->hasCommand(cmd::erase);
                 if (step.data.value(key::cmd) == QString(cmd::counter))

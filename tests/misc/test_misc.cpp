@@ -43,6 +43,9 @@ private slots:
         QCOMPARE(textRange(5, 1, 0xFF), QString("0x05..0x05 :0xFF"));
         QCOMPARE(textRangeHex(0x10, "aabb  cc"), QString("0x10..0x12 :AABB CC"));
         QCOMPARE(textRangeHex(0, "ABC"), QString("0x00..0x01 :ABC"));
+        QCOMPARE(textFirstBytes(" aa  bb"), QString("aa bb"));
+        QCOMPARE(textFirstBytes(QString("A1 ").repeated(32)), QString("A1 ").repeated(32).trimmed());
+        QCOMPARE(textFirstBytes(QString("A1 ").repeated(33)), QString("A1 ").repeated(32).trimmed() + "...");
         QCOMPARE(textCompare(0x1234, 0xF0, 0x0F), QString("Address: 0x1234, Data: 0xF0, Read: 0x0F"));
         QCOMPARE(hexToBytes(" A b\tC\nd "), QByteArray("\xAB\xCD"));
         QCOMPARE(bytesToHex(QByteArray("\x00\xAB\x7F", 3)), QString("00AB7F"));
