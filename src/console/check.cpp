@@ -79,6 +79,11 @@ int checkProject(const QString& file, bool json)
         return 2;
     }
     const QHash<int, QString> names = configNames();
+    // A JSON file that is no project: no lines and no fault would look like a good one.
+    if (names.isEmpty()) {
+        printError(QStringLiteral("%1 has no configuration").arg(file));
+        return 2;
+    }
     QByteArray lines;
     bool valid = true;
     int pos = 0;

@@ -56,7 +56,7 @@ void TDataCmd::fromData(const TData& data)
 
 void TDataCmd::take(const TData& data)
 {
-    m_status = data.value(key::status).toInt() != 0;
+    m_status = isFlagSet(data.value(key::status));
     m_idCfg = data.value(key::id_cfg, -1).toInt();
     m_cmd = data.value(key::cmd).toString();
     m_param = data;

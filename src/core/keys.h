@@ -145,6 +145,7 @@ inline constexpr QLatin1String value = keys_detail::word("value");
 inline constexpr QLatin1String limit = keys_detail::word("limit");
 inline constexpr QLatin1String delta = keys_detail::word("delta");
 inline constexpr QLatin1String to_cmd = keys_detail::word("to_cmd");
+inline constexpr QLatin1String must_succeed = keys_detail::word("must_succeed");
 
 // Stored in old files, used by nothing.
 inline constexpr QLatin1String pos = keys_detail::word("pos");

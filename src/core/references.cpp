@@ -3,6 +3,8 @@
 #include "core/keys.h"
 #include "link/TPairStringList.h"
 
+#include <limits>
+
 namespace {
 
 enum class Kind { Cfg, Command, Route };
@@ -20,11 +22,10 @@ constexpr Reference references[] = {
     {cmd::auto_detect, key::route, Kind::Route},
 };
 
-QString mapped(const QString& id, const TIdMap& map)
+QString mapped(const QVariant& id, const TIdMap& map)
 {
-    bool ok = false;
-    const int number = id.toInt(&ok);
-    return QString::number(ok && number >= 0 ? map(number) : -1);
+    const int number = referenceId(id);
+    return QString::number(number >= 0 ? map(number) : -1);
 }
 
 QString mappedRoute(const QString& text, const TIdMap& map)
@@ -37,6 +38,13 @@ QString mappedRoute(const QString& text, const TIdMap& map)
 
 } // namespace
 
+int referenceId(const QVariant& value)
+{
+    bool isNumber = false;
+    const qint64 id = value.toLongLong(&isNumber);
+    return isNumber && id >= 0 && id <= std::numeric_limits<int>::max() ? static_cast<int>(id) : -1;
+}
+
 QString mappedReference(const QString& cmd, const QString& key, const QVariant& value, const TIdMap& cfg,
                         const TIdMap& command)
 {
@@ -45,7 +53,7 @@ QString mappedReference(const QString& cmd, const QString& key, const QVariant& 
             continue;
         if (reference.kind == Kind::Route)
             return mappedRoute(value.toString(), cfg);
-        return mapped(value.toString(), reference.kind == Kind::Cfg ? cfg : command);
+        return mapped(value, reference.kind == Kind::Cfg ? cfg : command);
     }
     return value.toString();
 }

@@ -1,5 +1,10 @@
 #include "core/types.h"
 
+bool isFlagSet(const QVariant& value)
+{
+    return value.toInt() != 0 || value.toString() == QLatin1String("true");
+}
+
 void registerMetaTypes()
 {
     qRegisterMetaType<TData>("TData");

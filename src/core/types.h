@@ -9,6 +9,9 @@
 /// (getParam(...).toInt() and so on), never by the variant's own type.
 using TData = QVariantHash;
 
+/// A flag out of a project file, where it is a number or, written by hand, the word true.
+bool isFlagSet(const QVariant& value);
+
 /// Kind of a log event. The numbers are fixed; a receiver ignores others.
 enum TCodeExec {
     ceCmdBegin = 0, ///< a command begins: display name, parameter text

@@ -41,8 +41,8 @@ int addrOf(const TData& data)
 
 bool validAddr(const TData& data)
 {
-    const int addr = addrOf(data);
-    return addr >= 0 && addr < 8;
+    qint64 addr = 0;
+    return readInt(getParam("devices/TDev24", __LINE__, data, key::addr), addr) && addr >= 0 && addr < 8;
 }
 
 } // namespace

@@ -59,8 +59,8 @@ QString textAutoDetect(const TData& data)
 {
     return QStringLiteral("%1: %2, %3")
         .arg(param(data, key::name).toString(),
-             param(data, key::execute).toInt() != 0 ? QStringLiteral("Execute") : QStringLiteral("Jamp"),
-             param(data, key::stop).toInt() != 0 ? QStringLiteral("Stop") : QStringLiteral("Skip"));
+             isFlagSet(param(data, key::execute)) ? QStringLiteral("Execute") : QStringLiteral("Jamp"),
+             isFlagSet(param(data, key::stop)) ? QStringLiteral("Stop") : QStringLiteral("Skip"));
 }
 
 void defaultReset(TData& data)
@@ -77,13 +77,16 @@ bool checkReset(const TData& data)
     int min = 0;
     int max = 0;
     prog->resetLimits(min, max);
-    const qint64 length = qAbs<qint64>(param(data, key::duration).toInt());
+    qint64 duration = 0;
+    if (!readInt(param(data, key::duration), duration))
+        return false;
+    const qint64 length = qAbs(duration);
     return length != 0 && length >= min && length <= max;
 }
 
 QString textReset(const TData& data)
 {
-    return QStringLiteral("%1 ms").arg(param(data, key::duration).toInt());
+    return QStringLiteral("%1 ms").arg(param(data, key::duration).toLongLong());
 }
 
 void defaultSetIo(TData& data)
@@ -151,8 +154,10 @@ bool checkSetFreq(const TData& data)
     if (!prog)
         return false;
     const Frequency limits(*prog);
-    return limits.allowsFreq(param(data, key::freq).toLongLong()) &&
-           limits.allowsDuty(param(data, key::duty_cycle).toLongLong());
+    qint64 freq = 0;
+    qint64 duty = 0;
+    return readInt(param(data, key::freq), freq) && readInt(param(data, key::duty_cycle), duty) &&
+           limits.allowsFreq(freq) && limits.allowsDuty(duty);
 }
 
 QString textSetFreq(const TData& data)

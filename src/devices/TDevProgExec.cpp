@@ -146,7 +146,7 @@ bool TDevProgExec::runSetDevice(TSerialPort* port)
 
 bool TDevProgExec::runAutoDetect(TSerialPort* port, int& cur_cfg, int& cur_cmd)
 {
-    const bool stops = param(m_cmdData, key::stop).toInt() != 0;
+    const bool stops = isFlagSet(param(m_cmdData, key::stop));
     const TDataCmd* command = project().cmdById(cur_cmd);
     const IDevice* family = command ? command->family() : nullptr;
     QString id;
@@ -188,7 +188,7 @@ bool TDevProgExec::takeRoute(TSerialPort* port, int cfg, int& cur_cfg, int& cur_
     // The configuration opens its own link with its set_prog.
     port->close();
     const QString name = project().cfgName(cfg);
-    if (param(m_cmdData, key::execute).toInt() != 0) {
+    if (isFlagSet(param(m_cmdData, key::execute))) {
         emit signalEventText(ceText, langText(403).arg(name));
         emit signalExecuteFromCmd(cfg);
         return true;

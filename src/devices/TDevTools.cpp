@@ -6,10 +6,9 @@
 #include "core/TDataPrj.h"
 #include "core/globals.h"
 #include "core/keys.h"
+#include "core/references.h"
 #include "devices/TDevToolsExec.h"
 #include "misc/TNormCmdParam.h"
-
-#include <limits>
 
 namespace {
 
@@ -18,17 +17,16 @@ QVariant param(const TData& data, const QString& key, int line = __builtin_LINE(
     return getParam("devices/TDevTools", line, data, key);
 }
 
-/// Read as 64 bits: a negative number, or one past 32 bits, must not come out as another one.
-bool isCount(const TData& data, const QString& key)
-{
-    const qint64 value = param(data, key).toLongLong();
-    return value >= 0 && value <= std::numeric_limits<qint32>::max();
-}
-
 bool isInt(const TData& data, const QString& key)
 {
-    const qint64 value = param(data, key).toLongLong();
-    return value >= std::numeric_limits<qint32>::min() && value <= std::numeric_limits<qint32>::max();
+    qint64 value = 0;
+    return readInt(param(data, key), value);
+}
+
+bool isCount(const TData& data, const QString& key)
+{
+    qint64 value = 0;
+    return readInt(param(data, key), value) && value >= 0;
 }
 
 QString number(const TData& data, const QString& key)
@@ -51,11 +49,16 @@ QString textNone(const TData&)
 void defaultProcess(TData& data)
 {
     data[key::file] = QString();
+    data[key::must_succeed] = 0;
 }
 
 bool checkProcess(const TData& data)
 {
-    return !param(data, key::file).toString().isEmpty();
+    // Older projects do not have the flag. Text that is none must not pass for "no".
+    qint64 number = 0;
+    const QVariant flag = data.value(key::must_succeed);
+    const bool isFlag = readInt(flag, number) || isFlagSet(flag) || flag.toString() == QLatin1String("false");
+    return isFlag && !param(data, key::file).toString().isEmpty();
 }
 
 QString textProcess(const TData& data)
@@ -71,12 +74,12 @@ void defaultJamp(TData& data)
 
 bool checkJamp(const TData& data)
 {
-    return project().cmdById(param(data, key::to_cmd).toInt()) != nullptr;
+    return project().cmdById(referenceId(param(data, key::to_cmd))) != nullptr;
 }
 
 QString textJamp(const TData& data)
 {
-    const TDataCmd* target = project().cmdById(param(data, key::to_cmd).toInt());
+    const TDataCmd* target = project().cmdById(referenceId(param(data, key::to_cmd)));
     if (!target)
         return {};
     return QStringLiteral("\"%1\".\"%2\"")
@@ -123,12 +126,12 @@ void defaultExecute(TData& data)
 
 bool checkExecute(const TData& data)
 {
-    return project().cfgById(param(data, key::cfg).toInt()) != nullptr;
+    return project().cfgById(referenceId(param(data, key::cfg))) != nullptr;
 }
 
 QString textExecute(const TData& data)
 {
-    return project().cfgName(param(data, key::cfg).toInt());
+    return project().cfgName(referenceId(param(data, key::cfg)));
 }
 
 void defaultSetProg(TData& data)

@@ -5,6 +5,7 @@
 #include "core/TDataPrj.h"
 #include "core/globals.h"
 #include "core/keys.h"
+#include "core/references.h"
 #include "devices/CalcCrc.h"
 #include "devices/run_process.h"
 #include "link/TProg.h"
@@ -32,6 +33,26 @@ QVariant param(const TData& data, const QString& key, int line = __builtin_LINE(
 void processEvents()
 {
     QCoreApplication::processEvents();
+}
+
+/// What the log says of a program that did not do its job.
+QString processText(const QString& line, const TProcessEnd& end)
+{
+    switch (end.kind) {
+    case TProcessEnd::Kind::NotStarted:
+        return langText(502).arg(line, end.reason);
+    case TProcessEnd::Kind::Code:
+        return langText(503).arg(line, QString::number(end.code));
+    case TProcessEnd::Kind::Crashed:
+        return langText(504).arg(line);
+    case TProcessEnd::Kind::GivenUp:
+        return langText(505).arg(line, QString::number(longestProcess / 1000));
+    case TProcessEnd::Kind::Stopped:
+        return langText(506).arg(line);
+    case TProcessEnd::Kind::Good:
+        break;
+    }
+    return {};
 }
 
 /// Milliseconds left, 0 when the time is over. Sleeps a little, since the loops around it would
@@ -89,7 +110,23 @@ void TDevToolsExec::slotPauseReset()
 
 bool TDevToolsExec::runProcess(Run&)
 {
-    runCommandLine(param(m_cmdData, key::file).toString(), longestProcess, this);
+    const QString line = param(m_cmdData, key::file).toString();
+    const bool mustSucceed = isFlagSet(m_cmdData.value(key::must_succeed));
+    // What may fail without harm is left to its own end, also by a stop.
+    TProcessStop stop;
+    if (mustSucceed) {
+        stop = [this] {
+            processEvents();
+            return m_stopRequested;
+        };
+    }
+    const TProcessEnd end = runCommandLine(line, longestProcess, stop, this);
+    if (end.kind == TProcessEnd::Kind::Good)
+        return true;
+    const QString told = processText(line, end);
+    if (mustSucceed && end.kind != TProcessEnd::Kind::Stopped)
+        return fail(told);
+    emit signalEventText(ceWork, told);
     return true;
 }
 
@@ -101,7 +138,7 @@ bool TDevToolsExec::runJamp(Run& run)
         const TDataCmd* command = project().cmdById(run.cur_cmd);
         if (!command)
             return;
-        run.cur_cmd = command->param(key::to_cmd).toInt();
+        run.cur_cmd = referenceId(command->param(key::to_cmd));
         const TDataCmd* target = project().cmdById(run.cur_cmd);
         if (!target)
             return;
@@ -229,7 +266,7 @@ bool TDevToolsExec::runStop(Run& run)
 
 bool TDevToolsExec::runExecute(Run&)
 {
-    const int cfg = param(m_cmdData, key::cfg).toInt();
+    const int cfg = referenceId(param(m_cmdData, key::cfg));
     if (!project().cfgById(cfg))
         return fail(langText(397));
     emit signalExecuteFromCmd(cfg);

@@ -168,8 +168,8 @@ void TFormProgAutoDetect::showParams()
     showName(m_family, textParam(key::name), command && command->family());
     const QSignalBlocker executeBlocker(m_execute);
     const QSignalBlocker existBlocker(m_exist);
-    m_execute->setCurrentIndex(intParam(key::execute) != 0 ? 1 : 0);
-    m_exist->setCurrentIndex(intParam(key::stop) != 0 ? 1 : 0);
+    m_execute->setCurrentIndex(isFlagSet(param(key::execute)) ? 1 : 0);
+    m_exist->setCurrentIndex(isFlagSet(param(key::stop)) ? 1 : 0);
     showRoutes();
     m_view->showDevice(command);
     alignLabels(this);

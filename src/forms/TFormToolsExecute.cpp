@@ -2,6 +2,7 @@
 
 #include "core/globals.h"
 #include "core/keys.h"
+#include "core/references.h"
 #include "forms/project_entries.h"
 
 #include <QFormLayout>
@@ -20,7 +21,7 @@ TFormToolsExecute::TFormToolsExecute(const TData& params)
 
 void TFormToolsExecute::showParams()
 {
-    m_cfg->showId(intParam(key::cfg));
+    m_cfg->showId(referenceId(param(key::cfg)));
 }
 
 void TFormToolsExecute::slotChanged()

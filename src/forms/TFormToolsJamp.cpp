@@ -3,6 +3,7 @@
 #include "core/TDataPrj.h"
 #include "core/globals.h"
 #include "core/keys.h"
+#include "core/references.h"
 #include "forms/project_entries.h"
 
 #include <QFormLayout>
@@ -23,7 +24,7 @@ TFormToolsJamp::TFormToolsJamp(const TData& params)
 
 void TFormToolsJamp::showParams()
 {
-    const int target = intParam(key::to_cmd);
+    const int target = referenceId(param(key::to_cmd));
     m_cfg->showId(project().cfgOfCmd(target));
     m_cmd->showId(target);
 }

@@ -5,8 +5,10 @@
 #include "forms/TWgtEditFileName.h"
 #include "forms/all_files.h"
 
+#include <QCheckBox>
 #include <QFormLayout>
 #include <QLineEdit>
+#include <QSignalBlocker>
 
 #include <algorithm>
 
@@ -29,22 +31,35 @@ public:
 } // namespace
 
 TFormToolsProcess::TFormToolsProcess(const TData& params)
-    : TFormCommand(params, {key::file})
+    : TFormCommand(params, {key::file, key::must_succeed})
     , m_edit(new CommandLineEdit(textParam(key::file), this))
+    , m_mustSucceed(new QCheckBox(langText(507), this))
 {
+    // A command of an older project has no such flag, and an edit of its line must store a number.
+    if (!param(key::must_succeed).isValid())
+        setParam(key::must_succeed, 0);
     m_edit->setTitle(langText(330));
     m_edit->setFilter(QStringLiteral("%1 (%2)").arg(langText(331), allFilesPattern()));
     m_edit->setButtonTip(langText(332));
     QFormLayout* layout = formRows(this);
     layout->addRow(langText(329), m_edit);
+    layout->addRow(QString(), m_mustSucceed);
     layout->addRow(formHint(langText(333), this));
+    layout->addRow(formHint(langText(508), this));
+    TFormToolsProcess::showParams();
     connect(m_edit, &TWgtEditFileName::signalChanged, this, &TFormToolsProcess::slotChanged);
+    connect(m_mustSucceed, &QCheckBox::toggled, this, [this](bool isOn) {
+        setParam(key::must_succeed, isOn ? 1 : 0);
+        report();
+    });
 }
 
 void TFormToolsProcess::showParams()
 {
     if (m_edit->value() != textParam(key::file))
         m_edit->setValue(textParam(key::file));
+    const QSignalBlocker silent(m_mustSucceed);
+    m_mustSucceed->setChecked(isFlagSet(param(key::must_succeed)));
 }
 
 void TFormToolsProcess::slotChanged(const QString& text)

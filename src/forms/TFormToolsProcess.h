@@ -2,9 +2,10 @@
 
 #include "forms/TFormCommand.h"
 
+class QCheckBox;
 class TWgtEditFileName;
 
-/// The command line of an external program, kept as it is typed.
+/// The command line of an external program, kept as it is typed, and whether its failure is the run's.
 class TFormToolsProcess : public TFormCommand
 {
     Q_OBJECT
@@ -19,4 +20,5 @@ private:
     void showParams() override;
 
     TWgtEditFileName* m_edit;
+    QCheckBox* m_mustSucceed;
 };

@@ -9,6 +9,7 @@
 #include "core/globals.h"
 #include "core/helpers.h"
 #include "core/keys.h"
+#include "core/references.h"
 #include "ui/TWgtCmdList.h"
 #include "ui/TWgtLogExec.h"
 
@@ -274,7 +275,7 @@ void TWgtConfig::highlightTarget(int id_cmd)
 {
     const TDataCmd* command = project().cmdById(id_cmd);
     const bool isJump = command && command->cmd() == cmd::jamp && appData().CmdEnableHLJamp;
-    m_cmdList->highlight(isJump ? command->param(key::to_cmd).toInt() : -1);
+    m_cmdList->highlight(isJump ? referenceId(command->param(key::to_cmd)) : -1);
 }
 
 void TWgtConfig::commitEdit()

@@ -103,6 +103,7 @@ private slots:
         const QMap<QByteArray, int> rows{{projectOf({{"no command", {}}}), 0},
                                          {projectOf({{"checked and wrong", {"ident"}}}), 1},
                                          {projectOf({{"unchecked and wrong", {"-ident"}}}), 0},
+                                         {"{\"version\": 1}", 2},
                                          {QByteArray(100000, '['), 2}};
         for (auto row = rows.begin(); row != rows.end(); ++row) {
             m_dir.write("projects/test.prj", row.key());

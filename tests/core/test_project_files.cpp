@@ -67,7 +67,7 @@ private slots:
                           {"'status': '1', 'cmd': 'delay', 'alpha': '', 'value': '5', 'zeta': '1'",
                            "'status': '0', 'cmd': 'stop'"}));
         // Values that somebody has typed by hand.
-        row("\xEF\xBB\xBF{'configurations':[{'name':5,'commands':[{'status':1,'cmd':'counter','value':12,"
+        row("\xEF\xBB\xBF{'configurations':[{'name':5,'commands':[{'status':true,'cmd':'counter','value':12,"
             "'big':4294967296,'part':1.5,'flag':true,'none':null,'raw':'a\tb'},7]},8]}",
             configuration("5", "",
                           {"'status': '1', 'cmd': 'counter', 'big': '4294967296', 'flag': 'true', "

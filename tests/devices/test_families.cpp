@@ -133,10 +133,13 @@ dev93c | char_verify; leave | | fails
 const char shown[] = R"(
 dev25 | set_clk | 8 MHz | valid | clk=8000000
 dev25 | set_clk clk=7000000 | 7 MHz | wrong
+dev25 | set_clk clk=4302967296 | 4302967296 | wrong
 dev25 | erase_blocks | 0x00..0x7FFFFF (8 Mbyte) | valid | size=65536 begin=0 count=128
 dev25 | erase_blocks begin=1 count=2 | 0x10000..0x2FFFF (128 Kbyte) | valid
 dev25 size=0x8000 | erase_blocks | 0x00..0xFFFFFFFFFFFFFFFF (0 byte) | valid | size=65536 begin=0 count=0
 dev25 | char_write | 0x00..0x7FFFFF :0xFF | valid | addr_device=0 count=0x800000 fill_char=255
+dev25 | char_write count=x | 0x00..0xFFFFFFFFFFFFFFFF :0xFF | wrong
+dev25 | file_write file=x count=18446744073709551616 | HEX: x | wrong
 dev25 | char_write addr_device=1 | 0x01..0x800000 :0xFF | wrong
 dev25 | data_read | 0x00..0x00 : | wrong | addr_device=0 data=
 dev25 | data_write data=a1~b2 | 0x00..0x01 :A1 B2 | valid
@@ -162,6 +165,7 @@ avr | eeprom_data_write addr_device=4096 data=00 | 0x1000..0x1000 :00 | wrong
 dev24 | set_addr | Address: 0-0 | valid | addr=0
 dev24 | set_addr addr=6 | Address: 1-0 | valid
 dev24 | set_addr addr=8 | Address: 0-0 | wrong
+dev24 | set_addr addr=4294967296 | Address: 0-0 | wrong
 dev24 | set_addr addr=-1 | Address: 1-1 | wrong
 )";
 
@@ -209,6 +213,12 @@ private slots:
             const QString text =
                 result.ok ? "ok " + result.errorText + bench.result() : "fails " + result.errorText;
             QCOMPARE(text.trimmed(), outcome);
+            // Whatever was read and kept is told.
+            if (result.ok &&
+                each.section(" + ", -1).contains(QRegularExpression("(?<!file|sfdp_reg)_read"))) {
+                const QString read = each.startsWith("security") ? "AABB" : bench.result();
+                QCOMPARE(result.events.last(), "4:" + read);
+            }
             QCOMPARE(bench.dir().read("in"), QByteArray("0123"));
         }
     }
@@ -222,6 +232,11 @@ private slots:
         const TData data = bench.command(command);
         const QString text = bench.device().paramsText(data, nullptr).trimmed();
         QTEST(text, "text");
+        // A value that is about to be read does not stand there as if it were today's.
+        const bool reads = command.contains(QRegularExpression("(data|status_reg|unique_id)_read"));
+        QCOMPARE(bench.device().beginText(data).trimmed(), !reads                ? text
+                                                           : text.contains("..") ? text.section(' ', 0, 0)
+                                                                                 : QString());
         const QString valid = bench.device().checkParams(data) ? "valid" : "wrong";
         QTEST(valid, "valid");
         QVERIFY(!bench.device().createForm(data));

@@ -24,14 +24,17 @@ const char limits[] = R"(
 counter limit=0 delta=0 value=* | 0 2147483647 | -1 2147483648 9223372036854775807
 counter value=0 delta=0 limit=* | 0 2147483647 | -1 2147483648
 counter value=0 limit=0 delta=* | -2147483648 2147483647 | -2147483649 2147483648
-delay value=* | 0 2147483647 | -1 2147483648
+delay value=* | 0 2147483647 | -1 2147483648 x 18446744073709551617
+execute cfg=* | 0 | x -1 4294967296
+jamp to_cmd=* | 0 | x -1 4294967296
+process file=x must_succeed=* | 0 1 true false | yes 4294967296
 set_vcc vcc=* | 1.8 1.75 5 5.04 | 1.74 5.06 x nan inf 1e300
 set_vpp vpp=* | 9 12.5 | 3.3
 set_vicc vcc=3.3 icc=* | 1 200.04 | 200.06 0
 set_vicc icc=10 vcc=* | 5 | 5.1
 set_vipp vpp=12 ipp=* | 60 | 0.9 61
 set_vipp ipp=12 vpp=* | 13 | 14
-reset duration=* | -400 1000 | 0 5 -1001 -2147483648
+reset duration=* | -400 1000 | x 4294967396 0 5 -1001 -2147483648
 set_io state=* | -IHL ------- | -o
 set_freq duty_cycle=50 freq=* | 1000 8000000 | 999 8000001 4295967296
 set_freq freq=1000 duty_cycle=* | 10 90 | 9 91
@@ -44,6 +47,8 @@ process file= | | wrong
 calc_crc crc_name=%2 file=%1.bin | %2: %1.bin | valid
 jamp to_cmd=0 | "First"."Set Prog" | valid
 jamp to_cmd=99 | | wrong
+jamp | | wrong
+execute | | wrong
 execute cfg=0 | First | valid
 execute cfg=-1 | | wrong
 set_prog prog=bench | bench: /dev/tty%2, Model | valid
@@ -62,6 +67,7 @@ const char defaults[] = R"(
 set_prog | prog=bench alt_enabled=false alt_port= | prog= alt_enabled=false alt_port=
 jamp | to_cmd=0 | to_cmd=-1
 execute | cfg=-1 | cfg=-1
+process | file= must_succeed=0 | file= must_succeed=0
 counter | value=0 limit=0 delta=1 | value=0 limit=0 delta=1
 delay | value=100 | value=100
 auto_detect | name= route= execute=0 stop=1 | name= route= execute=0 stop=1
@@ -367,19 +373,61 @@ private slots:
         }
     }
 
-    void processNeverFails()
+    void process_data()
     {
+        // The command line | how it is told; nothing for a good end.
+        textRows("sh -c \"pwd > out\" |\n/no/such/program -x | T502\nsh -c \"exit 3\" | T503\n~~ | T502\n"
+                 "sh -c \"kill -9 $$\" | T504\ncat |\n"
+                 "sh -c \"head -c 3000000 /dev/zero; head -c 3000000 /dev/zero >&2\" |",
+                 {"line", "told"});
+    }
+    void process()
+    {
+        QFETCH(QString, line);
+        QFETCH(QString, told);
         BenchProject bench;
         TSerialPort port;
         QElapsedTimer time;
         time.start();
-        for (QString line : {"sh -c \"pwd > %1\"", "/no/such/program -x", "sh -c \"exit 3\"", "cat", "  ",
-                             "sh -c \"head -c 3000000 /dev/zero; head -c 3000000 /dev/zero >&2\""}) {
-            line.replace("%1", bench.dir().file("out"));
-            QVERIFY(runCommand(m_tools, bench.add(cmd::process, {{key::file, line}}), port).ok);
+        line.replace("out", bench.dir().file("out")).replace('~', ' ');
+        for (const bool must : {false, true}) {
+            const int id = bench.add(cmd::process, {{key::file, line}, {key::must_succeed, int(must)}});
+            const BenchRun run = runCommand(m_tools, id, port);
+            QCOMPARE(run.ok, !must || told.isEmpty());
+            QCOMPARE(run.errorText, run.ok ? QString() : told);
+            QCOMPARE(run.events, run.ok && !told.isEmpty() ? QStringList("3:" + told) : QStringList());
         }
         QVERIFY(time.elapsed() < 10000);
-        QCOMPARE(bench.dir().read("out").trimmed(), QCoreApplication::applicationDirPath().toUtf8());
+        if (line.contains("pwd"))
+            QCOMPARE(bench.dir().read("out").trimmed(), QCoreApplication::applicationDirPath().toUtf8());
+    }
+
+    // A stop ends a program that has to succeed, also one that does not listen, and waits for another one.
+    void stopOfAProcess_data()
+    {
+        textRows(
+            "sleep 60 | 1 | 0 | 1500\nsh -c \"trap '' TERM; while :; do sleep 0.1; done\" | 1 | 1900 | 4000\n"
+            "sleep 0.5 | 0 | 450 | 2000",
+            {"line", "must", "least", "most"});
+    }
+    void stopOfAProcess()
+    {
+        QFETCH(QString, line);
+        QFETCH(QString, must);
+        QFETCH(QString, least);
+        QFETCH(QString, most);
+        TDevToolsExec exec({{key::cmd, QString(cmd::process)}, {key::file, line}, {key::must_succeed, must}});
+        exec.slotStop();
+        QSignalSpy lines(&exec, &IDeviceExec::signalEventText);
+        TSerialPort port;
+        bool exit = false;
+        int none = 0;
+        QElapsedTimer time;
+        time.start();
+        QVERIFY(exec.execute(&port, exit, none, none));
+        QVERIFY2(time.elapsed() >= least.toInt() && time.elapsed() < most.toInt(),
+                 qPrintable(QString::number(time.elapsed())));
+        QCOMPARE(lines.size(), must.toInt());
     }
 
     void longProcessOutlivesTheCommand()
@@ -388,7 +436,7 @@ private slots:
         const QString line = QStringLiteral("sh -c \"sleep 1.5; echo done > %1\"").arg(dir.file("out"));
         const std::unique_ptr<QThread> thread(QThread::create([&line] {
             QObject command;
-            runCommandLine(line, 50, &command);
+            QVERIFY(runCommandLine(line, 50, {}, &command).kind == TProcessEnd::Kind::GivenUp);
         }));
         thread->start();
         QVERIFY(thread->wait(1200) && dir.read("out").isEmpty());

@@ -38,18 +38,23 @@ struct AgreeingPeer : ScriptedPeer
 const char frames[] = R"(
 set_vcc vcc=3.3 | FF | 80 81 83:01 89:21 85 83:00 | 1 3: 4 Bench; 0 Set Vcc 3.3 V; 5 Done
 set_prog prog=P | FF | 80 81 83:01 85 83:00 80 81 83:01 85 83:00 | 1 3: 4 Bench; 0 Set Prog; 4 Bench; 5 Done
-set_prog prog=P | 85 > !3 | 80 81 83:01 85 85 83:02 | 1 4: 4 Bench; 6
+set_prog prog=P | 85 > !3 | 80 81 83:01 85 85 83:02 |
+    1 4: 4 Bench; 6 The programmer did not confirm the end of the work: Programmer: wrong parameter
 set_vcc vcc=3.3; set_vcc vcc=5 | 89 > !3 | 80 81 83:01 89:21 85 83:02 |
     1 4: 4 Bench; 0 Set Vcc 3.3 V; 6 Programmer: wrong parameter
 set_vcc vcc=3.3; set_vcc vcc=5 | 89 | 80 81 83:01 89:21 | 1 4: 4 Bench; 0 Set Vcc 3.3 V; 6 No answer from the programmer
 set_vcc vcc=3.3 | 80 > 0102 | 80 81 85 83:02 | 1 4: 4 Bench; 6 The programmer does not fit its description
 set_vcc vcc=3.3 | 83 01 > !3 | 80 81 83:01 85 83:02 | 1 4: 4 Bench; 6 Programmer: wrong parameter
-set_vcc vcc=3.3 | 85 > !3 | 80 81 83:01 89:21 85 83:02 | 1 3: 4 Bench; 0 Set Vcc 3.3 V; 6
-set_vcc vcc=3.3 | 85 | 80 81 83:01 89:21 85 | 1 3: 4 Bench; 0 Set Vcc 3.3 V; 6
+set_vcc vcc=3.3 | 85 > !3 | 80 81 83:01 89:21 85 83:02 |
+    1 3: 4 Bench; 0 Set Vcc 3.3 V; 6 The programmer did not confirm the end of the work: Programmer: wrong parameter
+set_vcc vcc=3.3 | 85 | 80 81 83:01 89:21 85 |
+    1 3: 4 Bench; 0 Set Vcc 3.3 V; 6 The programmer did not confirm the end of the work: No answer from the programmer
 set_vcc vcc=99 | FF | 80 81 83:01 85 83:02 |
     1 4: 4 Bench; 0 Set Vcc 99.0 V; 6 The command "Set Vcc" has wrong parameters
 erase | FF | 80 81 83:01 83:02 |
     1 4: 4 Bench; 0 Erase; 6 The command "Erase" does not fit the selected device or programmer
+process file=false; process file=false must_succeed=1; set_vcc vcc=5 | FF | 80 81 83:01 85 83:02 |
+    1 4: 4 Bench; 0 Process false; 3 The program ended with code 1: false; 0 Process false; 6 The program ended with code 1: false
 set_device device=W25Q64FV file=spi-flash/W25Q64FV.dev clk=4000000; leave | FF |
     80 81 83:01 84:01000000093d00 01:0000000000000000 83:00 | 1 3: 4 Bench; 0 Set Device W25Q64FV; 0 Leave ------; 5 Done
 )";
@@ -270,8 +275,11 @@ private slots:
             }
         });
         QVERIFY(bench.run({cfg}, 5000));
-        // It must not begin again at the first command.
+        // It must neither begin again at the first command nor leave the third one out and look well.
         QCOMPARE(bench.texts(ceCmdBegin).size(), 2);
+        QCOMPARE(bench.last().code, ceFailed);
+        QCOMPARE(bench.last().text1, langText(500));
+        QCOMPARE(project().cfgStatus(cfg), int(csFailed));
     }
 
     void sameConfigurationAgainRightBehindItsResult()

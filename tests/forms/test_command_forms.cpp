@@ -159,6 +159,10 @@ private slots:
         bench.part<TWgtEditFileName>()->choose("/opt/my tools/flash");
         enter(bench.part<QLineEdit>(), "> -x");
         QCOMPARE(bench.rowText(), QString("\"/opt/my tools/flash\" -x"));
+        // An older project has no flag; the edit above has given it one.
+        QCOMPARE(bench.data(bench.idCmd).value(key::must_succeed).toString(), QString("0"));
+        QTest::keyClick(bench.part<QCheckBox>(), Qt::Key_Space);
+        QCOMPARE(bench.data(bench.idCmd).value(key::must_succeed).toString(), QString("1"));
     }
 
     void countedWhileEdited()
