@@ -37,17 +37,33 @@ void fitAxis(int& start, int& length, int available)
     }
 }
 
-/// Left, top, width and height held inside a screen, to whose corner they are relative.
-QRect fitted(const QRect& screen, int left, int top, int width, int height)
+/// A place held inside a screen.
+QRect fitted(const QRect& screen, const QRect& place)
 {
+    int left = place.left() - screen.left();
+    int top = place.top() - screen.top();
+    int width = place.width();
+    int height = place.height();
     fitAxis(left, width, screen.width());
     fitAxis(top, height, screen.height());
     return QRect(screen.left() + left, screen.top() + top, width, height);
 }
 
-QRect primaryScreen()
+/// The first one is the primary screen.
+QList<QRect> screenPlaces()
 {
-    return QGuiApplication::primaryScreen()->geometry();
+    QList<QRect> places;
+    for (const QScreen* screen : QGuiApplication::screens())
+        places.append(screen->geometry());
+    return places;
+}
+
+/// A place as the settings tell it, which may be anything.
+QRect placeOf(int left, int top, int width, int height)
+{
+    constexpr int most = 1000000; // of any desktop, so that sums of it stay numbers
+    return QRect(qBound(-most, left, most), qBound(-most, top, most), qBound(1, width, most),
+                 qBound(1, height, most));
 }
 
 /// Centred on area, but with the corner that is needed to move the window still on the screen.
@@ -115,11 +131,37 @@ bool openFolder(const QString& file)
     return platform::showFolder(absDir(file));
 }
 
+int screenOf(const QRect& place, const QList<QRect>& screens)
+{
+    int best = 0;
+    qint64 most = 0;
+    for (int i = 0; i < screens.size(); ++i) {
+        const QRect part = screens.at(i) & place;
+        const qint64 area = part.isEmpty() ? 0 : qint64(part.width()) * part.height();
+        if (area > most) {
+            most = area;
+            best = i;
+        }
+    }
+    return best;
+}
+
+QScreen* screenOf(const QRect& place)
+{
+    return QGuiApplication::screens().at(screenOf(place, screenPlaces()));
+}
+
+QRect heldOnScreen(const QRect& place, const QList<QRect>& screens)
+{
+    return fitted(screens.at(screenOf(place, screens)), place);
+}
+
 void placeOnScreen(QWidget* widget, bool centre, int left, int top, int width, int height)
 {
-    const QRect screen = primaryScreen();
-    const QRect place = fitted(screen, left, top, width, height);
-    widget->setGeometry(centre ? centred(place, screen, screen) : place);
+    const QRect wanted = placeOf(left, top, width, height);
+    const QList<QRect> screens = screenPlaces();
+    widget->setGeometry(centre ? centred(fitted(screens.first(), wanted), screens.first(), screens.first())
+                               : heldOnScreen(wanted, screens));
 }
 
 void placeOnWindow(QWidget* widget, bool centre, int left, int top, int width, int height)
@@ -129,8 +171,9 @@ void placeOnWindow(QWidget* widget, bool centre, int left, int top, int width, i
         placeOnScreen(widget, centre, left, top, width, height);
         return;
     }
-    const QRect place = fitted(primaryScreen(), left, top, width, height);
-    widget->setGeometry(centred(place, window->frameGeometry(), window->screen()->geometry()));
+    const QRect screen = window->screen()->geometry();
+    const QRect place = fitted(screen, placeOf(left, top, width, height));
+    widget->setGeometry(centred(place, window->frameGeometry(), screen));
 }
 
 void setStyle(const QString& name)

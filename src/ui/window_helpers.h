@@ -1,9 +1,12 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 
 #include <array>
 
+class QRect;
+class QScreen;
 class QTableWidget;
 class QWidget;
 
@@ -19,10 +22,18 @@ void msgError(const QString& text, QWidget* parent);
 [[nodiscard]] int msgChoose(const QString& text, const std::array<int, 3>& buttons, int defaultButton,
                             QWidget* parent);
 
-/// Shows the folder of a file in the file manager; false, without a box, when the folder is gone.
-bool openFolder(const QString& file);
+/// Shows the folder of a file in the file manager; false, without a box, when the folder is gone or nothing
+/// can show it.
+[[nodiscard]] bool openFolder(const QString& file);
 
-/// Gives the widget this place and size, held inside the primary screen; centred there if wanted.
+/// The screen that shows most of a place; the primary one for a place that none shows.
+QScreen* screenOf(const QRect& place);
+/// The same among screens of which the first is the primary one: its index.
+int screenOf(const QRect& place, const QList<QRect>& screens);
+/// A place moved and cut to lie on that screen.
+QRect heldOnScreen(const QRect& place, const QList<QRect>& screens);
+/// Gives the widget this place on the desktop and size, held inside the screen that shows most of it; if
+/// wanted centred on the primary screen instead.
 void placeOnScreen(QWidget* widget, bool centre, int left, int top, int width, int height);
 /// The same, but centred on the active window; without one, on the primary screen.
 void placeOnWindow(QWidget* widget, bool centre, int left, int top, int width, int height);

@@ -44,6 +44,19 @@ private slots:
         placeOnWindow(&widget, true, 0, 0, 600, 500);
         QVERIFY(widget.x() >= 0 && widget.y() >= 0);
     }
+    // The second screen stands to the left of the primary one, and higher.
+    void secondScreen()
+    {
+        const QList<QRect> screens{{0, 0, 1000, 800}, {-600, -100, 600, 500}};
+        const QRect rows[][2] = {
+            {{-500, -50, 300, 200}, {-500, -50, 300, 200}}, {{-100, 50, 300, 200}, {0, 50, 300, 200}},
+            {{-250, 50, 300, 200}, {-250, 50, 300, 200}},   {{-650, -150, 300, 200}, {-600, -100, 300, 200}},
+            {{-500, 450, 300, 200}, {0, 450, 300, 200}},    {{-500, -50, 700, 600}, {-600, -100, 600, 500}},
+            {{1500, 1500, 300, 200}, {0, 0, 300, 200}},     {{100, 790, 900, 900}, {100, 0, 900, 800}},
+        };
+        for (const auto& [wanted, expected] : rows)
+            QCOMPARE(heldOnScreen(wanted, screens), expected);
+    }
     void styleAndFonts()
     {
         appData().Style = "no such style";
