@@ -33,6 +33,13 @@ bool TFormCommand::updateParams(const TData& params)
     return true;
 }
 
+QVariant TFormCommand::kept() const
+{
+    return {};
+}
+
+void TFormCommand::takeKept(const QVariant&) {}
+
 int TFormCommand::intParam(const QString& key) const
 {
     return static_cast<int>(qBound<qint64>(std::numeric_limits<int>::min(), param(key).toLongLong(),

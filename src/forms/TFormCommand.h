@@ -23,6 +23,12 @@ public:
     /// stays. False, and nothing done, for the data of another command.
     bool updateParams(const TData& params);
 
+    /// What the form knows beyond the parameters, for the next form of the same command in the same project;
+    /// invalid for nothing. The body given here knows nothing.
+    virtual QVariant kept() const;
+    /// Takes back what an earlier form of the command kept. The body given here does nothing.
+    virtual void takeKept(const QVariant& kept);
+
 signals:
     /// The user has changed a parameter: id_cmd and all parameters of the form.
     void signalChangedCmdParam(TData param);

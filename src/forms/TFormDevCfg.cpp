@@ -120,6 +120,7 @@ void TFormDevCfg::addEditRow(const QString& defaultText)
     m_rowLayout->addWidget(m_defaultButton);
     m_layout->addLayout(m_rowLayout);
     connect(m_edit, &TWgtEditStrHex::valueChanged, this, &TFormDevCfg::slotEditChanged);
+    connect(m_edit, &TWgtEditStrHex::defaultTaken, this, &TFormDevCfg::slotSetDefault);
     connect(m_defaultButton, &QPushButton::clicked, this, &TFormDevCfg::slotSetDefault);
 }
 
@@ -301,4 +302,9 @@ void TFormDevCfg::slotSetDefault()
     if (m_edit)
         m_edit->setValue(text());
     showItems();
+    // What is stored may be longer than what is shown of it.
+    if (hexToBytes(textParam(key::data)) == m_default)
+        return;
+    showEdit();
+    tell();
 }

@@ -1,6 +1,7 @@
 #include "forms/TFormDevCfgEditLabel.h"
 
 #include "devices/form_items.h"
+#include "forms/TTextKeys.h"
 #include "forms/TWgtLabelBtn.h"
 #include "forms/TWgtLabelEdit.h"
 #include "forms/form_bits.h"
@@ -19,6 +20,7 @@ TFormDevCfgEditLabel::TFormDevCfgEditLabel(const TFormItem& item, QWidget* paren
     m_edit = row->edit();
     m_edit->setAlignment(side);
     m_edit->setReadOnly(true);
+    new TTextKeys(m_edit);
     if (item.extent > 0)
         m_edit->setFixedWidth(item.extent);
     const bool fillsRow = isLabelFirst && item.extent == 0;

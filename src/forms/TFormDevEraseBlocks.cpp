@@ -3,7 +3,7 @@
 #include "core/keys.h"
 #include "forms/TComboBox.h"
 #include "forms/TWgtEditDecDef.h"
-#include "misc/TNormCmdParam.h"
+#include "forms/rw_region.h"
 
 #include <QFormLayout>
 #include <QSignalBlocker>
@@ -19,6 +19,8 @@ TFormDevEraseBlocks::TFormDevEraseBlocks(const TData& params, const QList<int>& 
     , m_count(new TWgtEditDecDef(0))
 {
     m_size->setMaxVisibleItems(10);
+    // Another block than the one that was typed must not be erased in its place.
+    m_begin->keepTyped();
     for (const int size : m_sizes)
         m_size->addItem(textSize(size), textSize(size));
     TFormDevEraseBlocks::showParams();
@@ -28,7 +30,7 @@ TFormDevEraseBlocks::TFormDevEraseBlocks(const TData& params, const QList<int>& 
     rows->addRow(QStringLiteral("Количество блоков:"), m_count);
     connect(m_size, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &TFormDevEraseBlocks::slotChanged);
-    connect(m_begin, &TWgtEditDecDef::valueChanged, this, &TFormDevEraseBlocks::slotChanged);
+    connect(m_begin, &TWgtEditDecDef::valueChanged, this, &TFormDevEraseBlocks::changedBegin);
     connect(m_count, &TWgtEditDecDef::valueChanged, this, &TFormDevEraseBlocks::send);
 }
 
@@ -45,20 +47,26 @@ void TFormDevEraseBlocks::setRanges()
     const qint64 most = std::numeric_limits<int>::max();
     const int blocks = size > 0 ? int(qBound<qint64>(0, m_total / size, most)) : 0;
     m_begin->setRange(0, blocks - 1); // without a block there is only 0
-    const int rest = int(qBound<qint64>(0, qint64(blocks) - qMax(0, m_begin->value()), most));
+    const int begin = m_begin->value();
+    const int rest = begin >= 0 && begin < blocks ? blocks - begin : blocks;
     m_count->setRange(qMin(1, blocks), rest);
     m_count->setDefaultValue(blocks);
     m_count->setDefaultText(QStringLiteral("Default: %1").arg(rest));
-    m_begin->setEnabled(size > 0);
-    m_count->setEnabled(size > 0);
+    m_begin->setEnabled(blocks > 0);
+    m_count->setEnabled(blocks > 0);
 }
 
 void TFormDevEraseBlocks::slotChanged()
 {
     setRanges();
-    m_begin->clamp();
+    m_begin->refit();
+    changedBegin();
+}
+
+void TFormDevEraseBlocks::changedBegin()
+{
     setRanges(); // the rest begins at the block that there is
-    m_count->clamp();
+    m_count->refit();
     send();
 }
 
@@ -79,4 +87,14 @@ void TFormDevEraseBlocks::showParams()
     showStored(m_begin, key::begin);
     showStored(m_count, key::count);
     setRanges();
+}
+
+QVariant TFormDevEraseBlocks::kept() const
+{
+    return keptCount(m_count->value(), m_count->wish());
+}
+
+void TFormDevEraseBlocks::takeKept(const QVariant& kept)
+{
+    m_count->setWish(static_cast<int>(wishOfKept(kept, m_count->value())));
 }

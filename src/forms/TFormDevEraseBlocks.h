@@ -16,14 +16,18 @@ public:
     /// sizes on offer and total in bytes.
     TFormDevEraseBlocks(const TData& params, const QList<int>& sizes, qint64 total);
 
+    QVariant kept() const override;
+    void takeKept(const QVariant& kept) override;
+
 public slots:
-    /// The size or the first block was changed by the user.
+    /// The size was changed by the user.
     void slotChanged();
 
 private:
     void showParams() override;
     void selectSize();
     void setRanges();
+    void changedBegin();
     void send();
 
     const QList<int> m_sizes;

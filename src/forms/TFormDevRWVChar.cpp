@@ -44,8 +44,7 @@ void TFormDevRWVChar::setDefaults(const TRegion& region, quint8 fill)
 
 void TFormDevRWVChar::changedAddr()
 {
-    setCountRange(m_count, m_region, m_addr->value());
-    m_count->clamp();
+    fitCount(m_count, m_region, m_addr->value());
     slotChanged();
 }
 
@@ -63,4 +62,14 @@ void TFormDevRWVChar::showParams()
     setCountRange(m_count, m_region, m_addr->value());
     showStored(m_count, key::count);
     showStored(m_fill, key::fill_char);
+}
+
+QVariant TFormDevRWVChar::kept() const
+{
+    return keptCount(m_count->value(), m_count->wish());
+}
+
+void TFormDevRWVChar::takeKept(const QVariant& kept)
+{
+    m_count->setWish(wishOfKept(kept, m_count->value()));
 }

@@ -17,6 +17,9 @@ public:
     /// What the buttons "*" give: the whole region, and the byte.
     void setDefaults(const TRegion& region, quint8 fill);
 
+    QVariant kept() const override;
+    void takeKept(const QVariant& kept) override;
+
 public slots:
     void slotChanged();
 

@@ -2,6 +2,7 @@
 
 #include "core/globals.h"
 #include "core/keys.h"
+#include "forms/TTextKeys.h"
 #include "forms/TWgtEditHexDec64.h"
 #include "forms/TWgtEditStrHex.h"
 #include "forms/colors.h"
@@ -79,6 +80,7 @@ TFormDevRWVData::TFormDevRWVData(const TData& params)
     if (params.value(key::cmd).toString().contains(QLatin1String("read"))) {
         m_result = new QPlainTextEdit;
         m_result->setReadOnly(true);
+        new TTextKeys(m_result);
         m_result->setLineWrapMode(QPlainTextEdit::NoWrap);
         m_result->setFont(fixed);
         rows->addRow(langText(textResult), m_result);
@@ -109,10 +111,12 @@ QString TFormDevRWVData::text() const
 void TFormDevRWVData::slotEditing()
 {
     const int digits = withoutBlanks(m_bytes->lineEdit()->text()).size();
-    const qint64 room = lastAddress(m_region.begin, m_region.size) - m_addr->value() + 1;
+    // An address outside is marked itself; the bytes may be as many as the memory has then.
+    const qint64 last = lastAddress(m_region.begin, m_region.size);
+    const qint64 room = m_addr->fits() ? last - m_addr->value() + 1 : m_region.size;
     m_bytes->setFault(digits % 2 != 0 || digits / 2 > room);
-    m_bytes->setRangeText(QStringLiteral("%1..%2").arg(QString::number(qMin<qint64>(1, room)),
-                                                       QString::number(qMax<qint64>(0, room))));
+    m_bytes->setRangeText(
+        QStringLiteral("%1..%2").arg(QString::number(qMin<qint64>(1, room)), QString::number(room)));
 }
 
 void TFormDevRWVData::editingFinished()

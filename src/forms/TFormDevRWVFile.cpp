@@ -98,8 +98,7 @@ void TFormDevRWVFile::showFileRange()
 
 void TFormDevRWVFile::changedAddr()
 {
-    setCountRange(m_count, m_region, m_addrDevice->value());
-    m_count->clamp();
+    fitCount(m_count, m_region, m_addrDevice->value());
     slotChanged();
 }
 
@@ -132,4 +131,14 @@ void TFormDevRWVFile::showParams()
     showStored(m_addrDevice, key::addr_device);
     setCountRange(m_count, m_region, m_addrDevice->value());
     showStored(m_count, key::count);
+}
+
+QVariant TFormDevRWVFile::kept() const
+{
+    return keptCount(m_count->value(), m_count->wish());
+}
+
+void TFormDevRWVFile::takeKept(const QVariant& kept)
+{
+    m_count->setWish(wishOfKept(kept, m_count->value()));
 }

@@ -20,6 +20,9 @@ public:
     void setBaseFolder(const QString& folder);
     void setRegion(const TRegion& region);
 
+    QVariant kept() const override;
+    void takeKept(const QVariant& kept) override;
+
 public slots:
     void slotChanged();
 

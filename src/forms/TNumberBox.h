@@ -50,6 +50,19 @@ public:
     {
         each([](TNumberEdit<T>* part) { part->clamp(); });
     }
+    /// As TNumberEdit::wish.
+    T wish() const { return first()->wish(); }
+    void setWish(T wish) { first()->setWish(wish); }
+    /// As TNumberEdit::refit.
+    void refit()
+    {
+        each([](TNumberEdit<T>* part) { part->refit(); });
+    }
+    /// As TNumberEdit::keepTyped.
+    void keepTyped()
+    {
+        each([](TNumberEdit<T>* part) { part->keepTyped(); });
+    }
 
     /// Own words for the range, instead of the plain numbers; setRange puts those back.
     void setRangeText(const QString& text)
@@ -71,7 +84,10 @@ protected:
         auto* layout = new QHBoxLayout(this);
         layout->setContentsMargins(0, 0, 0, 0);
         layout->setSpacing(3);
-        each([layout](TNumberEdit<T>* part) { layout->addWidget(part); });
+        each([this, layout](TNumberEdit<T>* part) {
+            layout->addWidget(part);
+            part->shareWish(*first());
+        });
         layout->addWidget(m_button);
         setFocusProxy(first());
         setDefaultValue(T{});

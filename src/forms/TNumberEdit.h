@@ -9,7 +9,8 @@
 #include <limits>
 
 /// A field for a number of type T (int, qint64, double). Only the user changes a value to fit the range:
-/// one that was set from outside is shown as it is, and marked when it does not fit.
+/// one that was set from outside is shown as it is, and marked when it does not fit. What was asked for is
+/// remembered beside what the range has left of it.
 template <typename T> class TNumberEdit : public TWgtEditBase
 {
 public:
@@ -17,18 +18,32 @@ public:
     /// Shows the value; reports nothing.
     void setValue(T value)
     {
+        *m_wish = value;
+        follow(value);
+    }
+    /// Shows what the field beside it, which shares its wish, has taken over; reports nothing.
+    void follow(T value)
+    {
         m_value = value;
         m_isForeign = false;
         display(m_text.text(value));
         setFault(!fits());
     }
+    /// What was set, stored or entered last, before the range cut it.
+    T wish() const { return *m_wish; }
+    void setWish(T wish) { *m_wish = wish; }
+    /// Both fields ask for the same from now on; with lives as long as this.
+    void shareWish(TNumberEdit& with) { m_wish = with.m_wish; }
     /// Shows a value as it is stored; reports nothing. Text that is no number of this type is shown as it
     /// stands, marked, and kept until the user enters another; value() is the nearest number meanwhile.
     void setStored(const QString& text)
     {
         T value{};
         const bool isNumber = TNumberText::readStored(text, value);
-        setValue(value);
+        // What is shown already was cut from the same wish.
+        if (m_isForeign || !isNumber || value != m_value)
+            *m_wish = value;
+        follow(value);
         if (isNumber)
             return;
         m_isForeign = true;
@@ -68,6 +83,15 @@ public:
         if (!fits())
             setValue(fitted(m_value));
     }
+    /// Shows as much of the wish as the maximum allows, after a change of the range; reports nothing. Text
+    /// that is no number stays.
+    void refit()
+    {
+        if (!m_isForeign)
+            follow(qMin(*m_wish, m_max));
+    }
+    /// A number outside the range that the user types is kept and marked instead of being moved into it.
+    void keepTyped() { m_keepsTyped = true; }
     /// A number as this field writes it.
     QString textOf(T value) const { return m_text.text(value); }
 
@@ -76,6 +100,7 @@ protected:
         : TWgtEditBase(validator, parent)
         , m_text(text)
         , m_value(value)
+        , m_ownWish(value)
     {
         display(m_text.text(value));
     }
@@ -93,9 +118,13 @@ protected:
     }
 
 private:
-    void commit(const QString& text) override { enter(number(text)); }
-    void step(const QString& text, int delta) override { enter(stepped(number(text), delta)); }
-    void takeDefault() override { enter(m_default); }
+    void commit(const QString& text) override
+    {
+        const T value = number(text);
+        enter(value, m_keepsTyped ? value : fitted(value));
+    }
+    void step(const QString& text, int delta) override { enterFitted(stepped(number(text), delta)); }
+    void takeDefault() override { enterFitted(m_default); }
 
     T number(const QString& text) const
     {
@@ -105,11 +134,13 @@ private:
         return text == shown() ? m_value : value;
     }
 
-    void enter(T value)
+    void enterFitted(T wish) { enter(wish, fitted(wish)); }
+    void enter(T wish, T value)
     {
         const bool wasForeign = m_isForeign;
         const T before = m_value;
-        setValue(fitted(value));
+        *m_wish = wish;
+        follow(value);
         if (wasForeign || m_value != before)
             report(m_value);
     }
@@ -119,6 +150,9 @@ private:
     T m_max = std::numeric_limits<T>::max();
     T m_default{};
     T m_value;
+    T m_ownWish{};
+    T* m_wish = &m_ownWish; ///< of this field or of the one that it shares it with
+    bool m_keepsTyped = false;
     bool m_isForeign = false;
     QString m_foreign; ///< what is stored instead of the value, if m_isForeign
 };

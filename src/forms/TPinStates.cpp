@@ -81,6 +81,7 @@ QGridLayout* TPinStates::buttons(const QFont& font, Buttons place)
         button->setFont(font);
         button->setToolTip(text);
         button->setProperty(letterProperty, letter);
+        button->setEnabled(!m_boxes.isEmpty());
         width = qMax(width, button->fontMetrics().horizontalAdvance(button->text()) + buttonMargin);
         grid->addWidget(button, count / columns, count % columns);
         ++count;

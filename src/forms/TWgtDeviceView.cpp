@@ -3,6 +3,7 @@
 #include "core/IDevice.h"
 #include "core/TDataCmd.h"
 #include "core/keys.h"
+#include "forms/TTextKeys.h"
 #include "forms/mono_font.h"
 #include "link/TProg.h"
 
@@ -67,6 +68,7 @@ QPlainTextEdit* TWgtDeviceView::addPane(const QString& label)
 {
     auto* pane = new QPlainTextEdit(this);
     pane->setReadOnly(true);
+    new TTextKeys(pane);
     pane->setTabChangesFocus(true);
     pane->setFont(monoFont());
     pane->setMinimumHeight(paneHeight);

@@ -1,6 +1,7 @@
 #include "forms/TWgtEditFileName.h"
 
 #include "core/helpers.h"
+#include "forms/TFileDrop.h"
 #include "forms/colors.h"
 
 #include <QDir>
@@ -40,6 +41,7 @@ TWgtEditFileName::TWgtEditFileName(const QString& file, QWidget* parent)
     layout->addWidget(m_button);
     setFocusProxy(m_edit);
     connect(m_edit, &QLineEdit::textChanged, this, &TWgtEditFileName::slotTextChanged);
+    new TFileDrop(m_edit, [this](const QString& path) { choose(path); });
     connect(m_button, &QPushButton::clicked, this, &TWgtEditFileName::slotOpenWindowFileSelect);
 }
 

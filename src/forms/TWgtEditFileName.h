@@ -5,7 +5,7 @@
 class QLineEdit;
 class QPushButton;
 
-/// The name of a file, typed or chosen in a dialog.
+/// The name of a file, typed, chosen in a dialog or dropped.
 class TWgtEditFileName : public QWidget
 {
     Q_OBJECT
@@ -36,7 +36,7 @@ public slots:
     void slotTextChanged(const QString& text);
     /// Shows the dialog and returns at once.
     void slotOpenWindowFileSelect();
-    /// Takes over a name as the dialog gives it: absolute.
+    /// Takes over a name as the dialog gives it, or as it is dropped: absolute.
     virtual void choose(const QString& file);
 
 private:

@@ -15,13 +15,13 @@ TWgtEditHexDec::TWgtEditHexDec(int value, QWidget* parent)
 
 void TWgtEditHexDec::slotChangedHex(int value)
 {
-    part(1)->setValue(value);
+    part(1)->follow(value);
     emit valueChanged(value);
 }
 
 void TWgtEditHexDec::slotChangedDec(int value)
 {
-    part(0)->setValue(value);
+    part(0)->follow(value);
     emit valueChanged(value);
 }
 

@@ -15,13 +15,13 @@ TWgtEditHexDec64::TWgtEditHexDec64(qlonglong value, QWidget* parent)
 
 void TWgtEditHexDec64::slotChangedHex(qlonglong value)
 {
-    part(1)->setValue(value);
+    part(1)->follow(value);
     emit valueChanged(value);
 }
 
 void TWgtEditHexDec64::slotChangedDec(qlonglong value)
 {
-    part(0)->setValue(value);
+    part(0)->follow(value);
     emit valueChanged(value);
 }
 

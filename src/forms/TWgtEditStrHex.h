@@ -18,11 +18,17 @@ public:
 
 signals:
     void valueChanged(QString value);
+    /// The user wants the default, which may be shown already.
+    void defaultTaken();
 
 private:
     void commit(const QString& text) override { setValue(text); }
     void step(const QString&, int) override {}
-    void takeDefault() override { setValue(m_default); }
+    void takeDefault() override
+    {
+        setValue(m_default);
+        emit defaultTaken();
+    }
 
     QString m_value;
     QString m_default;

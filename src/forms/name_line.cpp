@@ -1,5 +1,6 @@
 #include "forms/name_line.h"
 
+#include "forms/TTextKeys.h"
 #include "forms/colors.h"
 
 #include <QFormLayout>
@@ -13,6 +14,7 @@ TNameLine addNameLine(QFormLayout* layout, const QString& label, const QString& 
     TNameLine line;
     line.edit = new QLineEdit;
     line.edit->setReadOnly(true);
+    new TTextKeys(line.edit);
     line.button = new QPushButton(buttonText);
     line.button->setAutoDefault(false);
     auto* row = new QHBoxLayout;

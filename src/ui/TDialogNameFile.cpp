@@ -2,6 +2,7 @@
 
 #include "core/globals.h"
 #include "core/helpers.h"
+#include "forms/TFileDrop.h"
 #include "ui/dialog_parts.h"
 
 #include <QFileDialog>
@@ -30,6 +31,7 @@ TDialogNameFile::TDialogNameFile(const TWindowKeys& keys, const TNameFile& rows,
     connect(m_name, &QLineEdit::textChanged, this, update);
     connect(m_file, &QLineEdit::textChanged, this, update);
     connect(parts.button, &QPushButton::clicked, this, &TDialogNameFile::browse);
+    new TFileDrop(m_file, [this](const QString& file) { take(file); });
     update();
     m_name->selectAll();
 }
@@ -60,8 +62,12 @@ void TDialogNameFile::browse()
     const QString picked = m_rows.mustExist
                                ? QFileDialog::getOpenFileName(this, m_rows.browseTitle, start, m_rows.pattern)
                                : askFile(this, m_rows.browseTitle, start, m_rows.pattern);
-    if (picked.isEmpty())
-        return;
+    if (!picked.isEmpty())
+        take(picked);
+}
+
+void TDialogNameFile::take(const QString& picked)
+{
     m_file->setText(relToDir(m_rows.folder, picked));
     if (name().isEmpty())
         m_name->setText(QFileInfo(picked).completeBaseName());

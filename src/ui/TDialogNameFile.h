@@ -39,6 +39,7 @@ protected:
 
 private:
     void browse();
+    void take(const QString& picked);
     bool isComplete() const;
 
     const TNameFile m_rows;

@@ -83,6 +83,7 @@ TDialogSelectDevice::TDialogSelectDevice(const QString& title, const TWindowKeys
     m_list->setUniformItemSizes(true);
     m_list->addItems(names);
     m_list->setCurrentRow(names.indexOf(current));
+    slotFilterString(QString());
     connect(m_list, &QListWidget::itemSelectionChanged, this, &TDialogSelectDevice::updateAccept);
     connect(m_list, &QListWidget::itemDoubleClicked, this, &QDialog::accept);
     updateAccept();
@@ -90,21 +91,21 @@ TDialogSelectDevice::TDialogSelectDevice(const QString& title, const TWindowKeys
 
 void TDialogSelectDevice::buildFilter(QBoxLayout* layout)
 {
-    auto* clear = new QPushButton(QStringLiteral("*"), this);
-    clear->setFixedSize(21, 21);
-    clear->setAutoDefault(false);
-    clear->setFocusPolicy(Qt::NoFocus);
-    clear->setToolTip(langText(175));
+    m_clear = new QPushButton(QStringLiteral("*"), this);
+    m_clear->setFixedSize(21, 21);
+    m_clear->setAutoDefault(false);
+    m_clear->setFocusPolicy(Qt::NoFocus);
+    m_clear->setToolTip(langText(175));
     m_filter->setFixedHeight(21);
     m_filter->setToolTip(langText(174));
     m_filter->installEventFilter(this);
     auto* row = new QHBoxLayout;
     row->setSpacing(3);
     row->addWidget(m_filter);
-    row->addWidget(clear);
+    row->addWidget(m_clear);
     layout->addLayout(row);
     connect(m_filter, &QLineEdit::textChanged, this, &TDialogSelectDevice::slotFilterString);
-    connect(clear, &QPushButton::clicked, this, &TDialogSelectDevice::slotClearFilter);
+    connect(m_clear, &QPushButton::clicked, this, &TDialogSelectDevice::slotClearFilter);
 }
 
 QString TDialogSelectDevice::selectChip(const QString& current, QWidget* parent)
@@ -147,8 +148,10 @@ bool TDialogSelectDevice::eventFilter(QObject* object, QEvent* event)
 
 void TDialogSelectDevice::slotFilterString(const QString& text)
 {
-    const QRegularExpression pattern = filterPattern(text);
+    const QString wanted = text.trimmed();
+    const QRegularExpression pattern = filterPattern(wanted);
     QListWidgetItem* last = nullptr;
+    QListWidgetItem* exact = nullptr;
     int shown = 0;
     m_list->setUpdatesEnabled(false);
     for (int row = 0; row < m_list->count(); ++row) {
@@ -160,13 +163,17 @@ void TDialogSelectDevice::slotFilterString(const QString& text)
             last = item;
             ++shown;
         }
+        if (item->text().compare(wanted, Qt::CaseInsensitive) == 0 && (!exact || item->text() == wanted))
+            exact = item;
     }
     m_list->setUpdatesEnabled(true);
-    selectOnly(shown == 1 ? last : nullptr);
+    selectOnly(exact || shown != 1 ? exact : last);
+    m_clear->setEnabled(!text.isEmpty());
     updateAccept();
 }
 
-/// What is the only one left is what was meant; of several none is chosen by itself.
+/// What is named in full, or is the only one left, is what was meant; of several others none is chosen by
+/// itself.
 void TDialogSelectDevice::selectOnly(QListWidgetItem* only)
 {
     if (only)

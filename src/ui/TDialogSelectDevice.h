@@ -39,6 +39,7 @@ private:
     void updateAccept();
 
     QLineEdit* m_filter = nullptr;
+    QPushButton* m_clear = nullptr;
     QListWidget* m_list = nullptr;
     QPushButton* m_accept = nullptr;
 };

@@ -10,6 +10,7 @@
 #include "core/helpers.h"
 #include "core/keys.h"
 #include "core/references.h"
+#include "forms/TFormCommand.h"
 #include "ui/TWgtCmdList.h"
 #include "ui/TWgtLogExec.h"
 
@@ -251,6 +252,8 @@ void TWgtConfig::makeForm(int id_cmd)
         return;
     m_idForm = id_cmd;
     m_formParams = paramsOf(*command);
+    if (auto* form = qobject_cast<TFormCommand*>(m_form))
+        form->takeKept(m_kept.value(id_cmd));
     m_paramLayout->addWidget(m_form);
     connect(m_form, SIGNAL(signalChangedCmdParam(TData)), this, SLOT(slotChangedCmdParam(TData)));
 }
@@ -260,6 +263,8 @@ void TWgtConfig::makeForm(int id_cmd)
 void TWgtConfig::dropForm()
 {
     if (QWidget* form = m_form) {
+        if (const auto* own = qobject_cast<TFormCommand*>(form))
+            m_kept.insert(m_idForm, own->kept());
         m_form.clear();
         form->disconnect(this);
         form->blockSignals(true);

@@ -99,6 +99,7 @@ private:
     TWgtLogExec* m_log = nullptr;
     QTextEdit* m_description = nullptr;
     Page m_page = PageDescription;
-    int m_idForm = -1;  ///< command of the open form
-    TData m_formParams; ///< parameters of the command that the open form knows
+    int m_idForm = -1;           ///< command of the open form
+    TData m_formParams;          ///< parameters of the command that the open form knows
+    QHash<int, QVariant> m_kept; ///< by command: what its last form knew beyond the parameters
 };

@@ -3,6 +3,7 @@
 #include "core/TAppData.h"
 #include "core/globals.h"
 #include "exec/TLogText.h"
+#include "forms/TTextKeys.h"
 #include "forms/mono_font.h"
 
 #include <QProgressBar>
@@ -26,6 +27,7 @@ TWgtLogExec::TWgtLogExec(QWidget* parent)
     , m_bar(new QProgressBar(this))
 {
     m_edit->setReadOnly(true);
+    new TTextKeys(m_edit);
     m_edit->setUndoRedoEnabled(false);
     m_edit->setLineWrapMode(QTextEdit::NoWrap);
     m_edit->setFont(monoFont());

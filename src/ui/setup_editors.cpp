@@ -5,6 +5,7 @@
 #include "core/globals.h"
 #include "core/helpers.h"
 #include "forms/TComboBox.h"
+#include "forms/TFileDrop.h"
 #include "forms/TWgtEditDec.h"
 #include "ui/TWgtColorEnableEdit.h"
 #include "ui/dialog_parts.h"
@@ -13,6 +14,7 @@
 #include <QCheckBox>
 #include <QCoreApplication>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLayout>
 #include <QLineEdit>
 #include <QPushButton>
@@ -126,6 +128,10 @@ TSetupEditor makePath(const TSetupRow& row, QWidget* parent)
         const QString path = askPath(row, line->text(), widget);
         if (!path.isEmpty())
             line->setText(relToApp(path));
+    });
+    new TFileDrop(line, [row, line](const QString& path) {
+        const bool isFileInFolder = row.kind == TSetupKind::Folder && QFileInfo(path).isFile();
+        line->setText(relToApp(isFileInFolder ? absDir(path) : path));
     });
     // An empty path would mean the working directory, so it is taken as no change.
     const QString old = appData().*field;

@@ -249,13 +249,28 @@ private slots:
         QTest::mouseClick(form.findChild<QPushButton*>(), Qt::LeftButton);
         QCOMPARE(last(changes).value(key::data).toString(), QString("62D9FE"));
 
+        // What is stored is longer than the default that is shown of it. Nothing is told twice.
+        for (const bool isKey : {true, false}) {
+            QVERIFY(form.updateParams({{key::id_cmd, 7}, {key::data, "62D9FE00"}}));
+            QCOMPARE(line(form)->text(), QString("62D9FE"));
+            for (int i = 0; i < 2; ++i) {
+                if (isKey)
+                    enter(line(form), "*");
+                else
+                    QTest::mouseClick(form.findChild<QPushButton*>(), Qt::LeftButton);
+            }
+            QCOMPARE(last(changes).value(key::data).toString(), QString("62D9FE"));
+            QCOMPARE(line(form)->palette().color(QPalette::Base), good);
+        }
+        QCOMPARE(changes.size(), 5);
+
         // A result arrives while the user types: the controls follow, the typing stays.
         type(line(form), "12");
         QVERIFY(form.updateParams({{key::id_cmd, 7}, {key::data, "000000FF"}}));
         QVERIFY(!form.updateParams({{key::id_cmd, 8}, {key::data, "FFFFFF"}}));
         QCOMPARE(form.text(), QString("000000"));
         QCOMPARE(line(form)->text(), QString("12"));
-        QCOMPARE(changes.size(), 3);
+        QCOMPARE(changes.size(), 5);
     }
 
     void randomForms()

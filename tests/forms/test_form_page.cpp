@@ -73,10 +73,10 @@ void answer(const std::function<void(QDialog&)>& use)
     timer->start(5);
 }
 
-/// Types a name into the list of names and takes it.
+/// Types a name in full over the list of names and takes it.
 void chooseName(QPushButton* button, const QString& name)
 {
-    answer([name](QDialog& dialog) { type(line(dialog), name + "v!"); });
+    answer([name](QDialog& dialog) { type(line(dialog), name + "!"); });
     click(button);
 }
 
@@ -193,6 +193,31 @@ private slots:
         chooseName(page.part<QPushButton>(), "Other");
         QCOMPARE(page.row(1), QString("auto_detect Other: Execute, Skip"));
         QCOMPARE(route() + QString::number(page.part<QTableWidget>()->rowCount()), QString("0"));
+    }
+
+    // The form of another row comes in between, and its address leaves no room for the count.
+    void countGrowsBack()
+    {
+        Page page;
+        page.addShippedChip("AT24C02");
+        const int id = page.add("file_write", {{"addr_device", "0"}, {"count", "200"}, {"format", "BIN"}});
+        page.add("stop");
+        page.show(2);
+        const auto enterAddr = [&](const char* address) {
+            enter(page.line(3), address);
+            page.select(1);
+            page.select(2);
+            return page.data(id).value("count").toInt();
+        };
+        QCOMPARE(enterAddr("255"), 1);
+        QCOMPARE(enterAddr("250"), 6);
+        // Counts that somebody else has stored are his.
+        project().setCmdParam(id, {{"id_cmd", id}, {"count", "3"}});
+        QCOMPARE(page.rows().size(), 4);
+        QCOMPARE(enterAddr("10"), 3);
+        QCOMPARE(enterAddr("256"), 3);
+        QVERIFY(!page.data(id).value("valid_param").toBool());
+        QCOMPARE(page.line(3)->text(), QString("256"));
     }
 
     void closedBehindADialog()

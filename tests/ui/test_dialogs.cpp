@@ -234,6 +234,13 @@ private slots:
         });
         click(edit, "...");
         QCOMPARE(edit.file() + ' ' + edit.name(), QString("serial-flash.prj serial-flash"));
+        QMimeData files;
+        files.setUrls({QUrl("http://x/y"), QUrl::fromLocalFile(m_dir.file("projects/a b.prj"))});
+        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, {});
+        QDropEvent drop({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, {});
+        for (QEvent* event : {static_cast<QEvent*>(&enter), static_cast<QEvent*>(&drop)})
+            QApplication::sendEvent(edit.findChildren<QLineEdit*>().last(), event);
+        QCOMPARE(edit.file(), QString("a b.prj"));
         // A chip that is not known any more stays until another is chosen.
         const int cfg = project().addCfg("c", {}, -1);
         TPairStringList chips;
@@ -268,11 +275,14 @@ private slots:
             click(dialog, "*");
             QCOMPARE(dialog.selected(), QString("W25Q64FW"));
             QCOMPARE(filtered("[a-f1]6"), QString("ATmega16"));
-            // The only one left is meant.
+            // What is named in full is meant, and the only one left.
+            QCOMPARE(filtered(" w25q64 "), QString("W25Q64"));
+            QTest::keyClicks(line, "f");
             QCOMPARE(filtered("mega328p"), QString("ATmega328P"));
+            QCOMPARE(filtered("w25q64"), QString("W25Q64"));
             QTest::keyClick(line, Qt::Key_Return);
         });
-        QCOMPARE(TDialogSelectDevice::selectChip("ATmega16"), QString("ATmega328P"));
+        QCOMPARE(TDialogSelectDevice::selectChip("ATmega16"), QString("W25Q64"));
     }
 
     void projectLists()
