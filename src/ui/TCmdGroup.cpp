@@ -7,6 +7,7 @@
 
 #include <QGroupBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QVBoxLayout>
@@ -53,12 +54,11 @@ TCmdGroup::TCmdGroup(const QString& title, QWidget* parent)
     inner->setContentsMargins(2, 2, 2, 2);
     m_scroll->setWidgetResizable(true);
     m_scroll->setFrameShape(QFrame::NoFrame);
-    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     inner->addWidget(m_scroll);
     build({}, {});
 }
 
-void TCmdGroup::setDevice(const IDevice* device)
+bool TCmdGroup::setDevice(const IDevice* device)
 {
     QStringList keys;
     QStringList titles;
@@ -67,8 +67,10 @@ void TCmdGroup::setDevice(const IDevice* device)
         for (const QString& key : qAsConst(keys))
             titles.append(key == cmd::separator ? QString() : device->commandTitle({{key::cmd, key}}));
     }
-    if (keys != m_keys || titles != m_titles)
-        build(keys, titles);
+    if (keys == m_keys && titles == m_titles)
+        return false;
+    build(keys, titles);
+    return true;
 }
 
 void TCmdGroup::build(const QStringList& keys, const QStringList& titles)
@@ -97,8 +99,11 @@ void TCmdGroup::build(const QStringList& keys, const QStringList& titles)
     if (QWidget* old = m_scroll->takeWidget())
         old->deleteLater();
     m_scroll->setWidget(content);
-    m_scroll->setMinimumWidth(content->sizeHint().width() +
-                              m_scroll->verticalScrollBar()->sizeHint().width());
+    // Three of them stand side by side, with their frames.
+    constexpr int frames = 30;
+    m_scroll->setMinimumWidth(
+        qMin(content->sizeHint().width() + m_scroll->verticalScrollBar()->sizeHint().width(),
+             screen()->availableSize().width() / 3 - frames));
     // Whoever places the window before it is shown asks how wide this has become.
     m_scroll->parentWidget()->layout()->activate();
     layout()->activate();

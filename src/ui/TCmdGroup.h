@@ -15,8 +15,8 @@ public:
     explicit TCmdGroup(const QString& title, QWidget* parent = nullptr);
 
     /// Makes a button for each command of the device, which is needed only during the call; null empties
-    /// the column. Buttons that would come out the same stay.
-    void setDevice(const IDevice* device);
+    /// the column. Buttons that would come out the same stay; true when there are others now.
+    bool setDevice(const IDevice* device);
 
 signals:
     void signalAddCmd(QString cmd_code);

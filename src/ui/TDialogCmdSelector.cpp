@@ -32,10 +32,44 @@ TCmdGroup* fixedGroup(const char* title, const QString& classWord, QWidget* pare
     return group;
 }
 
+QRect heldInside(const QRect& screen, QRect place)
+{
+    place.setSize(place.size().boundedTo(screen.size()));
+    place.moveLeft(qBound(screen.left(), place.left(), screen.right() + 1 - place.width()));
+    place.moveTop(qBound(screen.top(), place.top(), screen.bottom() + 1 - place.height()));
+    return place;
+}
+
+/// A place on the screen that leaves the button free: below it, cut as far as the least height, else at
+/// another side. The place itself where there is no such side.
+QRect clearOf(const QRect& button, const QRect& place, const QRect& screen, int leastHeight)
+{
+    if (!place.intersects(button))
+        return place;
+    QRect below = place;
+    below.moveTop(button.bottom() + 1);
+    below.setBottom(qMin(below.bottom(), screen.bottom()));
+    if (below.height() >= leastHeight)
+        return below;
+    QRect left = place;
+    left.moveRight(button.left() - 1);
+    QRect right = place;
+    right.moveLeft(button.right() + 1);
+    QRect above = place;
+    above.moveBottom(button.top() - 1);
+    for (const QRect& other : {above, left, right}) {
+        if (screen.contains(other))
+            return other;
+    }
+    return place;
+}
+
 } // namespace
 
-TDialogCmdSelector::TDialogCmdSelector(int id_cfg, int id_cmd)
-    : m_device(new TCmdGroup(QStringLiteral(" Device "), this))
+TDialogCmdSelector::TDialogCmdSelector(int id_cfg, int id_cmd, const QWidget* start)
+    : m_start(start)
+    , m_beside(start ? start->window() : QApplication::activeWindow())
+    , m_device(new TCmdGroup(QStringLiteral(" Device "), this))
     , m_splitter(new QSplitter(Qt::Horizontal, this))
     , m_state(new QCheckBox(langText(244), this))
 {
@@ -74,36 +108,74 @@ TDialogCmdSelector::~TDialogCmdSelector()
     settings.WindowCmdSelectorSplitter = m_splitter->sizes();
 }
 
-/// In the middle of the main window it would hide the commands, so there it stands to the right.
+void TDialogCmdSelector::setAdding(bool can)
+{
+    m_splitter->setEnabled(can);
+}
+
+bool TDialogCmdSelector::standsBeside() const
+{
+    return m_beside && appData().WindowOtherCenter;
+}
+
 void TDialogCmdSelector::place()
 {
     const TAppData& settings = appData();
     layout()->activate();
     const QSize size = QSize(settings.WindowCmdSelectorWidth, settings.WindowCmdSelectorHeight)
                            .expandedTo(minimumSizeHint());
-    const QWidget* window = QApplication::activeWindow();
-    if (!settings.WindowOtherCenter || !window) {
+    if (!standsBeside())
         placeOnWindow(this, false, settings.WindowCmdSelectorLeft, settings.WindowCmdSelectorTop,
                       size.width(), size.height());
-        return;
-    }
-    const QRect beside = window->frameGeometry();
-    const QRect screen = window->screen()->availableGeometry();
-    const qint64 left = qint64(beside.right()) + 1 + settings.WindowCmdSelector;
+    settle(standsBeside() ? besideWindow() : pos(), size);
+}
+
+/// The least size of the window has changed with what stands in it. Where the user has put it, it stays if
+/// it can.
+void TDialogCmdSelector::placeAnew()
+{
+    m_splitter->updateGeometry();
+    layout()->activate();
+    const bool isMoved = pos() != m_placedAt;
+    settle(isMoved || !standsBeside() ? pos() : besideWindow(), size().expandedTo(minimumSizeHint()));
+}
+
+/// In the middle of the main window it would hide the commands, so there it stands to the right.
+QPoint TDialogCmdSelector::besideWindow() const
+{
+    const QRect beside = m_beside->frameGeometry();
+    const QRect screen = m_beside->screen()->availableGeometry();
+    const qint64 left = qint64(beside.right()) + 1 + appData().WindowCmdSelector;
+    return {static_cast<int>(qBound<qint64>(screen.left(), left, screen.right())), beside.top()};
+}
+
+/// Takes the place as far as it is on the screen and off the start button.
+void TDialogCmdSelector::settle(const QPoint& corner, const QSize& size)
+{
     // Its own frame is there once it is shown; the window's is alike.
-    const QSize whole = size + window->frameGeometry().size() - window->size();
-    const qint64 last = screen.right() + 1 - whole.width();
-    const int lowest = screen.bottom() + 1 - whole.height();
-    move(static_cast<int>(qBound<qint64>(screen.left(), left, qMax<qint64>(screen.left(), last))),
-         qBound(screen.top(), beside.top(), qMax(screen.top(), lowest)));
-    resize(size);
+    const QWidget* framed = isVisible() || !m_beside ? this : m_beside.data();
+    const QSize frame = framed->frameGeometry().size() - framed->size();
+    const QRect wanted(corner, size + frame);
+    const QRect screen = screenOf(wanted)->availableGeometry();
+    const bool isShown = m_start && m_start->isVisible();
+    const QRect start = isShown ? QRect(m_start->mapToGlobal(QPoint()), m_start->size()) : QRect();
+    const QRect place =
+        clearOf(start, heldInside(screen, wanted), screen, minimumSizeHint().height() + frame.height());
+    move(place.topLeft());
+    resize(place.size() - frame);
+    m_placedAt = pos();
+    m_isPlaced = true;
 }
 
 void TDialogCmdSelector::slotSelectCmd(int id_cfg, int id_cmd)
 {
     Q_UNUSED(id_cfg)
     const TDataCmd* command = project().cmdById(id_cmd);
-    m_device->setDevice(command ? command->family() : nullptr);
+    const IDevice* family = command ? command->family() : nullptr;
+    // A set_prog has the tools in force, which stand in a column of their own.
+    const bool isChip = family && family->name() != dev_class::tools && family->name() != dev_class::prog;
+    if (m_device->setDevice(isChip ? family : nullptr) && m_isPlaced)
+        placeAnew();
 }
 
 void TDialogCmdSelector::slotAddCmd(const QString& cmd_code)

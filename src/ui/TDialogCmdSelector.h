@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QPoint>
+#include <QPointer>
 #include <QWidget>
 
 class QCheckBox;
@@ -13,8 +15,13 @@ class TDialogCmdSelector : public QWidget
     Q_OBJECT
 
 public:
-    TDialogCmdSelector(int id_cfg, int id_cmd);
+    /// start is the button that the window never places itself on, in the window that it stands beside:
+    /// without one the active window. It may go away.
+    TDialogCmdSelector(int id_cfg, int id_cmd, const QWidget* start = nullptr);
     ~TDialogCmdSelector() override;
+
+    /// Whether commands can be added now; the buttons are greyed when not.
+    void setAdding(bool can);
 
 signals:
     /// Add the command; state is its check mark.
@@ -28,7 +35,15 @@ public slots:
 
 private:
     void place();
+    void placeAnew();
+    bool standsBeside() const;
+    QPoint besideWindow() const;
+    void settle(const QPoint& corner, const QSize& size);
 
+    const QPointer<const QWidget> m_start;
+    const QPointer<const QWidget> m_beside;
+    bool m_isPlaced = false;
+    QPoint m_placedAt; ///< the corner that it gave itself last
     TCmdGroup* m_device;
     QSplitter* m_splitter;
     QCheckBox* m_state;

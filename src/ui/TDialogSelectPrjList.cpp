@@ -286,8 +286,9 @@ void TDialogSelectPrjList::slotMoveDown()
 
 void TDialogSelectPrjList::slotOpenFolder()
 {
-    // Without a file manager, or without the folder, nothing happens.
-    static_cast<void>(openFolder(TPrjListFile::path(file())));
+    const QString path = TPrjListFile::path(file());
+    if (!openFolder(path))
+        msgError(langText(548).arg(absDir(path)), this);
 }
 
 void TDialogSelectPrjList::slotSelectItem()

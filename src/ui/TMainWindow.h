@@ -180,6 +180,7 @@ private:
     /// The action's own text with the name of what would be pasted.
     void setPasteText(TMainAction id, int text, const QString& name);
     void report(const QString& text, TWgtStatusBar::Code code);
+    void showFolder(const QString& file);
     /// Stores what is being typed in a field, as leaving the field would.
     void commitEdit();
 
@@ -238,7 +239,7 @@ private:
     void insertAfterQuestion(bool isAsked, const QString& question, const QStringList& words);
     TData pasted(TData command, int id_cfg, int opening) const;
     void removeCmdsIf(const std::function<bool(const TDataCmd&)>& leaves);
-    void rebuildTab(int row);
+    void rebuildTab(int row, bool isNew = false);
     void showAfterDelete();
     void setAllChecked(bool on);
     void moveCmd(int delta);

@@ -8,6 +8,7 @@
 #include "core/helpers.h"
 #include "core/keys.h"
 #include "ui/TButtonAction.h"
+#include "ui/TDialogCmdSelector.h"
 #include "ui/TMainWindow.h"
 #include "ui/TWgtCmdList.h"
 #include "ui/TWgtPrj.h"
@@ -42,6 +43,7 @@ enum Condition : quint32 {
     CanAsk = 1 << 12,   ///< the current command has a programmer, and nothing runs here
     CanReset = 1 << 13, ///< the current command has a chip with a reset line, and nothing runs here
     Free = 1 << 14,     ///< nothing waits for runs to end
+    Tab = 1 << 15,      ///< a configuration is shown
 };
 
 enum Flag : quint8 {
@@ -239,11 +241,11 @@ void TMainWindow::createActions()
         {maPrjPasteNew, 18, &W::slotPrjPasteNew, "PrjPasteNew", L | B | Free, Plain},
         {maPrjPasteNewSub, 19, &W::slotPrjPasteNewSub, "PrjPasteNewSub", L | B | Free, Plain},
         {maPrjEdit, 20, &W::slotPrjEdit, "PrjEdit", I | Free, Plain},
-        {maPrjSave, 21, &W::slotPrjSave, "PrjSave", I | Free, Plain},
+        {maPrjSave, 21, &W::slotPrjSave, "PrjSave", I | P | Free, Plain},
         {maPrjSaveAs, 428, &W::slotPrjSaveAs, "PrjSaveAs", P | Free, Plain},
         {maPrjDelete, 22, &W::slotPrjDelete, "PrjDeleteCur", I | Free, Plain},
         {maPrjDeleteSubAll, 23, &W::slotPrjDeleteSubAll, "PrjDeleteSubAll", S | Free, Plain},
-        {maPrjOpenFolder, 24, &W::slotPrjOpenFolder, "PrjOpenFolder", I, Plain},
+        {maPrjOpenFolder, 24, &W::slotPrjOpenFolder, "PrjOpenFolder", I | P, Plain},
         {maCfgNew, 26, &W::slotCfgNew, "CfgNew", P | Free, Focus},
         {maCfgCopy, 27, &W::slotCfgCopy, "CfgCopy", P | Free, Focus},
         {maCfgPaste, 28, &W::slotCfgPaste, "CfgPasteNew", P | F | Free, Focus},
@@ -266,9 +268,9 @@ void TMainWindow::createActions()
         {maCmdMoveUp, 47, &W::slotCmdMoveUp, "CmdMoveUp", P | N | NotFirst | Free, Focus},
         {maCmdMoveDown, 48, &W::slotCmdMoveDown, "CmdMoveDown", P | NotLast | Free, Focus},
         {maCmdUncheckHide, 49, &W::slotCmdUncheckHide, "CmdUncheckHide", Always, Check},
-        {maExecIDProg, 51, &W::slotExecIDProg, "ExecIDProg", P | CanAsk | Free, Focus | NoRepeat},
+        {maExecIDProg, 51, &W::slotExecIDProg, "ExecIDProg", P | CanAsk | Free, NoRepeat},
         {maExecReset, 52, &W::slotExecReset, "ExecReset", P | CanReset | Free, NoRepeat},
-        {maExecCfg, 53, &W::slotExecCfg, "ExecCfg1", P | Free, NoRepeat},
+        {maExecCfg, 53, &W::slotExecCfg, "ExecCfg1", P | Tab | Free, NoRepeat},
         {maExecClearState, 54, &W::slotExecClearState, "ExecClearCfgState", P, Plain},
         {maExecClearAllState, 55, &W::slotExecClearAllState, "ExecClearAllState", P, Plain},
         {maQuit, 56, &W::slotQuit, "Quit", Always, NoRepeat},
@@ -440,7 +442,7 @@ quint32 TMainWindow::cmdConditions() const
         return 0;
     const int row = m_prj->currentRow();
     const int count = tab->cmdList()->rowCount();
-    quint32 holding = 0;
+    quint32 holding = Tab;
     addIf(holding, C, m_prj->currentCmd() >= 0);
     addIf(holding, N, count > 0);
     addIf(holding, NotFirst, row != 0);
@@ -469,6 +471,8 @@ void TMainWindow::updateState()
         action->setEnabled((holding & needs) == needs);
     }
     m_toolsRight->setVisible(holding & P);
+    if (m_cmdSelector)
+        m_cmdSelector->setAdding((holding & Tab) && (holding & Free));
     if (!(holding & P))
         return;
     updateDeleteTexts();

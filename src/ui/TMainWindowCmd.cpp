@@ -30,7 +30,7 @@ void TMainWindow::slotCmdSelector()
     if (m_cmdSelector) {
         delete m_cmdSelector;
     } else {
-        m_cmdSelector = new TDialogCmdSelector(m_prj->currentCfg(), m_prj->currentCmd());
+        m_cmdSelector = new TDialogCmdSelector(m_prj->currentCfg(), m_prj->currentCmd(), button(mbExecute));
         m_cmdSelector->setAttribute(Qt::WA_DeleteOnClose);
         connect(m_cmdSelector, &QObject::destroyed, this, &TMainWindow::slotCmdSelectorClose);
         connect(m_cmdSelector, &TDialogCmdSelector::signalAddCmd, this, &TMainWindow::slotNewCmd);
@@ -164,16 +164,18 @@ void TMainWindow::slotCmdPaste()
     for (const TData& command : qAsConst(m_cmdClip))
         index = project().indexCmd(project().addCmd(pasted(command, id_cfg, m_cmdClipOpening), index)) + 1;
     project().bindAll();
-    rebuildTab(row + 1);
+    rebuildTab(row + 1, true);
     report(isOne ? langText(132).arg(title) : langText(133), TWgtStatusBar::Green);
 }
 
-/// Fills the current tab anew and makes a row current, the last one if there is none of that number.
-void TMainWindow::rebuildTab(int row)
+/// Fills the current tab anew and makes a row current, the last one if there is none of that number. A new
+/// row is shown in any case; otherwise the nearest one that is shown is taken.
+void TMainWindow::rebuildTab(int row, bool isNew)
 {
     TWgtConfig* tab = m_prj->current();
     tab->fill();
-    m_prj->setCurrentRow(qMin(row, tab->cmdList()->rowCount() - 1));
+    const int present = qMin(row, tab->cmdList()->rowCount() - 1);
+    m_prj->setCurrentRow(isNew ? present : tab->cmdList()->firstShownRow(present));
     m_prj->refreshAll();
     refreshForms();
     showAfterDelete();

@@ -154,5 +154,11 @@ void TMainWindow::slotPrjDeleteSubAll()
 void TMainWindow::slotPrjOpenFolder()
 {
     if (project().isOpen())
-        (void)openFolder(project().file());
+        showFolder(project().file());
+}
+
+void TMainWindow::showFolder(const QString& file)
+{
+    if (!openFolder(file))
+        report(langText(548).arg(absDir(file)), TWgtStatusBar::Red);
 }

@@ -145,7 +145,7 @@ void TMainWindow::slotPrjListSaveAs()
 
 void TMainWindow::slotPrjListOpenFolder()
 {
-    (void)openFolder(m_prjList->listFile());
+    showFolder(m_prjList->listFile());
 }
 
 void TMainWindow::slotPrjListDragDrop()

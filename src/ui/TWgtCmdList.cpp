@@ -19,6 +19,8 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace {
 
 constexpr int columnCheck = 0;
@@ -171,6 +173,7 @@ void TWgtCmdList::fill(int id_cfg)
         m_table->setUpdatesEnabled(false);
         m_table->setRowCount(0);
         m_highlighted = -1;
+        m_revealed = -1;
         const QList<TDataCmd*> commands = project().cmdsOfCfg(id_cfg);
         m_table->setRowCount(commands.size());
         for (int row = 0; row < commands.size(); ++row)
@@ -255,7 +258,8 @@ void TWgtCmdList::showTextColor(int row)
 
 void TWgtCmdList::showHidden(int row)
 {
-    const bool hide = m_hideUnchecked && !isChecked(m_table->item(row, columnCheck));
+    const bool hide = m_hideUnchecked && !isChecked(m_table->item(row, columnCheck)) &&
+                      (m_revealed < 0 || cmdAt(row) != m_revealed);
     if (m_table->isRowHidden(row) != hide)
         m_table->setRowHidden(row, hide);
 }
@@ -350,6 +354,9 @@ void TWgtCmdList::reloadColors()
 
 void TWgtCmdList::hideUnchecked(bool hide)
 {
+    // The user, not an action that only brings all up to date, hides the current row as well.
+    if (hide != m_hideUnchecked)
+        m_revealed = -1;
     m_hideUnchecked = hide;
     {
         const QSignalBlocker blocker(m_table);
@@ -372,7 +379,7 @@ void TWgtCmdList::leaveHiddenRow()
 
 int TWgtCmdList::firstShownRow(int from) const
 {
-    for (int row = from; row < rowCount(); ++row) {
+    for (int row = qMax(0, from); row < rowCount(); ++row) {
         if (!m_table->isRowHidden(row))
             return row;
     }
@@ -409,10 +416,23 @@ int TWgtCmdList::currentRow() const
 
 void TWgtCmdList::setCurrentRow(int row)
 {
-    if (row < 0)
+    if (row < 0) {
         m_table->setCurrentItem(nullptr);
-    else if (row < rowCount())
+    } else if (row < rowCount()) {
+        if (m_table->isRowHidden(row))
+            reveal(cmdAt(row));
         m_table->setCurrentCell(row, columnCheck);
+    }
+}
+
+/// Shows a row that would be hidden, instead of the one before; -1 for none.
+void TWgtCmdList::reveal(int id_cmd)
+{
+    for (const int id : {std::exchange(m_revealed, id_cmd), id_cmd}) {
+        const int row = rowOf(id);
+        if (row >= 0)
+            showHidden(row);
+    }
 }
 
 int TWgtCmdList::currentCmd() const
@@ -446,6 +466,8 @@ void TWgtCmdList::slotSelectCmd(QTableWidgetItem*)
 void TWgtCmdList::announceCurrent()
 {
     const int id_cmd = currentCmd();
+    if (m_revealed >= 0 && m_revealed != id_cmd)
+        reveal(-1);
     if (id_cmd == m_announced)
         return;
     m_announced = id_cmd;
@@ -465,6 +487,7 @@ void TWgtCmdList::slotEnabledCmd(QTableWidgetItem* item)
     if (!command || command->status() == isChecked(item))
         return;
     emit signalEnabledCmd(command->id(), isChecked(item));
+    m_revealed = -1;
     {
         const QSignalBlocker blocker(m_table);
         showHidden(item->row());

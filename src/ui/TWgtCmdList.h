@@ -45,8 +45,10 @@ public:
 
     int rowCount() const;
     int currentRow() const;
-    /// -1 makes no row current.
+    /// -1 makes no row current. A row that is hidden is shown as long as it is current.
     void setCurrentRow(int row);
+    /// The row that is shown nearest to this one, those behind it first; -1 with none.
+    int firstShownRow(int from) const;
     /// -1 with no current row.
     int currentCmd() const;
     int cmdAt(int row) const;
@@ -88,7 +90,7 @@ private:
     void showColor(int row);
     void showHidden(int row);
     void leaveHiddenRow();
-    int firstShownRow(int from) const;
+    void reveal(int id_cmd);
     void announceCurrent();
 
     QHash<QString, TColor> m_colors;
@@ -96,5 +98,6 @@ private:
     QPointer<TStyleCmdList> m_style; ///< the table asks its style sheet first, so it does not tell
     bool m_hideUnchecked = false;
     int m_highlighted = -1; ///< command whose row is bold
+    int m_revealed = -1;    ///< unchecked command that is shown all the same
     int m_announced = -1;   ///< command that the last signalSelectCmd told
 };

@@ -210,7 +210,7 @@ void TWgtPrjList::showLoaded(bool loaded)
 {
     m_isLoaded = loaded;
     m_filter->setEnabled(loaded);
-    m_filterClear->setEnabled(loaded);
+    m_filterClear->setEnabled(loaded && !m_filter->text().isEmpty());
     if (loaded)
         m_filter->setFocus();
 }
@@ -484,6 +484,7 @@ void TWgtPrjList::slotFilterString(const QString& text)
 {
     const bool wasFiltered = !m_filterText.isEmpty();
     m_filterText = text;
+    m_filterClear->setEnabled(!text.isEmpty());
     const QSignalBlocker blocker(m_tree);
     const QList<QTreeWidgetItem*> nodes = m_tree->nodes();
     m_tree->setUpdatesEnabled(false);

@@ -7,13 +7,16 @@
 #include "ui/WindowBench.h"
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QDesktopServices>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPlainTextEdit>
 #include <QScreen>
 #include <QSettings>
+#include <QSplitter>
 #include <QTabBar>
 #include <QTextEdit>
 
@@ -123,6 +126,8 @@ private slots:
     void savedElsewhere();
     void saveDuringRun();
     void selectorFollows();
+    void textKeysOfViews();
+    void unchecked();
     void lastPlaceIsOpened();
 
 private:
@@ -138,7 +143,8 @@ void TestMainWindow::enabledByState()
     QVERIFY(!execute->isVisible());
     QVERIFY(bench.play("-CfgNew CmdSelector CmdCopyOne CmdPaste CmdDeleteAll ExecCfg1 ExecIDProg ExecReset "
                        "ViewParamExec PrjCopy PrjEdit, +PrjListReload PrjNew PrjListNew Quit CmdUncheckHide, "
-                       "@Group, +PrjEdit, -PrjDeleteSubAll CfgNew, @Two, +PrjDeleteSubAll CmdMoveDown, "
+                       "@Group, +PrjEdit, -PrjDeleteSubAll CfgNew PrjSave PrjOpenFolder, @Two, "
+                       "+PrjDeleteSubAll CmdMoveDown, "
                        "-CfgDelete CfgPasteNew CmdMoveUp CmdPaste PrjPasteNew"));
     QVERIFY(execute->isVisible());
     QVERIFY(bench.status().endsWith("projects/two.prj"));
@@ -287,6 +293,11 @@ void TestMainWindow::startButtonAndTasks()
     QVERIFY(logHas(bench, 0, langText(390) + '$'));
     QVERIFY(bench.play("ExecClearCfgState, #0, -ExecIDProg, #2, -ExecReset, ExecIDProg"));
     QVERIFY(logHas(bench, 0, "ID Prog\n.*Velmarkion simulator\n.*Done$"));
+    // From anywhere in the window, as its button does not take the focus.
+    bench.prj().tabAt(0)->logExec()->clear();
+    bench.prj().tabAt(0)->logExec()->edit()->setFocus();
+    bench.click(mbIdProg);
+    QVERIFY(logHas(bench, 0, "ID Prog\n.*Done$"));
     bench.prj().setCurrentIndex(1);
     QVERIFY(bench.play("#1, ExecReset"));
     QVERIFY(logHas(bench, 1, "Reset .-400 ms..*Done$"));
@@ -631,7 +642,8 @@ void TestMainWindow::saveDuringRun()
 void TestMainWindow::selectorFollows()
 {
     WindowBench bench;
-    bench.openWith("A: delay value=0, stop");
+    bench.addNode("Group");
+    bench.openWith("A: delay value=0, stop, PROG, AVR");
     const auto selector = [&] {
         TDialogCmdSelector* dialog = bench.window().cmdSelector();
         return bench.window().button(mbCmdSelector)->isChecked() == bool(dialog) ? dialog : nullptr;
@@ -640,17 +652,97 @@ void TestMainWindow::selectorFollows()
     const QRect place = selector()->geometry();
     const QRect screen = selector()->screen()->availableGeometry();
     QCOMPARE(place.intersected(screen), place);
+    QVERIFY(selector()->findChild<QPushButton*>(cmd::pause)->isEnabled());
     emit selector()->signalAddCmd(cmd::pause, false);
     bench.settle();
-    QCOMPARE(bench.configs(), QString("A: delay !pause stop"));
+    QCOMPARE(bench.configs(), QString("A: delay !pause stop set_prog set_device"));
     QCOMPARE(bench.prj().currentRow(), 1);
     selector()->close();
     bench.settle();
     QVERIFY(bench.play("CmdSelector") && selector());
     QVERIFY(bench.play("CmdSelector") && !bench.window().cmdSelector());
+    // Over the whole screen there is no place beside the window. The commands of a chip make it wider.
+    bench.window().setGeometry(screen);
     QVERIFY(bench.play("CmdSelector") && selector());
+    const TButtonAction* execute = bench.window().button(mbExecute);
+    const QRect start(execute->mapToGlobal({}), execute->size());
+    for (const char* row : {"#3", "#4", "#0", "#4", "#1"}) {
+        if (row == QString("#1"))
+            selector()->move(screen.bottomRight() - QPoint(90, 90));
+        QVERIFY(bench.play(row));
+        const QRect now = selector()->frameGeometry();
+        QVERIFY2(screen.contains(now) && !now.intersects(start), row);
+        // No chip is in force at a set_prog, or without one.
+        const QWidget* column = selector()->findChild<QSplitter*>()->widget(2);
+        QCOMPARE(column->findChildren<QPushButton*>().isEmpty(), row != QString("#4"));
+    }
     project().clearChanged();
+    QVERIFY(bench.play("@Group"));
+    QVERIFY(!selector()->findChild<QPushButton*>(cmd::pause)->isEnabled());
     QVERIFY(bench.close() && !bench.window().cmdSelector());
+}
+
+/// Ctrl+A in the log must not check a command that writes fuses.
+void TestMainWindow::textKeysOfViews()
+{
+    WindowBench bench;
+    bench.openWith("A: PROG, FLASH, !data_read addr_device=0 data=0102, stop");
+    const QString before = bench.configs();
+    bench.window().activateWindow();
+    const auto press = [&](QWidget* view, Qt::Key key, Qt::KeyboardModifiers shift = {}) {
+        view->setFocus();
+        QTest::keyClick(bench.window().windowHandle(), key, Qt::ControlModifier | shift);
+        QCOMPARE(bench.configs(), before);
+    };
+    const auto copied = [&](QWidget* view) {
+        QApplication::clipboard()->clear();
+        for (Qt::Key key : {Qt::Key_A, Qt::Key_C})
+            press(view, key);
+        press(view, Qt::Key_A, Qt::ShiftModifier);
+        return QApplication::clipboard()->text();
+    };
+    QVERIFY(bench.play("#1"));
+    QWidget* form = bench.prj().current()->form();
+    QCOMPARE(copied(form->findChild<QLineEdit*>()), QString("W25Q64"));
+    for (auto* pane : form->findChildren<QPlainTextEdit*>())
+        QCOMPARE(copied(pane), pane->toPlainText());
+    QVERIFY(bench.play("#2"));
+    QCOMPARE(copied(bench.prj().current()->form()->findChild<QPlainTextEdit*>()), QString("0x00: 01 02"));
+    QVERIFY(bench.play("ViewParamExec"));
+    TWgtLogExec* log = bench.prj().current()->logExec();
+    log->addEvent(ceText, "line", {});
+    QCOMPARE(copied(log->edit()).trimmed(), QString("line"));
+    log->lock(true);
+    QCOMPARE(copied(log->edit()), QString());
+}
+
+/// An unchecked command that is new stays to be seen as long as it is the current one.
+void TestMainWindow::unchecked()
+{
+    WindowBench bench;
+    bench.openWith("A: delay value=0, !stop, pause, !pause, delay value=1");
+    appData().CmdAddState = false;
+    const auto shown = [&] {
+        QString rows = QString::number(bench.prj().currentRow()) + ' ';
+        for (int row = 0; row < bench.table(0)->rowCount(); ++row)
+            rows += bench.table(0)->isRowHidden(row) ? '-' : 'x';
+        return rows;
+    };
+    const auto after = [&](const QString& steps) { return bench.play(steps) ? shown() : "off"; };
+    QCOMPARE(after("#0, CmdUncheckHide"), QString("0 x-x-x"));
+    QCOMPARE(after("CmdNewSetProg"), QString("1 xx-x-x"));
+    QCOMPARE(after("CmdCopyOne, #3"), QString("3 x--x-x"));
+    QCOMPARE(after("CmdPaste"), QString("4 x--xx-x"));
+    QCOMPARE(after("CmdMoveUp"), QString("3 x--xx-x"));
+    // What is shown next to it is current, not what is hidden.
+    QCOMPARE(after("CmdDeleteCur"), QString("3 x--x-x"));
+    QCOMPARE(after("CmdNewSetProg, CmdUncheckHide, CmdUncheckHide"), QString("6 x--x--x"));
+    bench.prj().setCurrentRow(1);
+    QCOMPARE(shown(), QString("1 xx-x--x"));
+    bench.clickRow(1, 0);
+    bench.clickRow(1, 0);
+    QCOMPARE(shown(), QString("3 x--x--x"));
+    QCOMPARE(after("CmdDeleteSelected"), QString("-1 ----"));
 }
 
 void TestMainWindow::lastPlaceIsOpened()
