@@ -17,11 +17,14 @@ unsigned pinsOf(std::uint8_t control)
 TI2cChip::TI2cChip(const TDescription& description, unsigned pins)
     : cells(description.number("size"), 0xFF)
     , pageSize(std::max<std::size_t>(description.number("page_size"), 1))
+    , readBlock(description.number("read_block"))
     , addressBytes(description.number("addr_size") == 2 ? 2 : 1)
     , pinMask(unsigned(description.number("addr_mask")) & allPins)
     , pinLevel(pins & pinMask)
 {
     pageSize = std::min(pageSize, cells.size());
+    if (readBlock == 0 || cells.size() % readBlock != 0)
+        readBlock = cells.size();
 }
 
 bool TI2cChip::acknowledges(std::uint8_t control) const
@@ -60,7 +63,10 @@ std::size_t TI2cChip::write(std::uint8_t control, const Bytes& bytes, std::size_
 Bytes TI2cChip::read(std::size_t count)
 {
     Bytes data(count);
-    copyAround(cells, cursor, data.data(), count);
-    cursor = (cursor + count) % cells.size();
+    const std::size_t begin = cursor - cursor % readBlock;
+    for (std::uint8_t& byte : data) {
+        byte = cells[cursor];
+        cursor = begin + (cursor + 1 - begin) % readBlock;
+    }
     return data;
 }

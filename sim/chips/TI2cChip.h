@@ -5,7 +5,8 @@
 
 /// A serial EEPROM on an I2C bus. It acknowledges a control byte 1010 whose pin bits (those of `addr_mask`)
 /// are the levels of its own pins; the other bits beside them are address bits above the address bytes.
-/// A write wraps inside its page; a read counts on through the whole memory.
+/// A write wraps inside its page; a read counts on through the whole memory, or begins again at the border of
+/// its `read_block`.
 class TI2cChip
 {
 public:
@@ -29,6 +30,7 @@ private:
 
     Bytes cells;
     std::size_t pageSize;
+    std::size_t readBlock;
     std::size_t addressBytes;
     unsigned pinMask;
     unsigned pinLevel;

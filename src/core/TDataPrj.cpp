@@ -877,10 +877,18 @@ bool TDataPrj::renew(TDataCmd& command)
         command.setMadeFor(family->name());
         return command.normalize();
     }
-    const int stored = hexDigits(command.param(key::data));
+    const QVariant stored = command.param(key::data);
     TData fresh = command.toData();
-    if (!device->refreshParams(fresh) || (stored > 0 && hexDigits(fresh.value(key::data)) == stored))
+    const int digits = hexDigits(stored);
+    if (!device->refreshParams(fresh) || (digits > 0 && hexDigits(fresh.value(key::data)) == digits))
         return false;
+    // All three status registers, from before the description told how many there are: the first ones count.
+    constexpr int threeRegisters = 6;
+    if (digits == threeRegisters && family->deviceValue(key::status_reg_count).isValid()) {
+        const QByteArray bytes = QByteArray::fromHex(stored.toByteArray());
+        const int count = hexDigits(fresh.value(key::data)) / 2;
+        fresh.insert(key::data, QString::fromLatin1(bytes.left(count).toHex().toUpper()));
+    }
     command.fromData(fresh);
     return true;
 }

@@ -33,6 +33,7 @@ inline constexpr QLatin1String list = keys_detail::word("list");
 
 // Device descriptions.
 inline constexpr QLatin1String addr_mask = keys_detail::word("addr_mask");
+inline constexpr QLatin1String read_block = keys_detail::word("read_block");
 inline constexpr QLatin1String addr_size = keys_detail::word("addr_size");
 inline constexpr QLatin1String reset_pol = keys_detail::word("reset_pol");
 inline constexpr QLatin1String reset = keys_detail::word("reset");
@@ -43,6 +44,7 @@ inline constexpr QLatin1String security_reg_size = keys_detail::word("security_r
 inline constexpr QLatin1String sfdp_reg_size = keys_detail::word("sfdp_reg_size");
 inline constexpr QLatin1String status_reg_cfg = keys_detail::word("status_reg_cfg");
 inline constexpr QLatin1String status_reg_def = keys_detail::word("status_reg_def");
+inline constexpr QLatin1String status_reg_count = keys_detail::word("status_reg_count");
 inline constexpr QLatin1String lock_cfg = keys_detail::word("lock_cfg");
 inline constexpr QLatin1String lock_def = keys_detail::word("lock_def");
 inline constexpr QLatin1String fuse_cfg = keys_detail::word("fuse_cfg");
@@ -95,6 +97,7 @@ inline constexpr QLatin1String alg_read = keys_detail::word("alg_read");
 inline constexpr QLatin1String alg_write = keys_detail::word("alg_write");
 inline constexpr QLatin1String info = keys_detail::word("info");
 inline constexpr QLatin1String comment = keys_detail::word("comment");
+inline constexpr QLatin1String warning = keys_detail::word("warning");
 inline constexpr QLatin1String cfg_cmd_list = keys_detail::word("cfg_cmd_list");
 inline constexpr QLatin1String cfg_hw = keys_detail::word("cfg_hw");
 inline constexpr QLatin1String cfg_sw = keys_detail::word("cfg_sw");

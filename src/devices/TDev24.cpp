@@ -133,7 +133,7 @@ bool TDev24::setDeviceDefaults(TData& data) const
 
 QByteArray TDev24::deviceParamBlock(const TData& data) const
 {
-    return typeBlock() + char(quint8(addrOf(data))) + clockBlock(data) +
+    return typeBlock() + char(quint8(addrOf(data) & pinMask())) + clockBlock(data) +
            char(quint8(deviceValue(key::delay).toUInt()));
 }
 

@@ -24,7 +24,9 @@ TMemory TDev24CExec::memory(Area)
     TMemory memory;
     memory.region = {chip(key::addr_begin).toLongLong(), chip(key::size).toLongLong()};
     const qint64 page = chip(key::page_size).toLongLong();
-    memory.reads = {maxData(), maxData()};
+    // Where the chip's address counter turns back inside the chip, a read that went on would start over.
+    const qint64 block = description().value(key::read_block).toLongLong();
+    memory.reads = {maxData(), block > 0 ? block : maxData()};
     memory.writes = {qMin<qint64>(maxData(), page), page};
     const uint addrSize = qMin(chip(key::addr_size).toUInt(), 2U);
     memory.reach = qint64(1) << (addrSize * 8 + blockBits);

@@ -19,7 +19,7 @@ protected:
     [[nodiscard]] bool readSignature(QByteArray& bytes) override;
 
 private:
-    // Chip primitives: one exchange each, three for the status registers. Addresses wrap at 24 bits.
+    // Chip primitives: one exchange each, one a status register. Addresses wrap at 24 bits.
     [[nodiscard]] bool chipRead(qint64 addr, int n, QByteArray& bytes);
     [[nodiscard]] bool chipErase(quint8 op, qint64 addr);
     [[nodiscard]] bool chipWrite(qint64 addr, const QByteArray& bytes);
@@ -44,8 +44,11 @@ private:
 
     [[nodiscard]] bool eraseLoop(quint8 op, qint64 size, qint64 begin, qint64 count);
     [[nodiscard]] bool transfer(int n, const QByteArray& command, QByteArray& reply);
-    /// Bytes of the description's status registers; -1 when they are too many.
+    /// Status registers of the chip, by the description's number or else by their default; -1 when they are
+    /// too many.
     int statusCount() const;
+    /// How many of them are read and written: all three where the description gives no number.
+    int statusServed() const;
     [[nodiscard]] bool statusBytes(QByteArray& bytes);
     /// Mask of the selected registers that the chip has.
     quint8 selectedRegisters() const;

@@ -38,6 +38,11 @@ dev25 | status_reg_write data=1c~02~61 | 04 011C >, 04 3102 >, 04 1161 > | ok 1c
 dev25 status_reg_def=0002 | status_reg_write data=0002 | | fails
 dev25 | status_reg_verify data=1C0260 | 03 010005 > 1C, 03 010035 > 02, 03 010015 > 60 | ok 1C0260
 dev25 | status_reg_verify data=1c0260 | 03 010005 > 1C, 03 010035 > 02, 03 010015 > 60 | fails Registers: Data: 1c0260, Read: 1C0260
+dev25 status_reg_def=1C | status_reg_verify data=1C | 03 010005 > 1C, 03 010035 > FF, 03 010015 > FF | ok 1C
+dev25 status_reg_count=2 status_reg_def=0000 | status_reg_read | 03 010005 > 1C, 03 010035 > 02 | ok 1C02
+dev25 status_reg_count=2 status_reg_def=0000 | status_reg_write data=1C02 + status_reg_verify data=1C02 | 04 011C >, 04 3102 >, 03 010005 > 1C, 03 010035 > 02 | ok 1C02
+dev25 status_reg_count=1 status_reg_def=00 | status_reg_verify data=1C | 03 010005 > 1E | fails Registers: Data: 1C, Read: 1E
+dev25 status_reg_count=4 | status_reg_read; status_reg_write data=1C0200; status_reg_verify data=1C0200 | | fails
 dev25 | security_reg_erase data=5 | 04 44001000 >, 04 44003000 > | ok 5
 dev25 security_reg_size=0 | security_reg_erase | | ok 255
 dev25 MAX_DATA=100 | security_reg_test_empty data=4 | 03 5800 48003000 00 > FF*88, 03 6400 48003058 00 > FF*100, 03 4400 480030BC 00 > FF*68 | ok 4
@@ -114,6 +119,7 @@ avr osccal_def= | osccal_read; fuse_write data=6299; lock_write data= | | fails
 dev24 | data_read addr_device=0x7FF data=00 | 05 0100 AE FF > A1 | ok A1
 dev24 size=0x20000 addr_size=2 | data_read addr_device=0x1234 data=00~00 | 05 0200 A0 1234 > A1B2 | ok A1 B2
 dev24 size=0x20000 addr_size=2 | data_verify addr_device=0x1FFFF data=A1 | 05 0100 A2 FFFF > A1 | ok A1
+dev24 MAX_DATA=3 size=0x20000 addr_size=2 read_block=65536 | data_read addr_device=0xFFFF data=0000 | 05 0100 A0 FFFF > A1, 05 0100 A2 0000 > B2 | ok A1B2
 dev24 | data_write addr_device=0x10F data=A1B2 | 04 A2 0F A1 >, 04 A2 10 B2 > | ok A1B2
 dev24 | set_addr addr=7 + leave | 03 0A >, 01 0000 000000 > | ok
 dev24 | readChipId | | ok
@@ -183,7 +189,7 @@ avr cfg_cmd_list=0 | 30 | lock_write | fuse_read
 // Chip | block of the selection. No types.lst stands here, so the family is 0; the clock is its level.
 const char blocks[] = R"(
 dev25 | 0000A503020100
-dev24 | 000007030302010005
+dev24 | 000007010302010005
 dev93c |
 avr | 0000000302010000FF
 avr flash_page_size=0 | 0000000302010005FF
@@ -291,6 +297,16 @@ private slots:
         QTEST(block, "block");
         data[key::addr] = 8;
         QCOMPARE(bench.device().checkDeviceParams(data), !hasPins);
+    }
+
+    // Three registers of an older project on a chip that is now known to have fewer.
+    void olderRegisters()
+    {
+        DeviceBench bench("dev25 status_reg_count=2 status_reg_def=0000");
+        const int id = bench.command("status_reg_write data=1c02~60").value(key::id_cmd).toInt();
+        project().markMadeFor();
+        project().normalizeAll();
+        QCOMPARE(project().cmdById(id)->param(key::data), QVariant("1C02"));
     }
 
     void generatedForms()
