@@ -8,6 +8,8 @@
 #include "core/TDataCmd.h"
 #include "core/TDataPrj.h"
 #include "core/globals.h"
+#include "core/keys.h"
+#include "devices/deviceWarnings.h"
 
 #include <QHash>
 
@@ -69,6 +71,17 @@ QHash<int, QString> configNames()
     return names;
 }
 
+/// What the description of a chosen chip warns of.
+void printWarnings(const TDataCmd& command)
+{
+    constexpr int textWarning = 526;
+    const IDevice* family = command.family();
+    if (!family || !command.status() || command.cmd() != cmd::set_device)
+        return;
+    for (const QString& line : deviceWarnings(family->deviceData()))
+        printError(langText(textWarning).arg(printable(family->name()), printable(line)));
+}
+
 } // namespace
 
 int checkProject(const QString& file, bool json)
@@ -92,6 +105,7 @@ int checkProject(const QString& file, bool json)
         lines += json ? jsonObject(row) : textLine(row);
         if (row.status && !(row.validDev && row.validParam))
             valid = false;
+        printWarnings(*command);
     }
     printOut(lines);
     return valid ? 0 : 1;

@@ -3,7 +3,9 @@
 #include "core/IDevice.h"
 #include "core/TDataCmd.h"
 #include "core/keys.h"
+#include "devices/deviceWarnings.h"
 #include "forms/TTextKeys.h"
+#include "forms/colors.h"
 #include "forms/mono_font.h"
 #include "link/TProg.h"
 
@@ -57,9 +59,11 @@ TWgtDeviceView::TWgtDeviceView(const QString& infoLabel, const QString& pinsLabe
     : QWidget(parent)
     , m_rule(rule)
     , m_layout(new QVBoxLayout(this))
+    , m_warning(warningLabel(this))
 {
     m_layout->setContentsMargins(0, 0, 0, 0);
     m_layout->setSpacing(2);
+    m_layout->addWidget(m_warning);
     m_info = addPane(infoLabel);
     m_pins = addPane(pinsLabel);
 }
@@ -82,6 +86,7 @@ QPlainTextEdit* TWgtDeviceView::addPane(const QString& label)
 void TWgtDeviceView::showDevice(const TDataCmd* command)
 {
     const IDevice* family = command ? command->family() : nullptr;
+    showWarning(m_warning, family ? deviceWarnings(family->deviceData()) : QStringList());
     m_info->setPlainText(family ? family->info().join(QLatin1Char('\n')) : QString());
     m_pins->setPlainText(family ? pinLines(*family, command->prog(), m_rule) : QString());
     showFamilyForm(command);

@@ -5,12 +5,13 @@
 #include <QPointer>
 #include <QWidget>
 
+class QLabel;
 class QPlainTextEdit;
 class QVBoxLayout;
 class TDataCmd;
 
-/// What is told of the chip or family that a command chooses: what the family has to set, remarks, and
-/// which pin goes where.
+/// What is told of the chip or family that a command chooses: what the family has to set, a warning in red
+/// where the description has one, remarks, and which pin goes where.
 class TWgtDeviceView : public QWidget
 {
     Q_OBJECT
@@ -32,6 +33,7 @@ private:
 
     const int m_rule;
     QVBoxLayout* m_layout;
+    QLabel* m_warning;
     QPlainTextEdit* m_info;
     QPlainTextEdit* m_pins;
     QPointer<QWidget> m_form;

@@ -2,6 +2,7 @@
 
 #include <QAbstractItemView>
 #include <QFontMetrics>
+#include <QLabel>
 #include <QPalette>
 #include <QTreeView>
 #include <QWidget>
@@ -72,6 +73,22 @@ void setDanger(QWidget* widget)
     QFont font = widget->font();
     font.setBold(true);
     widget->setFont(font);
+}
+
+QLabel* warningLabel(QWidget* parent)
+{
+    auto* label = new QLabel(parent);
+    label->setWordWrap(true);
+    label->setTextFormat(Qt::PlainText);
+    setDanger(label);
+    label->hide();
+    return label;
+}
+
+void showWarning(QLabel* label, const QStringList& lines)
+{
+    label->setText(lines.join(QLatin1Char('\n')));
+    label->setVisible(!lines.isEmpty());
 }
 
 QString literalLabel(QString text)

@@ -1,9 +1,10 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 class QAbstractItemView;
 class QColor;
+class QLabel;
 class QWidget;
 
 /// Sets the text colour of a widget for all colour groups and turns automatic background fill on.
@@ -19,6 +20,10 @@ void markInactive(QAbstractItemView* view);
 QColor readableOn(const QColor& back, const QColor& usual);
 /// Makes the text of a widget stand out: what it sets can harm the chip.
 void setDanger(QWidget* widget);
+/// A label of whole lines that stands out likewise, hidden as long as it has none.
+QLabel* warningLabel(QWidget* parent);
+/// Shows lines in such a label.
+void showWarning(QLabel* label, const QStringList& lines);
 /// text as a button or check box has to be given it, so that an "&" shows as itself.
 QString literalLabel(QString text);
 /// Height of a field of the forms in the widget's font, in pixels: 21 unless the font needs more.

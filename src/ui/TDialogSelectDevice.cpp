@@ -3,12 +3,16 @@
 #include "core/TAppData.h"
 #include "core/globals.h"
 #include "devices/TDeviceList.h"
+#include "devices/deviceWarnings.h"
+#include "forms/colors.h"
 #include "link/AutoList.h"
+#include "link/line_rules.h"
 #include "ui/dialog_parts.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMultiMap>
@@ -72,6 +76,7 @@ TDialogSelectDevice::TDialogSelectDevice(const QString& title, const TWindowKeys
     : TDialogBase(keys, parent)
     , m_filter(new QLineEdit(this))
     , m_list(new QListWidget(this))
+    , m_warning(warningLabel(this))
 {
     setWindowTitle(title);
     auto* layout = new QVBoxLayout(this);
@@ -79,6 +84,7 @@ TDialogSelectDevice::TDialogSelectDevice(const QString& title, const TWindowKeys
     layout->setSpacing(3);
     buildFilter(layout);
     layout->addWidget(m_list);
+    layout->addWidget(m_warning);
     m_accept = addDialogButtons(this, layout, 80, 81);
     m_list->setUniformItemSizes(true);
     m_list->addItems(names);
@@ -110,12 +116,14 @@ void TDialogSelectDevice::buildFilter(QBoxLayout* layout)
 
 QString TDialogSelectDevice::selectChip(const QString& current, QWidget* parent)
 {
-    const QStringList names = sortedNaturally(TDeviceList::deviceFiles().keys());
+    const QHash<QString, QString> files = TDeviceList::deviceFiles();
+    const QStringList names = sortedNaturally(files.keys());
     TAppData& data = appData();
     TDialogSelectDevice dialog(langText(173),
                                {&data.WindowSelectDeviceLeft, &data.WindowSelectDeviceTop,
                                 &data.WindowSelectDeviceWidth, &data.WindowSelectDeviceHeight},
                                names, current, parent);
+    dialog.showWarnings(files);
     return choose(dialog);
 }
 
@@ -127,6 +135,17 @@ QString TDialogSelectDevice::selectFamily(const QString& current, QWidget* paren
                                 &data.WindowSelectFamilyWidth, &data.WindowSelectFamilyHeight},
                                autoNames(), current, parent);
     return choose(dialog);
+}
+
+void TDialogSelectDevice::showWarnings(const QHash<QString, QString>& files)
+{
+    const auto show = [this, files] {
+        const QString file = files.value(selected());
+        const TData chip = file.isEmpty() ? TData() : TDeviceList::readDescription(deviceFolderFile(file));
+        showWarning(m_warning, deviceWarnings(chip));
+    };
+    connect(m_list, &QListWidget::itemSelectionChanged, this, show);
+    show();
 }
 
 QString TDialogSelectDevice::selected() const

@@ -3,6 +3,7 @@
 #include "ui/TDialogBase.h"
 
 class QBoxLayout;
+class QLabel;
 class QLineEdit;
 class QListWidget;
 class QListWidgetItem;
@@ -35,11 +36,14 @@ public slots:
 
 private:
     void buildFilter(QBoxLayout* layout);
+    /// Shows what the description of the selected chip warns of. files: by name.
+    void showWarnings(const QHash<QString, QString>& files);
     void selectOnly(QListWidgetItem* only);
     void updateAccept();
 
     QLineEdit* m_filter = nullptr;
     QPushButton* m_clear = nullptr;
     QListWidget* m_list = nullptr;
+    QLabel* m_warning = nullptr;
     QPushButton* m_accept = nullptr;
 };

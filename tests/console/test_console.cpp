@@ -98,6 +98,15 @@ private slots:
         QVERIFY(m_out.contains("\"cmd\":\"nonsense\",\"status\":false,\"valid_dev\":false,"));
     }
 
+    void checkWarns()
+    {
+        const QString chip = "set_device device=SST26VF016B|file=spi-flash/SST26VF016B.dev|clk=4000000";
+        write({{"First", {setProg, chip, '-' + chip, setDevice}}});
+        QCOMPARE(start({"check", "test.prj"}), 0);
+        QVERIFY(m_error.startsWith("velmarkion: warning: SST26VF016B: The blocks of this chip are locked"));
+        QCOMPARE(m_error.count('\n'), 1);
+    }
+
     void checkExitCode()
     {
         const QMap<QByteArray, int> rows{{projectOf({{"no command", {}}}), 0},

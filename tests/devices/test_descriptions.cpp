@@ -128,19 +128,30 @@ private slots:
         breaks(nor, "fuse_def = s|00", "cfg_hw: is missing", "cfg_hw = u|0");
         breaks(nor, "cfg_hw = s|0", "cfg_hw: type s");
         breaks(nor, "size = D|33554432", "three address bytes");
-        breaks(nor, "addr_begin = D|8388609", "behind three address bytes");
+        breaks(nor, "addr_begin = D|4096", "addr_begin: ends behind the chip");
+        breaks(nor, "page_size = u|512", "page_size: more than 256 bytes");
         breaks(nor, "page_size = u|384", "page_size: does not divide");
         breaks(nor, "page_size = u|256\npage_size = u|64", "given twice", "page_size = u|256");
         breaks(nor, "erase = s|C7|65536", "chip erase has no address");
         breaks(nor, "erase = s|20|4096", "a larger block is offered");
         breaks(nor, "erase_blocks = l|52|24576", "blocks do not fill the chip", "erase_blocks = l|52|32768");
-        breaks(nor, "alg_erase = d|1", "switches off");
-        breaks(nor, "status_reg_def = s|0000", "three bytes");
+        breaks(nor, "alg_erase = d|1", "alg_erase: no such algorithm");
+        breaks(nor, "alg_flash_write = d|1", "switches off");
+        breaks(nor, "alg_unique_id_read = d|2", "alg_unique_id_read: no such algorithm");
+        breaks(nor, "status_reg_def = s|0000", "as many bytes as registers");
+        breaks(nor, "reset = b|0\nreset_pol = b|1\nstatus_reg_count = u|4", "1 to 3",
+               "status_reg_count = u|3");
+        breaks(nor, "cfg_hw = u|0\nwarning = l|", "warning: the value");
         breaks(nor, "security_reg_size = D|0", "alg_security_reg_read: does not fit");
         breaks(nor, "sfdp_reg_size = D|512", "one address byte");
         breaks(nor, "signature = s|EF4019", "not in signature.lst");
         const char* mega = "avr/ATmega328P.dev";
         breaks(mega, "flash_polling = b|true", "flash_polling: the value");
+        for (const QString word : {"alg_ident", "alg_erase", "alg_eeprom_read", "alg_eeprom_write",
+                                   "alg_osccal_read", "alg_lock_write"})
+            breaks(mega, word + " = d|2", word + ": no such algorithm");
+        breaks(mega, "alg_ident = d|1", "alg_ident: no such algorithm");
+        breaks(mega, "eeprom_addr_begin = D|16", "eeprom_addr_begin: ends behind the chip");
         breaks(mega, "erase_delay = u|255", "255 means polling");
         breaks(mega, "fuse_delay = u|0", "255 means polling");
         breaks(mega, "eeprom_size = D|131072", "no power of two in reach");
@@ -148,6 +159,9 @@ private slots:
         breaks(mega, "osccal_def = s|0", "no whole bytes");
         breaks("avr/ATmega1284P.dev", "alg_flash_read = d|0", "does not fit");
         breaks("i2c-eeprom/24C16.dev", "addr_mask = b|001", "share a place");
+        breaks("i2c-eeprom/24C16.dev", "alg_read = d|1", "alg_read: no such algorithm");
+        breaks("i2c-eeprom/24C16.dev", "addr_begin = D|16", "addr_begin: ends behind the chip");
+        breaks("i2c-eeprom/24LC1026.dev", "read_block = D|131072", "read_block: does not divide");
         breaks("i2c-eeprom/24C16.dev", "page_size = u|4096", "page_size: does not divide");
         breaks("avr/auto.dev", "", "alg_ident: is missing", "alg_ident = d|0");
         const QString button = "fuse_cfg = l|    btn|62D9FF|21|Factory value|As the chip is shipped";

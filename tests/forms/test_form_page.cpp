@@ -123,7 +123,19 @@ private slots:
         // One that does not know the commands, first without and then with the setting that deletes them.
         chooseName(page.part<QPushButton>(), "at24c02");
         QCOMPARE(page.rows().size(), 5);
+        // One that the program cannot fully serve says so in red, and the next one does not.
+        const auto warnings = [&page] {
+            QStringList texts;
+            for (const QLabel* label : page.form()->findChildren<QLabel*>()) {
+                if (label->isVisible() && label->palette().color(QPalette::WindowText) == QColor(160, 0, 0))
+                    texts << label->text();
+            }
+            return texts;
+        };
+        chooseName(page.part<QPushButton>(), "sst26?f016ba");
+        QCOMPARE(warnings(), QStringList(langText(524)));
         chooseName(page.part<QPushButton>(), "attiny13a");
+        QCOMPARE(warnings(), QStringList());
         appData().CmdDelCmdDev = true;
         chooseName(page.part<QPushButton>(), "at24c02");
         appData().CmdDelCmdDev = false;

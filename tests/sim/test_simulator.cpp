@@ -107,6 +107,7 @@ two address bytes | 24C512 | I2C, 04 A0 1234 AB >, 05 0200 A0 1233 > FFAB, 05 01
 block bits beside a pin | 24C08 --address=4 | I2C, 04 A6 05 33 > !7, 03 08 >, 04 A6 05 33 >, 05 0100 A6 05 > 33,
     05 0100 A2 05 > FF
 a write wraps in its page | 24C16 | I2C, 04 A0 0E 01020304 >, 05 0500 A0 0D > FF0102FFFF, 05 0300 A0 00 > 0304FF
+reads begin again at a border inside | 24LC1026 | I2C, 04 A0 0000 11 >, 04 A2 0000 22 >, 05 0200 A0 FFFF > FF11
 its own address only | 24C02 --address=5 | I2C, 04 A0 00 11 > !7, 05 0100 A0 00 > !7, 03 0A >, 04 A0 00 11 >,
     05 0100 A0 00 > 11, 03 00 >, 05 0100 A0 00 > !7
 )";

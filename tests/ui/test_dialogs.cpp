@@ -257,7 +257,8 @@ private slots:
     void deviceFilter()
     {
         appData().PathDevices = m_dir.file("few");
-        m_dir.write("few/devices.lst", "W25Q128FW=a\nATmega16=a\nW25Q64FW=a\nATmega328P=a\nW25Q64=a\n");
+        m_dir.write("few/devices.lst", "W25Q128FW=a\nATmega16=a\nW25Q64FW=a\nATmega328P=b\nW25Q64=a\n");
+        m_dir.write("few/b", "warning=l|Mind this.");
         expect<TDialogSelectDevice>([](TDialogSelectDevice& dialog) {
             auto* line = dialog.findChild<QLineEdit*>();
             const auto filtered = [&](const char* text) {
@@ -276,9 +277,12 @@ private slots:
             QCOMPARE(dialog.selected(), QString("W25Q64FW"));
             QCOMPARE(filtered("[a-f1]6"), QString("ATmega16"));
             // What is named in full is meant, and the only one left.
+            const QLabel* warning = dialog.findChild<QLabel*>();
             QCOMPARE(filtered(" w25q64 "), QString("W25Q64"));
+            QVERIFY(!warning->isVisible());
             QTest::keyClicks(line, "f");
             QCOMPARE(filtered("mega328p"), QString("ATmega328P"));
+            QCOMPARE(warning->isVisible() ? warning->text() : QString(), QString("Mind this."));
             QCOMPARE(filtered("w25q64"), QString("W25Q64"));
             QTest::keyClick(line, Qt::Key_Return);
         });

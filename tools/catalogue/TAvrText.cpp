@@ -68,7 +68,7 @@ void memories(TChipText& text, const TTable::Row& chip)
     text.line("signature", 's', chip.text("signature"));
     text.line("alg_ident", 'd', 0);
     text.heading("Chip erase; waiting times in milliseconds");
-    pacing(text, "erase", false, chip.number("erase_delay"));
+    pacing(text, "erase", chip.text("erase_wait") == "ready", chip.number("erase_delay"));
     text.line("alg_erase", 'd', 0);
     text.heading(isLarge ? "Flash, bytes; above 64 KiB with the extended address" : "Flash, bytes");
     text.line("flash_addr_begin", 'D', 0);
@@ -189,6 +189,7 @@ QByteArray TAvrText::description(const TChip& chip, const QList<TChip>& sameSign
     TChipText text(
         QStringLiteral("%1: 8-bit AVR, %2 flash, %3 EEPROM")
             .arg(chip.name, sizeText(chip.row.number("flash")), sizeText(chip.row.number("eeprom"))));
+    text.source(chip.row);
     text.family("DevAVR8_SPI", "avr_spi", "AVR_SPI");
     remarks(text, chip, sameSignature);
     memories(text, chip.row);

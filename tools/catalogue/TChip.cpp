@@ -22,6 +22,12 @@ void TChipText::line(const char* key, char type, const QString& value)
               QLatin1Char('\n');
 }
 
+void TChipText::source(const TTable::Row& row)
+{
+    if (!row.text("source").isEmpty())
+        remark("Source: " + row.text("source"));
+}
+
 void TChipText::family(const char* guiType, const char* prgType, const char* section)
 {
     heading(QStringLiteral("Family and programmer"));

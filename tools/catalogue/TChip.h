@@ -29,6 +29,8 @@ public:
     void remark(const QString& text) { m_text += QStringLiteral("# %1\n").arg(text); }
     void line(const char* key, char type, const QString& value);
     void line(const char* key, char type, qint64 value) { line(key, type, QString::number(value)); }
+    /// Where the row names it, what the facts were taken from.
+    void source(const TTable::Row& row);
     /// The keys that every description of a family begins with.
     void family(const char* guiType, const char* prgType, const char* section);
     void info(const QString& text) { line("info", 'l', text); }

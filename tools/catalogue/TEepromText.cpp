@@ -32,6 +32,10 @@ void remarks(TChipText& text, const TChip& chip)
     text.info(QStringLiteral("Bus clock up to %1 kHz; lower at low supply on most versions")
                   .arg(row.text("max_khz")));
     text.comments(row.text("remark"));
+    if (row.number("read_block") > 0)
+        text.comment(
+            QStringLiteral("Reads are cut at each %1, where the address counter of the chip turns back.")
+                .arg(sizeText(row.number("read_block"))));
     if (upperBits(row) > 0)
         text.comment(upperText(upperBits(row)));
 }
@@ -66,12 +70,15 @@ QByteArray TEepromText::description(const TChip& chip)
         text.remark(
             "What all makers share: the smallest page, the longest write time, every address pin that one "
             "of them has.");
+    text.source(row);
     text.family("Dev24", "i2c_eeprom", "I2C_EEPROM");
     remarks(text, chip);
     text.heading("Memory, bytes");
     text.line("addr_begin", 'D', 0);
     text.line("size", 'D', row.number("size"));
     text.line("page_size", 'u', row.number("page"));
+    if (row.number("read_block") > 0)
+        text.line("read_block", 'D', row.number("read_block"));
     text.line("alg_read", 'd', 0);
     text.line("alg_write", 'd', 0);
     text.heading("Addressing: address bytes behind the control byte; pins A2, A1, A0 that the chip has");

@@ -7,12 +7,13 @@
 
 namespace {
 
-constexpr int statusBytes = 3;
+constexpr int mostRegisters = 3;
 
 struct Flag
 {
     const char* word;
     const char* text;
+    int warning = 0; ///< number of the text that warns where the chip is chosen
 };
 
 const Flag flags[] = {
@@ -24,9 +25,19 @@ const Flag flags[] = {
     {"locked",
      "Blocks are locked after power-up: write 00 to the status register before erasing or programming."},
     {"locked98",
-     "Blocks are locked after power-up, and the program does not send the command that frees them, 98."},
-    {"ewsr", "A write of the status register needs command 50 before it, in place of 06."},
+     "Blocks are locked after power-up, and the program does not send the command that frees them, 98.", 524},
+    {"ewsr",
+     "Blocks are locked after power-up, and the write of the status register that frees them needs command "
+     "50 before it, in place of 06.",
+     525},
 };
+
+/// Bytes of the status registers: what the table says, else all that the commands know.
+int statusBytes(const TTable::Row& chip)
+{
+    const int registers = int(chip.number("registers"));
+    return registers > 0 ? registers : mostRegisters;
+}
 
 /// Where one size has several commands, the first of these is taken: the one that most chips have.
 int rankOf(const QString& op)
@@ -158,8 +169,6 @@ QString origin(const TTable::Row& field, const QList<TTable::Row>& fields)
         return isAny([](const TTable::Row& other) { return other.text("register") == "2"; })
                    ? QStringLiteral("First register, read by 05, written by 01.")
                    : QStringLiteral("The one status register, read by 05, written by 01.");
-    if (number == "3" && field.text("title") == "Configuration register")
-        return QStringLiteral("The first byte of the configuration register, read by 15.");
     const bool isSecond = number == "2";
     const QString place = isSecond ? QStringLiteral("Second register, read by 35")
                                    : QStringLiteral("Third register, read by 15");
@@ -173,10 +182,11 @@ void item(TChipText& text, int depth, const QString& line)
     text.line("status_reg_cfg", 'l', QString(2 * depth, QLatin1Char(' ')) + line);
 }
 
-void statusField(TChipText& text, const TTable::Row& field, qint64 size)
+void statusField(TChipText& text, const TTable::Row& field, const TTable::Row& chip)
 {
     const int position = int(field.number("register")) - 1;
-    const QString mask = registerHex(field.hex("mask"), position, statusBytes);
+    const int bytes = statusBytes(chip);
+    const QString mask = registerHex(field.hex("mask"), position, bytes);
     const QString kind = field.text("kind");
     const QString label = QStringLiteral("%1 - %2").arg(field.text("name"), field.text("text"));
     static const QStringList boxes{"bit", "once", "read", "shown", "shown-once"};
@@ -190,9 +200,9 @@ void statusField(TChipText& text, const TTable::Row& field, qint64 size)
         return;
     }
     item(text, 2, QStringLiteral("cbl+|%1|%2").arg(mask, label));
-    for (const Choice& choice : choices(field, size))
+    for (const Choice& choice : choices(field, chip.number("size")))
         item(text, 3,
-             QStringLiteral("cbit|%1|%2").arg(registerHex(choice.value, position, statusBytes), choice.text));
+             QStringLiteral("cbit|%1|%2").arg(registerHex(choice.value, position, bytes), choice.text));
     item(text, 2, QStringLiteral("cbl-"));
 }
 
@@ -263,6 +273,11 @@ QString TFlashText::fault() const
             return QStringLiteral("%1: no form %2").arg(row.text("chips"), form);
         if (erasesOf(row).isEmpty())
             return QStringLiteral("%1: no erase that fills the chip").arg(row.text("chips"));
+        int highest = row.text("factory").size() / 2;
+        for (const TTable::Row& field : m_status.rowsWith("form", form))
+            highest = qMax(highest, int(field.number("register")));
+        if (highest > statusBytes(row) || statusBytes(row) > mostRegisters)
+            return QStringLiteral("%1: not as many registers").arg(row.text("chips"));
     }
     return {};
 }
@@ -291,6 +306,7 @@ QByteArray TFlashText::description(const TChip& chip, const QList<TChip>& sameSi
                                           : QStringLiteral("%1 Kbit").arg(kilobits);
     TChipText text(QStringLiteral("%1 %2: serial NOR flash, %3 (%4)")
                        .arg(chip.row.text("maker"), chip.name, bits, sizeText(size)));
+    text.source(chip.row);
     text.family("Dev25", "spi_flash", "SPI_FLASH");
     remarks(text, chip, sameSignature);
     memory(text, chip.row);
@@ -325,6 +341,10 @@ void TFlashText::remarks(TChipText& text, const TChip& chip, const QList<TChip>&
     if (!absent.isEmpty())
         text.info(QStringLiteral("Not served, as not known for certain: %1.")
                       .arg(absent.join(QStringLiteral(", "))));
+    for (const Flag& flag : flags) {
+        if (flag.warning > 0 && row.words("flags").contains(flag.word))
+            text.line("warning", 'l', flag.warning);
+    }
     text.comments(row.text("remark"));
 }
 
@@ -332,7 +352,10 @@ void TFlashText::statusRegisters(TChipText& text, const TTable::Row& chip) const
 {
     const QList<TTable::Row> fields = m_status.rowsWith("form", chip.text("status"));
     text.heading("Status registers");
-    const QString factory = chip.text("factory").isEmpty() ? QStringLiteral("000000") : chip.text("factory");
+    const QString factory = chip.text("factory").isEmpty() ? QString(2 * statusBytes(chip), QLatin1Char('0'))
+                                                           : chip.text("factory");
+    if (chip.number("registers") > 0)
+        text.line("status_reg_count", 'u', chip.number("registers"));
     text.line("status_reg_def", 's', factory);
     text.line("alg_status_reg_read", 'd', fields.isEmpty() ? 1 : 0);
     text.line("alg_status_reg_write", 'd', fields.isEmpty() ? 1 : 0);
@@ -348,14 +371,16 @@ void TFlashText::statusRegisters(TChipText& text, const TTable::Row& chip) const
             text.remark(origin(field, fields));
             item(text, 1, "grp+|" + title);
         }
-        statusField(text, field, chip.number("size"));
+        statusField(text, field, chip);
     }
     item(text, 1, "grp-");
     item(text, 1, "grp+|Preset");
     // What most chips are shipped with; where the chip protects itself it is only a value to begin with.
-    const QString flagWords = chip.text("flags");
-    const bool isFactory =
-        !flagWords.contains("locked") && !flagWords.contains("unshipped") && chip.text("status") != "report";
+    const QStringList flagWords = chip.words("flags");
+    const bool isOther = std::any_of(flagWords.begin(), flagWords.end(), [](const QString& word) {
+        return QStringList({"locked", "locked98", "ewsr", "unshipped"}).contains(word);
+    });
+    const bool isFactory = !isOther && chip.text("status") != "report";
     item(text, 2,
          QStringLiteral("btn|%1|21|%2|Nothing is protected")
              .arg(factory, QLatin1String(isFactory ? "Factory value" : "All open")));

@@ -16,6 +16,10 @@ constexpr int avr = 2;
 constexpr int i2c = 4;
 constexpr int all = flash | avr | i2c;
 
+constexpr qint64 largestChip = 0x1000000; ///< three address bytes
+constexpr qint64 usualPage = 256;
+constexpr qint64 largeBlock = 0x40000;
+
 struct FamilyRule
 {
     QLatin1String word; ///< gui_type
@@ -36,37 +40,42 @@ struct KeyRule
     const char* types;    ///< letters that its value may have
     int families;         ///< which know the key
     int needed;           ///< for which a chip is not complete without it
+    int ways = 0;         ///< greatest number of an algorithm
     bool detects = false; ///< a description for detection is not complete without it either
 };
 
 const KeyRule keyRules[] = {
-    {key::gui_type, "s", all, all, true},
-    {key::prg_type, "s", all, all, true},
-    {key::prg_section, "s", all, all, true},
-    {key::cfg_hw, "u", all, all, true},
+    {key::gui_type, "s", all, all, 0, true},
+    {key::prg_type, "s", all, all, 0, true},
+    {key::prg_section, "s", all, all, 0, true},
+    {key::cfg_hw, "u", all, all, 0, true},
     {key::info, "l", all, all},
     {key::comment, "l", all, 0},
+    {key::warning, "l", all, 0},
+    {key::reset, "b", all, 0},
+    {key::reset_pol, "b", all, 0},
     {key::signature, "s", flash | avr, flash | avr},
-    {key::alg_ident, "d", flash | avr, flash | avr, true},
+    {key::alg_ident, "d", flash | avr, flash | avr, 0, true},
     {key::alg_erase, "d", flash | avr, flash | avr},
-    {key::alg_flash_read, "d", flash | avr, flash | avr},
-    {key::alg_flash_write, "d", flash | avr, flash | avr},
+    {key::alg_flash_read, "d", flash | avr, flash | avr, 1},
+    {key::alg_flash_write, "d", flash | avr, flash | avr, 2},
     {key::addr_begin, "D", flash | i2c, flash | i2c},
     {key::size, "D", flash | i2c, flash | i2c},
     {key::page_size, "u", flash | i2c, flash | i2c},
     {key::erase, "s", flash, flash},
     {key::erase_blocks, "l", flash, flash},
+    {key::status_reg_count, "u", flash, 0},
     {key::status_reg_def, "s", flash, flash},
     {key::status_reg_cfg, "l", flash, 0},
     {key::security_reg_size, "D", flash, flash},
     {key::sfdp_reg_size, "D", flash, flash},
-    {key::alg_status_reg_read, "d", flash, flash},
-    {key::alg_status_reg_write, "d", flash, flash},
-    {key::alg_security_reg_erase, "d", flash, flash},
-    {key::alg_security_reg_read, "d", flash, flash},
-    {key::alg_security_reg_write, "d", flash, flash},
-    {key::alg_fsdp_read, "d", flash, flash},
-    {key::alg_unique_id_read, "d", flash, flash},
+    {key::alg_status_reg_read, "d", flash, flash, 1},
+    {key::alg_status_reg_write, "d", flash, flash, 1},
+    {key::alg_security_reg_erase, "d", flash, flash, 1},
+    {key::alg_security_reg_read, "d", flash, flash, 1},
+    {key::alg_security_reg_write, "d", flash, flash, 1},
+    {key::alg_fsdp_read, "d", flash, flash, 1},
+    {key::alg_unique_id_read, "d", flash, flash, 1},
     {key::flash_addr_begin, "D", avr, avr},
     {key::flash_size, "D", avr, avr},
     {key::flash_page_size, "u", avr, avr},
@@ -86,14 +95,14 @@ const KeyRule keyRules[] = {
     {key::fuse_cfg, "l", avr, 0},
     {key::fuse_polling, "b", avr, 0},
     {key::fuse_delay, "u", avr, 0},
-    {key::alg_fuse_read, "d", avr, 0},
-    {key::alg_fuse_write, "d", avr, 0},
+    {key::alg_fuse_read, "d", avr, 0, 1},
+    {key::alg_fuse_write, "d", avr, 0, 2},
     {key::lock_def, "s", avr, avr},
     {key::lock_cfg, "l", avr, avr},
     {key::lock_polling, "b", avr, avr},
     {key::lock_delay, "u", avr, avr},
-    {key::alg_lock_read, "d", avr, 0},
-    {key::alg_lock_write, "d", avr, avr},
+    {key::alg_lock_read, "d", avr, 0, 1},
+    {key::alg_lock_write, "d", avr, avr, 1},
     {key::osccal_def, "s", avr, 0},
     {key::osccal_cfg, "l", avr, 0},
     {key::alg_osccal_read, "d", avr, 0},
@@ -101,6 +110,7 @@ const KeyRule keyRules[] = {
     {key::alg_write, "d", i2c, i2c},
     {key::addr_size, "u", i2c, i2c},
     {key::addr_mask, "b", i2c, i2c},
+    {key::read_block, "D", i2c, 0},
     {key::delay, "u", i2c, i2c},
 };
 
@@ -175,8 +185,9 @@ void checkKeys(TLintFile& file, bool wholeChip)
     for (const KeyRule& rule : keyRules) {
         if ((wholeChip || rule.detects) && (rule.needed & family))
             file.expect(file.has(rule.key), rule.key, "is missing");
+        const qint64 number = file.number(rule.key);
         if (QString(rule.key).startsWith("alg_"))
-            file.expect(file.number(rule.key) <= 2, rule.key, "no such algorithm");
+            file.expect(number >= 0 && number <= rule.ways, rule.key, "no such algorithm");
     }
 }
 
@@ -210,17 +221,37 @@ void expectServed(TLintFile& file, const QLatin1String& key, qint64 bytes)
     file.expect((file.number(key) == 0) == (bytes > 0), key, "does not fit the size of the area");
 }
 
+/// An area that does not begin at 0 still ends in the chip, whose size is a power of two.
+void expectInside(TLintFile& file, const QLatin1String& key, qint64 size)
+{
+    const qint64 begin = file.number(key);
+    qint64 chip = 1;
+    while (chip < size && chip < largestChip)
+        chip *= 2;
+    file.expect(begin >= 0 && (begin == 0 || begin <= chip - size), key, "ends behind the chip");
+}
+
+void checkStatusRegisters(TLintFile& file)
+{
+    const bool isNamed = file.has(key::status_reg_count);
+    const qint64 count = isNamed ? file.number(key::status_reg_count) : 3;
+    file.expect(count >= 1 && count <= 3, key::status_reg_count, "1 to 3 registers");
+    file.expect(isHex(file.text(key::status_reg_def), 2 * int(qBound<qint64>(1, count, 3))),
+                key::status_reg_def,
+                isNamed ? "not as many bytes as registers" : "three bytes are read and written");
+    file.expect(file.number(key::alg_status_reg_read) == 0 || !file.has(key::status_reg_cfg),
+                key::status_reg_cfg, "a form of registers that are not read");
+}
+
 void checkFlash(TLintFile& file)
 {
     const qint64 size = file.number(key::size);
     const qint64 page = file.number(key::page_size);
-    file.expect(size > 0 && size <= 0x1000000, key::size, "not reached by three address bytes");
-    file.expect(file.number(key::addr_begin) + size <= 0x1000000, key::addr_begin,
-                "ends behind three address bytes");
+    file.expect(size > 0 && size <= largestChip, key::size, "not reached by three address bytes");
+    expectInside(file, key::addr_begin, size);
     file.expect(page > 0 && size % page == 0, key::page_size, "does not divide the chip");
     file.expect(isPowerOfTwo(page), key::page_size, "no power of two");
-    for (const QLatin1String& key :
-         {key::alg_ident, key::alg_erase, key::alg_flash_read, key::alg_flash_write})
+    for (const QLatin1String& key : {key::alg_flash_read, key::alg_flash_write})
         file.expect(file.number(key) == 0, key, "switches off what every chip needs");
     checkEraseItem(file, key::erase, file.text(key::erase));
     const QStringList blocks = file.list(key::erase_blocks);
@@ -230,16 +261,19 @@ void checkFlash(TLintFile& file)
         sizes << item.section('|', 1);
     }
     qint64 largest = 0;
-    for (const QString& bytes : qAsConst(sizes))
+    qint64 smallest = size;
+    for (const QString& bytes : qAsConst(sizes)) {
         largest = qMax(largest, bytes.toLongLong());
+        smallest = qMin(smallest, bytes.toLongLong());
+    }
     file.expect(file.text(key::erase).section('|', 1).toLongLong() == largest, key::erase,
                 "a larger block is offered");
     file.expect(sizes.size() == blocks.size(), key::erase_blocks, "one size twice");
     file.expect(blocks.contains(file.text(key::erase)), key::erase, "is not offered as a block");
-    file.expect(isHex(file.text(key::status_reg_def), 6), key::status_reg_def,
-                "three bytes are read and written");
-    file.expect(file.number(key::alg_status_reg_read) == 0 || !file.has(key::status_reg_cfg),
-                key::status_reg_cfg, "a form of registers that are not read");
+    // Chips with larger pages have no blocks smaller than 256 KiB; on all others a 02 wraps at 256.
+    file.expect(page <= usualPage || smallest >= largeBlock, key::page_size,
+                "more than 256 bytes, on a chip with small blocks");
+    checkStatusRegisters(file);
     const qint64 security = file.number(key::security_reg_size);
     file.expect(security <= 2048 && security % 256 == 0, key::security_reg_size,
                 "registers of 256 bytes, up to 8");
@@ -281,7 +315,8 @@ void checkAvr(TLintFile& file)
 {
     const qint64 size = file.number(key::flash_size);
     const qint64 page = file.number(key::flash_page_size);
-    file.expect(isPowerOfTwo(size) && size <= 0x1000000, key::flash_size, "no power of two in reach");
+    file.expect(isPowerOfTwo(size) && size <= largestChip, key::flash_size, "no power of two in reach");
+    expectInside(file, key::flash_addr_begin, size);
     file.expect(page == 0 || (isPowerOfTwo(page) && page >= 2 && size % page == 0), key::flash_page_size,
                 "impossible");
     // Frames carry 16 bits of the address: only the extended address reaches above 64 KiB.
@@ -294,6 +329,7 @@ void checkAvr(TLintFile& file)
                 key::alg_flash_write, "does not fit");
     const qint64 eeprom = file.number(key::eeprom_size);
     file.expect(isPowerOfTwo(eeprom) && eeprom <= 0x10000, key::eeprom_size, "no power of two in reach");
+    expectInside(file, key::eeprom_addr_begin, eeprom);
     for (const QLatin1String& key : {key::flash_delay, key::eeprom_delay, key::erase_delay, key::lock_delay})
         checkPacing(file, key);
     file.expect(file.number(key::cfg_cmd_list) <= 2, key::cfg_cmd_list, "0, 1 or 2");
@@ -309,6 +345,10 @@ void checkEeprom(TLintFile& file)
     const qint64 size = file.number(key::size);
     const qint64 addrBytes = file.number(key::addr_size);
     file.expect(isPowerOfTwo(size), key::size, "no power of two");
+    expectInside(file, key::addr_begin, size);
+    const qint64 block = file.number(key::read_block);
+    file.expect(!file.has(key::read_block) || (isPowerOfTwo(block) && block < size), key::read_block,
+                "does not divide the chip");
     const qint64 page = file.number(key::page_size);
     file.expect(isPowerOfTwo(page) && page <= size, key::page_size, "does not divide the chip");
     file.expect(addrBytes == 1 || addrBytes == 2, key::addr_size, "1 or 2 address bytes");
