@@ -5,9 +5,34 @@
 
 #include <QTime>
 
+#include <unistd.h>
+
+namespace {
+
+constexpr int red = 31;
+constexpr int green = 32;
+constexpr int amber = 33;
+
+/// A terminal that the user has not asked to stay without colours.
+bool takesColors()
+{
+    return isatty(STDOUT_FILENO) == 1 && qEnvironmentVariableIsEmpty("NO_COLOR") && qgetenv("TERM") != "dumb";
+}
+
+} // namespace
+
 TRunOutput::TRunOutput(bool asEvents)
     : m_asEvents(asEvents)
+    , m_isColoured(takesColors())
 {
+}
+
+QString TRunOutput::coloured(const QString& text, TCodeExec code, bool isStopped)
+{
+    if (code != ceSuccess && code != ceFailed)
+        return text;
+    const int color = code == ceFailed ? red : isStopped ? amber : green;
+    return QStringLiteral("\x1B[%1m%2\x1B[0m").arg(QString::number(color), text);
 }
 
 void TRunOutput::addConfig(int id_cfg)
@@ -30,9 +55,17 @@ void TRunOutput::line(const QString& config, TCodeExec code, const QString& text
         const QString prefix = QStringLiteral("[%1] ").arg(printable(config));
         text = prefix + text.replace(QLatin1Char('\n'), QLatin1Char('\n') + prefix);
     }
+    const bool isStopped = code == ceSuccess && m_stopped.remove(config);
+    if (m_isColoured)
+        text = coloured(text, code, isStopped);
     m_progress.clear();
     printOut((text + QLatin1Char('\n')).toUtf8());
     m_progress.draw();
+}
+
+void TRunOutput::stopped(const QString& config)
+{
+    m_stopped.insert(config);
 }
 
 void TRunOutput::progress(const QString& config, int percent)

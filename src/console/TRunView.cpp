@@ -16,6 +16,11 @@ void TRunView::runBegins()
     m_output.addConfig(m_idCfg);
 }
 
+void TRunView::runStopped()
+{
+    m_output.stopped(m_name);
+}
+
 void TRunView::runEnded() {}
 
 void TRunView::slotExecEventText(TCodeExec code, const QString& text1, const QString& text2)

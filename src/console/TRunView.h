@@ -19,6 +19,7 @@ public:
 
     QObject* receiver() override { return this; }
     void runBegins() override;
+    void runStopped() override;
     void runEnded() override;
 
 public slots:

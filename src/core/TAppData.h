@@ -102,6 +102,7 @@ public:
     QColor ExecTabColorPause = QColor(128, 128, 0);
     QColor ExecTabColorSuccess = QColor(0, 128, 0);
     QColor ExecTabColorFailed = QColor(255, 0, 0);
+    QColor ExecTabColorStopped = QColor(200, 110, 0);
     QColor ExecBtnColorExecute = QColor(130, 150, 255);
     QColor ExecBtnColorPause = QColor(255, 255, 100);
     bool ExecLogShowTime = true;
@@ -115,6 +116,7 @@ public:
     QColor ExecLogColorResult = QColor(0, 0, 128);
     QColor ExecLogColorSuccess = QColor(0, 100, 0);
     QColor ExecLogColorFailed = QColor(200, 0, 0);
+    QColor ExecLogColorStopped = QColor(200, 110, 0);
 
     // Group Confirmation.
     bool ConfirmProjectsListReload = true;
@@ -207,6 +209,12 @@ public:
     int WindowLanguageTop = 100;
     int WindowLanguageWidth = 200;
     int WindowLanguageHeight = 400;
+
+    // Group WindowManual.
+    int WindowManualLeft = 100;
+    int WindowManualTop = 100;
+    int WindowManualWidth = 760;
+    int WindowManualHeight = 640;
 
     // Group WindowCmdSelector.
     int WindowCmdSelectorLeft = 100;

@@ -5,5 +5,7 @@
 /// before the first connection. From here on relative paths count from the folder of the executable.
 void startEngine();
 
-/// Reads the language file of the settings into the table; without the file the table is empty.
+/// Reads the language file of the settings into the table; without the file the table is empty. Qt's own
+/// words follow in the same language, from the folder of languages or that of Qt; where there are none they
+/// stay English.
 void loadLanguage();

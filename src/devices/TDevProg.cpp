@@ -59,8 +59,8 @@ QString textAutoDetect(const TData& data)
 {
     return QStringLiteral("%1: %2, %3")
         .arg(param(data, key::name).toString(),
-             isFlagSet(param(data, key::execute)) ? QStringLiteral("Execute") : QStringLiteral("Jamp"),
-             isFlagSet(param(data, key::stop)) ? QStringLiteral("Stop") : QStringLiteral("Skip"));
+             cmdCode().name(isFlagSet(param(data, key::execute)) ? cmd::execute : cmd::jamp),
+             langText(isFlagSet(param(data, key::stop)) ? 589 : 588));
 }
 
 void defaultReset(TData& data)

@@ -15,6 +15,8 @@ public:
     virtual QObject* receiver() = 0;
     /// A run begins: the log is locked against selection and follows the output.
     virtual void runBegins() = 0;
+    /// The run ends because the user asked for it: its closing line, which follows, is no success.
+    virtual void runStopped() = 0;
     /// The run is over and will send nothing more.
     virtual void runEnded() = 0;
 };

@@ -198,6 +198,8 @@ void TExec::finish(Run& run, bool result)
     } else {
         if (run.port.isOpen())
             (void)progSetStatus(&run.port, progIdle);
+        if (m_stop)
+            emit signalStopped();
         emit signalEventText(ceSuccess, langText(m_stop ? 390 : 391), QString());
     }
 

@@ -44,6 +44,8 @@ signals:
     void signalExecuteFromCmd(int id_cfg);
     /// A pause has begun in the run of this configuration.
     void signalPauseFromCmd(int id_cfg);
+    /// The run ends well because it was stopped; the closing line follows.
+    void signalStopped();
     /// Final result of the run.
     void signalStatusFromCmd(int id_cfg, bool status);
 

@@ -13,7 +13,17 @@ class TLogText
 {
 public:
     /// Which of the log's colours a piece of text has.
-    enum class Color { Time, Command, Param, Text, Work, Result, Success, Failed };
+    enum class Color {
+        Time,
+        Command,
+        Param,
+        Text,
+        Work,
+        Result,
+        Success,
+        Failed,
+        Stopped ///< of no kind of event: in the place of Success where the user has stopped the run
+    };
 
     struct Piece
     {

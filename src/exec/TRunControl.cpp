@@ -56,6 +56,9 @@ void TRunControl::connectRun(const Run& run)
             SLOT(slotExecEventText(TCodeExec, QString, QString)), Qt::BlockingQueuedConnection);
     connect(run.exec, SIGNAL(signalEventProc(int)), receiver, SLOT(slotExecEventProc(int)),
             Qt::BlockingQueuedConnection);
+    connect(
+        run.exec, &TExec::signalStopped, receiver, [view = run.view] { view->runStopped(); },
+        Qt::BlockingQueuedConnection);
     connect(run.exec, &TExec::signalFinished, thread, &QThread::quit);
     connect(run.exec, &TExec::signalExecuteFromCmd, this, &TRunControl::slotExecuteFromCmd,
             Qt::BlockingQueuedConnection);

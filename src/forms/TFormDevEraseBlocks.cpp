@@ -1,5 +1,6 @@
 #include "forms/TFormDevEraseBlocks.h"
 
+#include "core/globals.h"
 #include "core/keys.h"
 #include "forms/TComboBox.h"
 #include "forms/TWgtEditDecDef.h"
@@ -25,9 +26,9 @@ TFormDevEraseBlocks::TFormDevEraseBlocks(const TData& params, const QList<int>& 
         m_size->addItem(textSize(size), textSize(size));
     TFormDevEraseBlocks::showParams();
     QFormLayout* rows = formRows(this);
-    rows->addRow(QStringLiteral("Размер блока:"), m_size);
-    rows->addRow(QStringLiteral("Начальный блок:"), m_begin);
-    rows->addRow(QStringLiteral("Количество блоков:"), m_count);
+    rows->addRow(langText(578), m_size);
+    rows->addRow(langText(579), m_begin);
+    rows->addRow(langText(580), m_count);
     connect(m_size, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &TFormDevEraseBlocks::slotChanged);
     connect(m_begin, &TWgtEditDecDef::valueChanged, this, &TFormDevEraseBlocks::changedBegin);

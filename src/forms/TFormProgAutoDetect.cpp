@@ -1,6 +1,7 @@
 #include "forms/TFormProgAutoDetect.h"
 
 #include "core/TAppData.h"
+#include "core/TCmdCode.h"
 #include "core/TDataCmd.h"
 #include "core/TDataPrj.h"
 #include "core/globals.h"
@@ -41,7 +42,7 @@ void setCell(QTableWidget* table, int row, int column, const QString& stored, co
     item->setData(Qt::UserRole, stored);
     item->setToolTip(stored);
     if (name.isEmpty())
-        item->setForeground(Qt::red);
+        item->setForeground(faultText(table->palette().color(QPalette::Base)));
     table->setItem(row, column, item);
 }
 
@@ -60,8 +61,8 @@ TFormProgAutoDetect::TFormProgAutoDetect(const TData& params)
     const TNameLine line = addNameLine(rows, langText(348), langText(349));
     m_family = line.edit;
     m_select = line.button;
-    m_execute = modeBox({QStringLiteral("Jamp"), QStringLiteral("Execute")});
-    m_exist = modeBox({QStringLiteral("Skip"), QStringLiteral("Stop")});
+    m_execute = modeBox({cmdCode().name(cmd::jamp), cmdCode().name(cmd::execute)});
+    m_exist = modeBox({langText(588), langText(589)});
     rows->addRow(langText(350), m_execute);
     rows->addRow(langText(351), m_exist);
     auto* layout = new QVBoxLayout(this);
@@ -97,7 +98,7 @@ QLayout* TFormProgAutoDetect::routeTable()
     m_routes->horizontalHeader()->setHighlightSections(false);
     m_routes->setColumnWidth(ColumnChip, appData().WindowMainCmdAutoColumnDeviceWidth);
     m_routes->verticalHeader()->hide();
-    m_routes->verticalHeader()->setDefaultSectionSize(rowHeight);
+    m_routes->verticalHeader()->setDefaultSectionSize(lineHeight(m_routes, rowHeight, 2));
     m_routes->setSelectionMode(QAbstractItemView::SingleSelection);
     m_routes->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_routes->setEditTriggers(QAbstractItemView::NoEditTriggers);

@@ -53,20 +53,34 @@ void markInactive(QAbstractItemView* view)
     view->setPalette(palette);
 }
 
+bool isDark(const QColor& back)
+{
+    return qGray(back.rgb()) < 128;
+}
+
+QColor faultText(const QColor& back)
+{
+    return isDark(back) ? QColor(255, 115, 115) : QColor(Qt::red);
+}
+
+QColor goodText(const QColor& back)
+{
+    return isDark(back) ? QColor(100, 210, 110) : QColor(Qt::darkGreen);
+}
+
 QColor readableOn(const QColor& back, const QColor& usual)
 {
     constexpr int leastDifference = 90; // of gray levels, 0 to 255
-    const int gray = qGray(back.rgb());
-    if (qAbs(gray - qGray(usual.rgb())) >= leastDifference)
+    if (qAbs(qGray(back.rgb()) - qGray(usual.rgb())) >= leastDifference)
         return usual;
-    return gray < 128 ? Qt::white : Qt::black;
+    return isDark(back) ? Qt::white : Qt::black;
 }
 
 void setDanger(QWidget* widget)
 {
     setTextColor(widget, QColor(160, 0, 0));
     // The dark red is lost on a dark style.
-    if (widget->palette().color(QPalette::Window).lightness() < 128) {
+    if (isDark(widget->palette().color(QPalette::Window))) {
         setRole(widget, QPalette::Window, QColor(255, 225, 225));
         widget->setBackgroundRole(QPalette::Window);
     }
@@ -96,9 +110,12 @@ QString literalLabel(QString text)
     return text.replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
+int lineHeight(const QWidget* widget, int usual, int frame)
+{
+    return qMax(usual, widget->fontMetrics().height() + frame);
+}
+
 int fieldHeight(const QWidget* widget)
 {
-    constexpr int usual = 21;
-    constexpr int frame = 6;
-    return qMax(usual, widget->fontMetrics().height() + frame);
+    return lineHeight(widget, 21, 6);
 }

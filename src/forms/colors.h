@@ -16,6 +16,11 @@ void markFault(QWidget* field, bool fault);
 /// Shows the current row of a table or a tree also while something else has the focus, and so that it
 /// can be read.
 void markInactive(QAbstractItemView* view);
+/// Texts on it have to be light.
+bool isDark(const QColor& back);
+/// The colour of what is wrong, and that of what went well, for a text on a background.
+QColor faultText(const QColor& back);
+QColor goodText(const QColor& back);
 /// The usual colour of a text if it can be told from the colour behind it, else black or white.
 QColor readableOn(const QColor& back, const QColor& usual);
 /// Makes the text of a widget stand out: what it sets can harm the chip.
@@ -26,5 +31,8 @@ QLabel* warningLabel(QWidget* parent);
 void showWarning(QLabel* label, const QStringList& lines);
 /// text as a button or check box has to be given it, so that an "&" shows as itself.
 QString literalLabel(QString text);
-/// Height of a field of the forms in the widget's font, in pixels: 21 unless the font needs more.
+/// Height of one line of text and a frame in the widget's font, in pixels: usual unless the font needs
+/// more.
+int lineHeight(const QWidget* widget, int usual, int frame);
+/// The same for a field of the forms: 21 is usual.
 int fieldHeight(const QWidget* widget);

@@ -4,6 +4,7 @@
 #include "core/TAppData.h"
 #include "core/globals.h"
 #include "core/keys.h"
+#include "forms/colors.h"
 
 #include <QGroupBox>
 #include <QPushButton>
@@ -88,7 +89,7 @@ void TCmdGroup::build(const QStringList& keys, const QStringList& titles)
         }
         auto* button =
             new QPushButton(QString(titles.at(i)).replace(QLatin1Char('&'), QLatin1String("&&")), content);
-        button->setFixedHeight(appData().WindowCmdSelectorButtonHeight);
+        button->setFixedHeight(lineHeight(button, appData().WindowCmdSelectorButtonHeight, 6));
         button->setObjectName(keys.at(i));
         paint(button, keys.at(i));
         connect(button, &QPushButton::clicked, this, &TCmdGroup::slotAddCmd);

@@ -40,12 +40,12 @@ TDialogAbout::TDialogAbout(QWidget* parent)
     layout->addSpacing(10);
     auto* rows = new QFormLayout;
     rows->setContentsMargins(30, 0, 30, 0);
-    const QPair<const char*, const char*> values[] = {
-        {"version:", identity::version}, {"date:", identity::date}, {"e-mail:", contact}};
+    const QPair<int, const char*> values[] = {
+        {585, identity::version}, {586, identity::date}, {587, contact}};
     for (const auto& value : values) {
         auto* label = new QLabel(QLatin1String(value.second), this);
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-        rows->addRow(QLatin1String(value.first), label);
+        rows->addRow(langText(value.first), label);
     }
     layout->addLayout(rows);
     QPushButton* close = dialogButton(langText(82), this);

@@ -23,10 +23,15 @@
 
 namespace {
 
-/// The column of a class that needs no chip.
-TCmdGroup* fixedGroup(const char* title, const QString& classWord, QWidget* parent)
+QString columnTitle(int text)
 {
-    auto* group = new TCmdGroup(QLatin1String(title), parent);
+    return QStringLiteral(" %1 ").arg(langText(text));
+}
+
+/// The column of a class that needs no chip.
+TCmdGroup* fixedGroup(int title, const QString& classWord, QWidget* parent)
+{
+    auto* group = new TCmdGroup(columnTitle(title), parent);
     const std::unique_ptr<IDevice> device(deviceList().create(classWord, QString()));
     group->setDevice(device.get());
     return group;
@@ -69,14 +74,14 @@ QRect clearOf(const QRect& button, const QRect& place, const QRect& screen, int 
 TDialogCmdSelector::TDialogCmdSelector(int id_cfg, int id_cmd, const QWidget* start)
     : m_start(start)
     , m_beside(start ? start->window() : QApplication::activeWindow())
-    , m_device(new TCmdGroup(QStringLiteral(" Device "), this))
+    , m_device(new TCmdGroup(columnTitle(584), this))
     , m_splitter(new QSplitter(Qt::Horizontal, this))
     , m_state(new QCheckBox(langText(244), this))
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(langText(32));
-    m_splitter->addWidget(fixedGroup(" Tools ", dev_class::tools, this));
-    m_splitter->addWidget(fixedGroup(" Prog ", dev_class::prog, this));
+    m_splitter->addWidget(fixedGroup(582, dev_class::tools, this));
+    m_splitter->addWidget(fixedGroup(583, dev_class::prog, this));
     m_splitter->addWidget(m_device);
     m_splitter->setChildrenCollapsible(false);
     for (TCmdGroup* group : findChildren<TCmdGroup*>())

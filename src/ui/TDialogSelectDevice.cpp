@@ -98,11 +98,11 @@ TDialogSelectDevice::TDialogSelectDevice(const QString& title, const TWindowKeys
 void TDialogSelectDevice::buildFilter(QBoxLayout* layout)
 {
     m_clear = new QPushButton(QStringLiteral("*"), this);
-    m_clear->setFixedSize(21, 21);
+    m_clear->setFixedSize(fieldHeight(m_filter), fieldHeight(m_filter));
     m_clear->setAutoDefault(false);
     m_clear->setFocusPolicy(Qt::NoFocus);
     m_clear->setToolTip(langText(175));
-    m_filter->setFixedHeight(21);
+    m_filter->setFixedHeight(fieldHeight(m_filter));
     m_filter->setToolTip(langText(174));
     m_filter->installEventFilter(this);
     auto* row = new QHBoxLayout;

@@ -42,7 +42,8 @@ const std::vector<TSetupGroup>& interfaceGroups()
         {251, {{color, 252, &Data::ExecTabColorExecute},
                {color, 253, &Data::ExecTabColorPause},
                {color, 254, &Data::ExecTabColorSuccess},
-               {color, 255, &Data::ExecTabColorFailed}}},
+               {color, 255, &Data::ExecTabColorFailed},
+               {color, 577, &Data::ExecTabColorStopped}}},
         {256, {{color, 257, &Data::ExecBtnColorExecute},
                {color, 258, &Data::ExecBtnColorPause}}},
         {259, {{check, 260, &Data::ExecLogShowTime},
@@ -55,7 +56,8 @@ const std::vector<TSetupGroup>& interfaceGroups()
                {color, 267, &Data::ExecLogColorWork},
                {color, 268, &Data::ExecLogColorResult},
                {color, 269, &Data::ExecLogColorSuccess},
-               {color, 270, &Data::ExecLogColorFailed}}},
+               {color, 270, &Data::ExecLogColorFailed},
+              {color, 577, &Data::ExecLogColorStopped}}},
     };
     // clang-format on
     return groups;

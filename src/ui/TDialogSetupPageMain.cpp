@@ -8,7 +8,7 @@ const std::vector<TSetupGroup>& mainGroups()
     static const std::vector<TSetupGroup> groups{
         {57,
          {{Kind::Style, 213, &TAppData::Style},
-          {Kind::Language, -1, &TAppData::Language},
+          {Kind::Language, 573, &TAppData::Language},
           {Kind::Check, 216, &TAppData::WindowMainCenter},
           {Kind::Check, 217, &TAppData::WindowOtherCenter},
           {Kind::Number, 32, &TAppData::WindowCmdSelector},

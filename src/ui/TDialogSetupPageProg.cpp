@@ -4,6 +4,7 @@
 #include "core/TDataPrj.h"
 #include "core/globals.h"
 #include "forms/TComboBox.h"
+#include "forms/colors.h"
 #include "ui/TActionWidget.h"
 #include "ui/TDialogSetupPageProgAliasEdit.h"
 #include "ui/TDialogSetupPageProgTypeEdit.h"
@@ -227,9 +228,10 @@ void TDialogSetupPageProg::refresh()
 {
     const QSignalBlocker blocker(m_aliases);
     const QStringList types = otherTexts(m_types, ColumnType, -1);
+    const QColor fault = faultText(m_aliases->palette().color(QPalette::Base));
     for (int row = 0; row < m_aliases->rowCount(); ++row) {
         QTableWidgetItem* item = m_aliases->item(row, ColumnAliasType);
-        item->setForeground(types.contains(item->text()) ? QBrush() : QBrush(Qt::red));
+        item->setForeground(types.contains(item->text()) ? QBrush() : QBrush(fault));
     }
     m_default->clear();
     m_default->addItem(QStringLiteral("-"));

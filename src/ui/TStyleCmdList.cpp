@@ -26,7 +26,15 @@ TStyleCmdList* TStyleCmdList::shared()
 void TStyleCmdList::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                                   const QWidget* widget) const
 {
-    if (element == PE_PanelItemViewItem && qstyleoption_cast<const QStyleOptionViewItem*>(option)) {
+    const auto* item = qstyleoption_cast<const QStyleOptionViewItem*>(option);
+    if (element == PE_IndicatorItemViewItemCheck && item && widget) {
+        // The row gives the mark the colour of its text, which cannot be told from the box of a dark desktop.
+        QStyleOptionViewItem box = *item;
+        box.palette = widget->palette();
+        QProxyStyle::drawPrimitive(element, &box, painter, widget);
+        return;
+    }
+    if (element == PE_PanelItemViewItem && item) {
         painter->setBrush(option->palette.base());
         painter->setBackground(Qt::green);
     }

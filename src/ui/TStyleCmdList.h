@@ -3,7 +3,7 @@
 #include <QProxyStyle>
 
 /// The style of the command tables. A table keeps its base colour behind the cells while it is painted
-/// by a style sheet.
+/// by a style sheet, and its check marks have the colours of the desktop, whatever those of their rows.
 class TStyleCmdList : public QProxyStyle
 {
     Q_OBJECT

@@ -10,6 +10,7 @@
 #include "forms/colors.h"
 #include "forms/mono_font.h"
 #include "ui/Delegate.h"
+#include "ui/TColumnDrag.h"
 #include "ui/TStyleCmdList.h"
 #include "ui/window_helpers.h"
 
@@ -55,6 +56,14 @@ constexpr TColorRow colorRows[] = {
     {cmd::calc_crc, &TAppData::CmdEnableColorCalcCRC, &TAppData::CmdColorCalcCRC},
     {cmd::leave, &TAppData::CmdEnableColorLeave, &TAppData::CmdColorLeave},
 };
+
+/// In pixels. The default was made for rows of the usual height and grows with them.
+int nameWidth(int height)
+{
+    static const int usual = TAppData().WindowMainCmdListColumnNameWidth;
+    const int width = appData().WindowMainCmdListColumnNameWidth;
+    return width == usual ? usual * height / rowHeight : width;
+}
 
 QTableWidgetItem* newItem(Qt::ItemFlags more = {})
 {
@@ -119,8 +128,9 @@ void TWgtCmdList::makeTable()
 
     QHeaderView* rows = m_table->verticalHeader();
     // The header's own minimum would win over the height below it.
-    rows->setMinimumSectionSize(rowHeight);
-    rows->setDefaultSectionSize(rowHeight);
+    const int height = lineHeight(m_table, rowHeight, 2);
+    rows->setMinimumSectionSize(height);
+    rows->setDefaultSectionSize(height);
     rows->setSectionResizeMode(QHeaderView::Fixed);
     rows->hide();
     QHeaderView* columns = m_table->horizontalHeader();
@@ -129,10 +139,27 @@ void TWgtCmdList::makeTable()
     columns->setSectionResizeMode(columnText, QHeaderView::Stretch);
     columns->hide();
     m_table->setColumnWidth(columnCheck, checkWidth);
-    m_table->setColumnWidth(columnName, appData().WindowMainCmdListColumnNameWidth);
+    m_table->setColumnWidth(columnName, nameWidth(height));
+    auto* drag = new TColumnDrag(m_table, columnName);
+    connect(drag, &TColumnDrag::signalMoved, this,
+            [](int width) { appData().WindowMainCmdListColumnNameWidth = width; });
     m_table->installEventFilter(this);
     markInactive(m_table);
     takeStyle();
+}
+
+/// The names may have got another width in another tab.
+void TWgtCmdList::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    m_table->setColumnWidth(columnName, nameWidth(m_table->verticalHeader()->defaultSectionSize()));
+}
+
+void TWgtCmdList::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        reloadColors();
 }
 
 /// The space bar checks the current row from any of its cells, not from the one with the box only.
@@ -249,7 +276,8 @@ void TWgtCmdList::showTextColor(int row)
     const QBrush back = first->background();
     QBrush brush;
     if (first->data(roleValidity).toInt() != valid)
-        brush = Qt::red;
+        brush =
+            faultText(back.style() == Qt::NoBrush ? m_table->palette().color(QPalette::Base) : back.color());
     else if (back.style() != Qt::NoBrush && readableOn(back.color(), usual) != usual)
         brush = readableOn(back.color(), usual);
     for (int column = 0; column < columnCount; ++column)

@@ -70,6 +70,8 @@ public slots:
 
 protected:
     bool eventFilter(QObject* object, QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     /// Background of the rows of one key word.

@@ -11,6 +11,7 @@
 #include "core/keys.h"
 #include "core/references.h"
 #include "forms/TFormCommand.h"
+#include "forms/colors.h"
 #include "ui/TWgtCmdList.h"
 #include "ui/TWgtLogExec.h"
 
@@ -37,7 +38,7 @@ constexpr int titleTexts[] = {74, 75, 76};
 QLabel* newTitle(QWidget* parent)
 {
     auto* title = new QLabel(parent);
-    title->setFixedHeight(titleHeight);
+    title->setFixedHeight(lineHeight(title, titleHeight, 2));
     title->setFrameShape(QFrame::NoFrame);
     title->setAutoFillBackground(true);
     QPalette palette = title->palette();
@@ -310,6 +311,14 @@ void TWgtConfig::runBegins()
     m_log->lock(true);
     if (appData().ExecClearWindow)
         m_log->clear();
+    m_isStopped = false;
+    m_log->setStopped(false);
+}
+
+void TWgtConfig::runStopped()
+{
+    m_isStopped = true;
+    m_log->setStopped(true);
 }
 
 void TWgtConfig::runEnded()

@@ -49,6 +49,8 @@ public:
     /// Stores what stands in a field that has the focus, as leaving it would.
     void commitEdit();
     void reloadColors();
+    /// The last run ended because the user had stopped it.
+    bool isStopped() const { return m_isStopped; }
     /// Does step at once or, inside a line that a run is writing to a log, as soon as that line is done:
     /// a box or a dialog that opens within a line would hold its run up. Nothing when receiver has gone.
     static void betweenLines(QObject* receiver, const std::function<void()>& step);
@@ -56,6 +58,7 @@ public:
     // IRunView
     QObject* receiver() override;
     void runBegins() override;
+    void runStopped() override;
     void runEnded() override;
 
 signals:
@@ -99,6 +102,7 @@ private:
     TWgtLogExec* m_log = nullptr;
     QTextEdit* m_description = nullptr;
     Page m_page = PageDescription;
+    bool m_isStopped = false;
     int m_idForm = -1;           ///< command of the open form
     TData m_formParams;          ///< parameters of the command that the open form knows
     QHash<int, QVariant> m_kept; ///< by command: what its last form knew beyond the parameters

@@ -4,8 +4,11 @@
 #include "core/globals.h"
 #include "exec/TLogText.h"
 #include "forms/TTextKeys.h"
+#include "forms/colors.h"
 #include "forms/mono_font.h"
+#include "ui/setting_colors.h"
 
+#include <QEvent>
 #include <QProgressBar>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -18,6 +21,14 @@ namespace {
 constexpr int barHeight = 15;
 /// What stays of a full log. Much goes at once, for what is behind it is laid out anew each time.
 constexpr int keptLines = TWgtLogExec::maxLines / 5 * 4;
+/// Of a piece of text: its TLogText::Color.
+constexpr int colorProperty = QTextFormat::UserProperty;
+
+/// By TLogText::Color.
+constexpr QColor TAppData::*colorSettings[] = {
+    &TAppData::ExecLogColorTime,    &TAppData::ExecLogColorCmd,    &TAppData::ExecLogColorParam,
+    &TAppData::ExecLogColorText,    &TAppData::ExecLogColorWork,   &TAppData::ExecLogColorResult,
+    &TAppData::ExecLogColorSuccess, &TAppData::ExecLogColorFailed, &TAppData::ExecLogColorStopped};
 
 } // namespace
 
@@ -33,7 +44,7 @@ TWgtLogExec::TWgtLogExec(QWidget* parent)
     m_edit->setFont(monoFont());
     m_bar->setRange(0, 100);
     m_bar->setValue(0);
-    m_bar->setFixedHeight(barHeight);
+    m_bar->setFixedHeight(lineHeight(m_bar, barHeight, 0));
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -48,13 +59,71 @@ TWgtLogExec::~TWgtLogExec() = default;
 
 void TWgtLogExec::reloadColors()
 {
-    const TAppData& settings = appData();
-    m_colors = {settings.ExecLogColorTime,    settings.ExecLogColorCmd,   settings.ExecLogColorParam,
-                settings.ExecLogColorText,    settings.ExecLogColorWork,  settings.ExecLogColorResult,
-                settings.ExecLogColorSuccess, settings.ExecLogColorFailed};
-    QPalette palette = m_edit->palette();
-    palette.setColor(QPalette::Base, settings.ExecLogColorBackground);
-    m_edit->setPalette(palette);
+    const QColor back = logBackground(palette().color(QPalette::Base));
+    const QVector<QColor> before = m_colors;
+    m_colors.clear();
+    for (const auto setting : colorSettings)
+        m_colors.append(shownColor(setting, back));
+    QPalette colors = m_edit->palette();
+    colors.setColor(QPalette::Base, back);
+    m_edit->setPalette(colors);
+    if (m_colors == before)
+        return;
+    recolor();
+    showBarColor();
+}
+
+void TWgtLogExec::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange)
+        reloadColors();
+}
+
+void TWgtLogExec::recolor()
+{
+    struct Piece
+    {
+        int start;
+        int length;
+        int color;
+    };
+    // Collected first, because a new format joins and splits the pieces.
+    QVector<Piece> pieces;
+    for (QTextBlock block = m_edit->document()->begin(); block.isValid(); block = block.next()) {
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextFragment fragment = it.fragment();
+            pieces.append(
+                {fragment.position(), fragment.length(), fragment.charFormat().intProperty(colorProperty)});
+        }
+    }
+    QTextCursor cursor(m_edit->document());
+    cursor.beginEditBlock();
+    for (const Piece& piece : qAsConst(pieces)) {
+        cursor.setPosition(piece.start);
+        cursor.setPosition(piece.start + piece.length, QTextCursor::KeepAnchor);
+        QTextCharFormat format;
+        format.setForeground(m_colors.at(piece.color));
+        cursor.mergeCharFormat(format);
+    }
+    cursor.endEditBlock();
+}
+
+void TWgtLogExec::showBarColor()
+{
+    QPalette colors; // without a role set it is the one of the style
+    if (m_isStopped)
+        colors.setColor(QPalette::Highlight, m_colors.at(static_cast<int>(TLogText::Color::Stopped)));
+    m_bar->setPalette(colors);
+}
+
+void TWgtLogExec::setStopped(bool on)
+{
+    if (m_isStopped == on)
+        return;
+    m_isStopped = on;
+    m_bar->setValue(on ? m_reached : 0);
+    showBarColor();
 }
 
 void TWgtLogExec::addEvent(TCodeExec code, const QString& text1, const QString& text2)
@@ -63,7 +132,7 @@ void TWgtLogExec::addEvent(TCodeExec code, const QString& text1, const QString& 
     if (pieces.isEmpty())
         return;
     if (code == ceCmdBegin)
-        setPercent(0);
+        begin();
     QTextCursor cursor(m_edit->document());
     cursor.movePosition(QTextCursor::End);
     cursor.beginEditBlock();
@@ -72,7 +141,10 @@ void TWgtLogExec::addEvent(TCodeExec code, const QString& text1, const QString& 
     m_hasLine = true;
     QTextCharFormat format;
     for (const TLogText::Piece& piece : pieces) {
-        format.setForeground(m_colors.at(static_cast<int>(piece.color)));
+        const bool isStopped = m_isStopped && piece.color == TLogText::Color::Success;
+        const int color = static_cast<int>(isStopped ? TLogText::Color::Stopped : piece.color);
+        format.setProperty(colorProperty, color);
+        format.setForeground(m_colors.at(color));
         cursor.insertText(piece.text, format);
     }
     cursor.endEditBlock();
@@ -94,13 +166,22 @@ void TWgtLogExec::dropOldLines()
 void TWgtLogExec::setPercent(int percent)
 {
     m_bar->setValue(qBound(m_bar->minimum(), percent, m_bar->maximum()));
+    if (percent > 0)
+        m_reached = m_bar->value();
+}
+
+void TWgtLogExec::begin()
+{
+    setStopped(false);
+    m_reached = 0;
+    setPercent(0);
 }
 
 void TWgtLogExec::clear()
 {
     m_edit->clear();
     m_hasLine = false;
-    setPercent(0);
+    begin();
 }
 
 void TWgtLogExec::lock(bool on)

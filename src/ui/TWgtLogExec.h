@@ -28,12 +28,21 @@ public:
     void clear();
     /// Locked: no selection, the view follows the end.
     void lock(bool on);
-    /// Background and, for lines to come, text colours from the settings.
+    /// The run in hand ends because the user asked for it: its closing line and the progress, which stays
+    /// where it was, are not those of a success. Until the next command begins.
+    void setStopped(bool on);
+    /// Background and text colours from the settings and the desktop, also of the lines there are.
     void reloadColors();
     QTextEdit* edit() const { return m_edit; }
     QProgressBar* bar() const { return m_bar; }
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
+    void begin();
+    void recolor();
+    void showBarColor();
     void dropOldLines();
     void showEnd();
 
@@ -41,4 +50,6 @@ private:
     QProgressBar* m_bar = nullptr;
     QVector<QColor> m_colors; ///< by TLogText::Color
     bool m_hasLine = false;   ///< also when that line is empty
+    bool m_isStopped = false;
+    int m_reached = 0; ///< last progress of the current command but 0, which only tells that it has ended
 };

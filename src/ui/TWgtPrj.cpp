@@ -7,7 +7,9 @@
 #include "core/globals.h"
 #include "core/keys.h"
 #include "ui/TWgtCmdList.h"
+#include "ui/setting_colors.h"
 
+#include <QEvent>
 #include <QSignalBlocker>
 #include <QTabBar>
 #include <QTabWidget>
@@ -22,20 +24,20 @@ QString tabName(QString name)
     return name.replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
-/// Invalid for the default colour.
-QColor tabColor(int status)
+/// Of a tab that has a state of its own; null for the default colour.
+QColor TAppData::*tabColor(const TWgtConfig& tab)
 {
-    switch (status) {
+    switch (project().cfgStatus(tab.idCfg())) {
     case csRun:
-        return appData().ExecTabColorExecute;
+        return &TAppData::ExecTabColorExecute;
     case csPause:
-        return appData().ExecTabColorPause;
+        return &TAppData::ExecTabColorPause;
     case csDone:
-        return appData().ExecTabColorSuccess;
+        return tab.isStopped() ? &TAppData::ExecTabColorStopped : &TAppData::ExecTabColorSuccess;
     case csFailed:
-        return appData().ExecTabColorFailed;
+        return &TAppData::ExecTabColorFailed;
     default:
-        return QColor();
+        return nullptr;
     }
 }
 
@@ -217,8 +219,18 @@ void TWgtPrj::refreshForms()
 
 void TWgtPrj::refreshTabColors()
 {
-    for (int i = 0; i < count(); ++i)
-        m_tabs->tabBar()->setTabTextColor(i, tabColor(project().cfgStatus(tabAt(i)->idCfg())));
+    const QColor back = palette().color(QPalette::Window);
+    for (int i = 0; i < count(); ++i) {
+        const auto setting = tabColor(*tabAt(i));
+        m_tabs->tabBar()->setTabTextColor(i, setting ? shownColor(setting, back) : QColor());
+    }
+}
+
+void TWgtPrj::changeEvent(QEvent* event)
+{
+    QFrame::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        refreshTabColors();
 }
 
 void TWgtPrj::setPage(TWgtConfig::Page page)

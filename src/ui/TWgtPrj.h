@@ -47,7 +47,7 @@ public:
     void refreshAll();
     /// The forms of all tabs show what has changed around them.
     void refreshForms();
-    /// Tab text colours by the status of each configuration.
+    /// Tab text colours by the status of each configuration and how its last run ended.
     void refreshTabColors();
     void setPage(TWgtConfig::Page page);
     void setOrientation(bool horizontal);
@@ -70,6 +70,9 @@ public slots:
     void slotSetViewParamExec();
     void slotSelectCfg();
     void slotMovedCfg(int from, int to);
+
+protected:
+    void changeEvent(QEvent* event) override;
 
 private:
     void dropTab(int index);

@@ -3,6 +3,7 @@
 #include "core/TAppData.h"
 #include "core/globals.h"
 #include "core/helpers.h"
+#include "forms/colors.h"
 #include "ui/TTreeWidget.h"
 #include "ui/TWgtLabelElided.h"
 
@@ -32,7 +33,6 @@ constexpr int roleStored = Qt::UserRole + 1;
 constexpr int roleShown = Qt::UserRole + 2;
 constexpr int roleOthers = Qt::UserRole + 3;
 constexpr int titleHeight = 19;
-constexpr int filterHeight = 21;
 
 QFrame* newLine(QWidget* parent)
 {
@@ -97,7 +97,7 @@ void TWgtPrjList::makeTitle()
 {
     m_title = new TWgtLabelElided(this);
     m_title->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    m_title->setFixedHeight(titleHeight);
+    m_title->setFixedHeight(lineHeight(m_title, titleHeight, 2));
     m_title->setAutoFillBackground(true);
     m_title->setToolTip(langText(71));
     QFont font = m_title->font();
@@ -119,11 +119,11 @@ void TWgtPrjList::makeFilter()
 {
     m_filterRow = new QWidget(this);
     m_filter = new QLineEdit(m_filterRow);
-    m_filter->setFixedHeight(filterHeight);
+    m_filter->setFixedHeight(fieldHeight(m_filter));
     m_filter->setToolTip(langText(72));
     m_filter->installEventFilter(this);
     m_filterClear = new QPushButton(QStringLiteral("*"), m_filterRow);
-    m_filterClear->setFixedSize(filterHeight, filterHeight);
+    m_filterClear->setFixedSize(m_filter->height(), m_filter->height());
     m_filterClear->setFocusPolicy(Qt::NoFocus);
     m_filterClear->setToolTip(langText(73));
     m_filterLine = newLine(this);
@@ -172,7 +172,7 @@ bool TWgtPrjList::load(const QString& name, const QString& file, int expandMode)
     if (result == TPrjListFile::Failed)
         m_errorText = m_file.errorText();
     else if (result == TPrjListFile::Empty)
-        m_statusText = QStringLiteral("пустой файл");
+        m_statusText = langText(575);
     else
         addNodes(expandMode);
     showLoaded(result == TPrjListFile::Ok);

@@ -2,7 +2,8 @@
 
 #include <QStatusBar>
 
-/// The line at the bottom of the main window: one message that stays until it is replaced.
+/// The line at the bottom of the main window: one message that stays until it is replaced. A long
+/// one has a tool tip.
 class TWgtStatusBar : public QStatusBar
 {
     Q_OBJECT
@@ -19,4 +20,10 @@ public:
 
     void showText(const QString& text, Code code);
     QString text() const;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void showTip();
 };

@@ -40,7 +40,7 @@ QToolButton* actionButton(QAction* action, QWidget* parent)
 QPushButton* dialogButton(const QString& text, QWidget* parent)
 {
     auto* button = new QPushButton(text, parent);
-    button->setFixedHeight(buttonHeight);
+    button->setFixedHeight(lineHeight(button, buttonHeight, 8));
     button->setFixedWidth(qMax(buttonWidth, button->sizeHint().width()));
     return button;
 }
@@ -48,7 +48,7 @@ QPushButton* dialogButton(const QString& text, QWidget* parent)
 QBoxLayout* addDialogFrame(QWidget* window, QBoxLayout* layout)
 {
     auto* frame = new QFrame(window);
-    frame->setFixedHeight(frameHeight);
+    frame->setFixedHeight(lineHeight(frame, frameHeight, 8 + 3 * margin));
     auto* row = new QHBoxLayout(frame);
     row->setContentsMargins(margin, margin, margin, margin);
     row->setSpacing(margin);

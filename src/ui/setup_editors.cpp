@@ -169,11 +169,8 @@ TSetupEditor makeSetupEditor(const TSetupRow& row, QWidget* parent)
 QString setupText(const TSetupRow& row)
 {
     if (row.kind == TSetupKind::Number)
-        return QStringLiteral("%1, px:").arg(plainTitle(row.text));
-    if (row.text >= 0)
-        return langText(row.text);
-    // The word that the menu has in every language.
-    return row.kind == TSetupKind::Language ? QStringLiteral("Language:") : cmdCode().name(row.command);
+        return langText(574).arg(plainTitle(row.text));
+    return row.text >= 0 ? langText(row.text) : cmdCode().name(row.command);
 }
 
 QString plainTitle(int text)

@@ -31,7 +31,7 @@ enum class TSetupKind {
 struct TSetupRow
 {
     TSetupKind kind = TSetupKind::Check;
-    int text = -1; ///< number of its text; with -1 the name of the command below, or none
+    int text = -1; ///< number of its text; with -1 the name of the command below
     TSetupField field = static_cast<bool TAppData::*>(nullptr);
     bool TAppData::*enable = nullptr;
     QLatin1String command = QLatin1String();

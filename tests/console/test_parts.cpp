@@ -1,6 +1,7 @@
 #include "console/TArguments.h"
 #include "console/TPauseInput.h"
 #include "console/TProgressLine.h"
+#include "console/TRunOutput.h"
 #include "console/print.h"
 #include "core/TAppData.h"
 #include "core/TLang.h"
@@ -66,6 +67,14 @@ private slots:
         row(4, true, true, "r", "", "             r");
         row(5, true, true, "Done", "", "01:02:03.004 Done");
         row(6, true, true, "why: %2", "", "01:02:03.004 FAILED\n" + rule + "\nwhy: %2\n" + rule + "\n");
+    }
+
+    void coloursOfTheEnd()
+    {
+        QCOMPARE(TRunOutput::coloured("t", ceSuccess, false), QString("\x1B[32mt\x1B[0m"));
+        QCOMPARE(TRunOutput::coloured("t", ceSuccess, true), QString("\x1B[33mt\x1B[0m"));
+        QCOMPARE(TRunOutput::coloured("t", ceFailed, false), QString("\x1B[31mt\x1B[0m"));
+        QCOMPARE(TRunOutput::coloured("t", ceResult, false), QString("t"));
     }
 
     void printedText()

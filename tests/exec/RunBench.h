@@ -39,9 +39,11 @@ public:
 
     QObject* receiver() override { return this; }
     void runBegins() override { ++begun; }
+    void runStopped() override { ++stopped; }
     void runEnded() override { ++ended; }
 
     int begun = 0;
+    int stopped = 0;
     int ended = 0;
     QList<int> percents;
 

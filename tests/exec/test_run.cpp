@@ -163,6 +163,7 @@ private slots:
         QTEST(QString("%1 %2 %3").arg(project().cfgStatus(a)).arg(project().cfgStatus(a + 1)).arg(value),
               "status");
         QCOMPARE(bench.view(a).begun, 1);
+        QCOMPARE(bench.view(a).stopped, 0);
         QCOMPARE(project().isChanged(), value == 3);
     }
 
@@ -261,6 +262,7 @@ private slots:
         QCOMPARE(peer.finish(), QString());
         QCOMPARE(peer.requestText(), QString("80 81 83:01 85 83:00"));
         QCOMPARE(bench.last().text1, langText(390));
+        QCOMPARE(bench.view(cfg).stopped, 1);
         QCOMPARE(project().cfgStatus(cfg), int(csDone));
     }
 

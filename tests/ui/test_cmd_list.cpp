@@ -52,8 +52,54 @@ private slots:
             m_list->reloadColors();
             QVERIFY(TStyleCmdList::shared()->baseStyle()->inherits(qPrintable("Q" + name + "Style")));
             QCOMPARE(QColor(m_list->grab().toImage().pixel(inRow)), appData().CmdColorSetDevice);
-            QCOMPARE(m_list->table()->rowHeight(1), 19);
+            QCOMPARE(m_list->table()->rowHeight(1), qMax(19, m_list->table()->fontMetrics().height() + 2));
         }
+    }
+
+    // A row of a light colour on a dark desktop: neither mark nor box is lost.
+    void checkMarkOnDark()
+    {
+        const QPalette usual = QApplication::palette();
+        QApplication::setPalette(QPalette(QColor(50, 50, 50), QColor(35, 35, 35)));
+        const QImage image =
+            m_list->table()->viewport()->grab(m_list->table()->visualItemRect(cell(0, 0))).toImage();
+        QApplication::setPalette(usual);
+        QCOMPARE(cell(0, 0)->background().color(), appData().CmdColorSetProg);
+        int dark = 255;
+        int light = 0;
+        const QPoint centre = image.rect().center();
+        for (int i = 0; i < 49; ++i) {
+            const int gray = qGray(image.pixel(centre + QPoint(i % 7 - 3, i / 7 - 3)));
+            dark = qMin(dark, gray);
+            light = qMax(light, gray);
+        }
+        QVERIFY2(dark < 80 && light > 180, qPrintable(QString("%1 to %2").arg(dark).arg(light)));
+    }
+
+    void dragsTheNames()
+    {
+        QTableWidget* table = m_list->table();
+        QSignalSpy selected(m_list.get(), &TWgtCmdList::signalSelectCmd);
+        const int before = table->columnWidth(1);
+        const auto edge = [&] { return QPoint(table->columnViewportPosition(2), 30); };
+        const auto drag = [&](int by) {
+            const QPoint from = edge();
+            QTest::mousePress(table->viewport(), Qt::LeftButton, {}, from);
+            QMouseEvent move(QEvent::MouseMove, from + QPoint(by, 0), Qt::NoButton, Qt::LeftButton, {});
+            QCoreApplication::sendEvent(table->viewport(), &move);
+            QTest::mouseRelease(table->viewport(), Qt::LeftButton, {}, from + QPoint(by, 0));
+        };
+        drag(25);
+        QCOMPARE(table->columnWidth(1), before + 25);
+        drag(-900);
+        QCOMPARE(table->columnWidth(1), 40);
+        // Another tab takes the width over as it is shown, and no row was clicked.
+        QCOMPARE(appData().WindowMainCmdListColumnNameWidth, 40);
+        TWgtCmdList other;
+        appData().WindowMainCmdListColumnNameWidth = 77;
+        other.show();
+        QCOMPARE(other.table()->columnWidth(1), 77);
+        QCOMPARE(selected.size(), 0);
     }
 
     void validity()

@@ -355,7 +355,8 @@ private slots:
         window->slotSelectCmd(cfg, avr);
         QCOMPARE(device(cmd::flash_file_write)->palette().color(QPalette::Button),
                  appData().SelectorColorFile);
-        QCOMPARE(device(cmd::erase)->height(), appData().WindowCmdSelectorButtonHeight);
+        const int least = device(cmd::erase)->fontMetrics().height() + 6;
+        QCOMPARE(device(cmd::erase)->height(), qMax(appData().WindowCmdSelectorButtonHeight, least));
         const QSignalSpy added(window, &TDialogCmdSelector::signalAddCmd);
         QTest::mouseClick(device(cmd::fuse_read), Qt::LeftButton);
         window->findChild<QCheckBox*>()->click();

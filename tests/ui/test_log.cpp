@@ -33,9 +33,9 @@ private slots:
         appData() = TAppData();
         // Colours that tell each piece from every other.
         static constexpr QColor TAppData::*colors[] = {
-            &TAppData::ExecLogColorTime,    &TAppData::ExecLogColorCmd,   &TAppData::ExecLogColorParam,
-            &TAppData::ExecLogColorText,    &TAppData::ExecLogColorWork,  &TAppData::ExecLogColorResult,
-            &TAppData::ExecLogColorSuccess, &TAppData::ExecLogColorFailed};
+            &TAppData::ExecLogColorTime,    &TAppData::ExecLogColorCmd,    &TAppData::ExecLogColorParam,
+            &TAppData::ExecLogColorText,    &TAppData::ExecLogColorWork,   &TAppData::ExecLogColorResult,
+            &TAppData::ExecLogColorSuccess, &TAppData::ExecLogColorFailed, &TAppData::ExecLogColorStopped};
         int red = 0;
         for (QColor TAppData::*color : colors)
             appData().*color = QColor(++red, 0, 0);
@@ -85,6 +85,48 @@ private slots:
         QVERIFY(document->blockCount() < TWgtLogExec::maxLines);
         QCOMPARE(document->lastBlock().text(), QString::number(TWgtLogExec::maxLines));
         QCOMPARE(document->firstBlock().text().toInt(), TWgtLogExec::maxLines + 1 - document->blockCount());
+    }
+
+    // A stop shows in the closing line and in the progress, which stays where it was.
+    void stopped()
+    {
+        TWgtLogExec log;
+        const QColor usual = log.bar()->palette().color(QPalette::Highlight);
+        for (const int percent : {43, 0}) {
+            log.clear();
+            log.addEvent(ceCmdBegin, "x", {});
+            for (const int p : {percent, 0})
+                log.setPercent(p);
+            log.setStopped(percent > 0);
+            log.addEvent(ceSuccess, "end", {});
+            QCOMPARE(log.bar()->value(), percent);
+            const QColor end = percent > 0 ? appData().ExecLogColorStopped : appData().ExecLogColorSuccess;
+            QVERIFY(coloured(log).endsWith("T <" + end.name() + ">end"));
+            QCOMPARE(log.bar()->palette().color(QPalette::Highlight), percent > 0 ? end : usual);
+        }
+    }
+
+    // Defaults go with the lightness of the desktop, also in lines that are there; colours of the user stay.
+    void followsTheDesktop()
+    {
+        appData() = TAppData();
+        appData().ExecLogColorWork = QColor(1, 2, 3);
+        TWgtLogExec log;
+        log.addEvent(ceTextTime, "a", {});
+        log.addEvent(ceWork, "b", {});
+        const auto shown = [&log] {
+            return log.edit()->palette().color(QPalette::Base).name() + coloured(log).remove('\n');
+        };
+        const QPalette usual = QApplication::palette();
+        QPalette dark = usual;
+        dark.setColor(QPalette::Base, QColor("#202020"));
+        QCOMPARE(shown(), QString("#ffffff<#b4b4b4>T <#646464>a<#010203>b"));
+        QApplication::setPalette(dark);
+        QCOMPARE(shown(), QString("#202020<#828282>T <#afafaf>a<#010203>b"));
+        appData().ExecLogColorBackground = QColor("#fffff0");
+        log.reloadColors();
+        QCOMPARE(shown(), QString("#fffff0<#b4b4b4>T <#646464>a<#010203>b"));
+        QApplication::setPalette(usual);
     }
 
     void locked()

@@ -1,5 +1,6 @@
 #include "core/TAppData.h"
 #include "core/globals.h"
+#include "ui/TWgtStatusBar.h"
 #include "ui/window_helpers.h"
 
 #include <QtTest>
@@ -56,6 +57,22 @@ private slots:
         };
         for (const auto& [wanted, expected] : rows)
             QCOMPARE(heldOnScreen(wanted, screens), expected);
+    }
+    void statusLine()
+    {
+        TWgtStatusBar line;
+        line.resize(300, line.height());
+        line.show();
+        line.showText(QString(80, 'w') + "<b>", TWgtStatusBar::Red);
+        QVERIFY(line.toolTip().contains("w&lt;b&gt;"));
+        line.resize(3000, line.height());
+        QCOMPARE(line.toolTip(), QString());
+        const auto color = [&line] { return line.palette().color(QPalette::WindowText); };
+        QCOMPARE(color(), QColor(Qt::red));
+        QApplication::setPalette(QPalette(QColor(50, 50, 50), QColor(35, 35, 35)));
+        line.showText("done", TWgtStatusBar::Green);
+        QVERIFY2(color().lightness() > 128, qPrintable(color().name()));
+        QApplication::setPalette(QPalette());
     }
     void styleAndFonts()
     {
