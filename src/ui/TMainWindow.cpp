@@ -6,6 +6,7 @@
 #include "core/helpers.h"
 #include "ui/TButtonAction.h"
 #include "ui/TDialogAbout.h"
+#include "ui/TDialogManual.h"
 #include "ui/TDialogSetLanguage.h"
 #include "ui/TDialogSetupSelect.h"
 #include "ui/TTreeWidget.h"
@@ -15,11 +16,9 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QDesktopServices>
 #include <QDir>
 #include <QSplitter>
 #include <QStyle>
-#include <QUrl>
 #include <QVBoxLayout>
 
 TMainWindow::TMainWindow()
@@ -191,8 +190,18 @@ void TMainWindow::slotHelp()
 {
     const QString manual =
         QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("manual.html"));
-    if (QFileInfo(manual).isFile())
-        QDesktopServices::openUrl(QUrl::fromLocalFile(manual));
+    if (!m_manual) {
+        auto* dialog = new TDialogManual(this);
+        if (!dialog->load(manual)) {
+            delete dialog;
+            msgError(langText(590).arg(QDir::toNativeSeparators(manual)), this);
+            return;
+        }
+        m_manual = dialog;
+    }
+    m_manual->show();
+    m_manual->raise();
+    m_manual->activateWindow();
 }
 
 void TMainWindow::slotAbout()

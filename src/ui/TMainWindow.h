@@ -21,6 +21,7 @@ class QTreeWidgetItem;
 class TButtonAction;
 class TDataCmd;
 class TDialogCmdSelector;
+class TDialogManual;
 class TProgTask;
 class TWgtPrj;
 
@@ -284,6 +285,7 @@ private:
     /// Configurations whose open form has to be made anew before it is shown.
     QSet<int> m_staleForms;
     QPointer<TDialogCmdSelector> m_cmdSelector;
+    QPointer<TDialogManual> m_manual;
     TRunControl m_runs;
 
     /// Counts the openings: ids of commands and configurations mean something within one only.

@@ -277,7 +277,7 @@ void TMainWindow::createActions()
         {maSettings, 64, &W::slotSettings, "Setup", Free, Plain},
         {maSetLanguage, 0, &W::slotSetLanguage, "Language", Always, Plain},
         {maSaveSettings, 65, &W::slotSaveSettings, "SaveSettings", Always, Plain},
-        {maHelp, 66, &W::slotHelp, nullptr, Always, Plain},
+        {maHelp, 66, &W::slotHelp, "Help", Always, Plain},
         {maAbout, 67, &W::slotAbout, nullptr, Always, Plain},
         {maAboutQt, 0, &W::slotAboutQt, nullptr, Always, Plain},
         {maSetViewParamPrj, 58, &W::slotSetViewParamPrj, "ViewParamPrj", P, Check},

@@ -67,9 +67,9 @@ private slots:
             std::visit([&](auto field) { change(data.*field); }, row.field);
         // Each group of settings has a question of its own at the end of the program.
         QVERIFY(data.saveApp());
-        QCOMPARE(TSettings(iniFile()).allKeys().size(), 93);
+        QCOMPARE(TSettings(iniFile()).allKeys().size(), 95);
         QVERIFY(data.saveWindow());
-        QCOMPARE(TSettings(iniFile()).allKeys().size(), 93 + 56);
+        QCOMPARE(TSettings(iniFile()).allKeys().size(), 95 + 61);
 
         TAppData back;
         back.load();
@@ -218,7 +218,7 @@ private slots:
     void shippedHotKeys()
     {
         const TSettings settings(QStringLiteral(VM_DATA_DIR "/velmarkion.hk"));
-        QCOMPARE(settings.allKeys().size(), 54 + 9 + 3 * 5);
+        QCOMPARE(settings.allKeys().size(), 55 + 9 + 3 * 5);
         QCOMPARE(settings.childGroups().size(), 5);
         QSet<QString> used;
         for (const QString& key : settings.allKeys()) {

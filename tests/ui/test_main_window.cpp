@@ -3,12 +3,14 @@
 #include "support/SimProcess.h"
 #include "ui/TButtonAction.h"
 #include "ui/TDialogCmdSelector.h"
+#include "ui/TDialogManual.h"
 #include "ui/TWgtLogExec.h"
 #include "ui/WindowBench.h"
 
 #include <QCheckBox>
 #include <QClipboard>
 #include <QDesktopServices>
+#include <QLibraryInfo>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
@@ -18,7 +20,7 @@
 #include <QSettings>
 #include <QSplitter>
 #include <QTabBar>
-#include <QTextEdit>
+#include <QTextBrowser>
 
 #include <thread>
 
@@ -247,15 +249,32 @@ void TestMainWindow::languageAndHelp()
     loadLanguage();
     bench.open();
     QVERIFY(title() != "&File" && title() == langText(3));
+    // Qt's own words come along; those in the folder of languages go before Qt's.
+    const auto cancel = [] { return QCoreApplication::translate("QPlatformTheme", "Cancel"); };
+    QCOMPARE(cancel(), QString("Отмена"));
+    appData().Language = "eng.lng";
+    loadLanguage();
+    QCOMPARE(cancel(), QString("Cancel"));
+    const QString words = QLibraryInfo::location(QLibraryInfo::TranslationsPath) + "/qtbase_ru.qm";
+    QVERIFY(QFile::copy(VM_DATA_DIR "/language/eng.lng", bench.dir().file("eng.lng")));
+    QVERIFY(QFile::copy(words, bench.dir().file("qtbase_en.qm")));
+    appData().PathLanguage = bench.dir().path();
+    loadLanguage();
+    QCOMPARE(cancel(), QString("Отмена"));
 
     QDesktopServices::setUrlHandler("file", this, "slotUrl");
     const QString manual = QCoreApplication::applicationDirPath() + "/manual.html";
     QFile::remove(manual);
+    bench.boxes.clear();
+    QVERIFY(bench.play("Help"));
+    QCOMPARE(bench.boxes, QStringList{langText(590).arg(manual)});
     QVERIFY(QFile::copy(VM_DATA_DIR "/manual.html", manual));
-    QVERIFY(bench.trigger(bench.window().action(maHelp)));
-    QVERIFY(bench.play("@One, PrjOpenFolder, PrjListOpenFolder"));
+    QVERIFY(bench.play("Help, Help, @One, PrjOpenFolder, PrjListOpenFolder"));
+    const auto pages = bench.window().findChildren<TDialogManual*>();
+    QVERIFY(pages.size() == 1 && pages[0]->isVisible() && !pages[0]->isModal());
+    QVERIFY(pages[0]->page()->toPlainText().contains("BIN+"));
     const QString folder = bench.dir().file("projects");
-    QCOMPARE(m_opened, (QStringList{manual, folder, folder}));
+    QCOMPARE(m_opened, (QStringList{folder, folder}));
     QDesktopServices::unsetUrlHandler("file");
 }
 
@@ -291,6 +310,7 @@ void TestMainWindow::startButtonAndTasks()
     QVERIFY(runsTo(bench, 0, csPause));
     QVERIFY(runsTo(bench, 0, csDone, Qt::ControlModifier) && bench.waitIdle());
     QVERIFY(logHas(bench, 0, langText(390) + '$'));
+    QCOMPARE(tabColor(bench, 0), appData().ExecTabColorStopped);
     QVERIFY(bench.play("ExecClearCfgState, #0, -ExecIDProg, #2, -ExecReset, ExecIDProg"));
     QVERIFY(logHas(bench, 0, "ID Prog\n.*Velmarkion simulator\n.*Done$"));
     // From anywhere in the window, as its button does not take the focus.
