@@ -36,6 +36,7 @@ drawn | 8300 | 1011  | one | 8100
 ATmega328P fuse | 62D9FF | - | CKDIV8 - clock divided by 8 at start | E2D9FF
 ATmega328P fuse | 62D9FF | - | 05 - 2.7 V | 62D9FD
 ATmega328P fuse | 000000 | - | Factory value | 62D9FF
+W25X40 status_reg | 00 | - | 111 - whole chip | 1C
 W25Q64JV status_reg | FF0260 | - | 111 - whole chip | FF0260
 W25Q64JV status_reg | 000260 | - | 111 - whole chip | 1C0260
 W25Q64JV status_reg | 000260 | - | BUSY - erase or write in progress | 000260
