@@ -129,10 +129,13 @@ void TDialogCmdSelector::place()
     layout()->activate();
     const QSize size = QSize(settings.WindowCmdSelectorWidth, settings.WindowCmdSelectorHeight)
                            .expandedTo(minimumSizeHint());
-    if (!standsBeside())
-        placeOnWindow(this, false, settings.WindowCmdSelectorLeft, settings.WindowCmdSelectorTop,
-                      size.width(), size.height());
-    settle(standsBeside() ? besideWindow() : pos(), size);
+    if (standsBeside()) {
+        settleBeside(size);
+        return;
+    }
+    placeOnWindow(this, false, settings.WindowCmdSelectorLeft, settings.WindowCmdSelectorTop, size.width(),
+                  size.height());
+    settle({pos(), size}, *screenOf(geometry()));
 }
 
 /// The least size of the window has changed with what stands in it. Where the user has put it, it stays if
@@ -141,32 +144,38 @@ void TDialogCmdSelector::placeAnew()
 {
     m_splitter->updateGeometry();
     layout()->activate();
-    const bool isMoved = pos() != m_placedAt;
-    settle(isMoved || !standsBeside() ? pos() : besideWindow(), size().expandedTo(minimumSizeHint()));
+    const QSize wanted = size().expandedTo(minimumSizeHint());
+    if (standsBeside() && pos() == m_placedAt)
+        settleBeside(wanted);
+    else
+        settle({pos(), wanted}, *screenOf(frameGeometry()));
 }
 
 /// In the middle of the main window it would hide the commands, so there it stands to the right.
-QPoint TDialogCmdSelector::besideWindow() const
+void TDialogCmdSelector::settleBeside(const QSize& size)
 {
     const QRect beside = m_beside->frameGeometry();
     const QRect screen = m_beside->screen()->availableGeometry();
     const qint64 left = qint64(beside.right()) + 1 + appData().WindowCmdSelector;
-    return {static_cast<int>(qBound<qint64>(screen.left(), left, screen.right())), beside.top()};
+    const QPoint corner(static_cast<int>(qBound<qint64>(screen.left(), left, screen.right())), beside.top());
+    settle({corner, size}, *m_beside->screen());
 }
 
-/// Takes the place as far as it is on the screen and off the start button.
-void TDialogCmdSelector::settle(const QPoint& corner, const QSize& size)
+/// Takes a place, told without the frame around it, as far as it is on the screen and off the start button.
+void TDialogCmdSelector::settle(const QRect& wanted, const QScreen& on)
 {
     // Its own frame is there once it is shown; the window's is alike.
     const QWidget* framed = isVisible() || !m_beside ? this : m_beside.data();
     const QSize frame = framed->frameGeometry().size() - framed->size();
-    const QRect wanted(corner, size + frame);
-    const QRect screen = screenOf(wanted)->availableGeometry();
+    const QRect whole(wanted.topLeft(), wanted.size() + frame);
+    const QRect screen = on.availableGeometry();
     const bool isShown = m_start && m_start->isVisible();
     const QRect start = isShown ? QRect(m_start->mapToGlobal(QPoint()), m_start->size()) : QRect();
     const QRect place =
-        clearOf(start, heldInside(screen, wanted), screen, minimumSizeHint().height() + frame.height());
-    move(place.topLeft());
+        clearOf(start, heldInside(screen, whole), screen, minimumSizeHint().height() + frame.height());
+    // A stored place is that of the inside: moved to where it is, the window would go on by its frame.
+    if (!testAttribute(Qt::WA_Moved) || place.topLeft() != pos())
+        move(place.topLeft());
     resize(place.size() - frame);
     m_placedAt = pos();
     m_isPlaced = true;

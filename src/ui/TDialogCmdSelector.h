@@ -5,6 +5,7 @@
 #include <QWidget>
 
 class QCheckBox;
+class QScreen;
 class QSplitter;
 class TCmdGroup;
 
@@ -37,8 +38,8 @@ private:
     void place();
     void placeAnew();
     bool standsBeside() const;
-    QPoint besideWindow() const;
-    void settle(const QPoint& corner, const QSize& size);
+    void settleBeside(const QSize& size);
+    void settle(const QRect& wanted, const QScreen& on);
 
     const QPointer<const QWidget> m_start;
     const QPointer<const QWidget> m_beside;
