@@ -194,7 +194,7 @@ bool TCtrlProject::save(const QString& file, TDataPrj& project)
     });
     if (!writeFileSafely(file, bytes, m_errorText))
         return false;
-    if (QFileInfo(file) == QFileInfo(project.file())) {
+    if (isSameFile(file, project.file())) {
         TFileStamp stamp;
         stamp.take(file, bytes);
         project.setStored(revision, stamp);

@@ -29,6 +29,16 @@ QString absFile(const QString& base, const QString& path)
     return QFileInfo(path).isAbsolute() ? path : QFileInfo(QDir(base), path).absoluteFilePath();
 }
 
+// Not by comparing QFileInfo: any two files that are not there are equal to it.
+bool isSameFile(const QString& a, const QString& b)
+{
+    const QFileInfo first(a);
+    const QFileInfo second(b);
+    return first.exists() ? first.canonicalFilePath() == second.canonicalFilePath()
+                          : !second.exists() && QDir::cleanPath(first.absoluteFilePath()) ==
+                                                    QDir::cleanPath(second.absoluteFilePath());
+}
+
 QString absDir(const QString& path)
 {
     return QFileInfo(path).absolutePath();

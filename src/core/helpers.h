@@ -22,6 +22,8 @@ QIcon iconPath(int set, const QString& name);
 
 /// path itself if absolute, else the absolute path of path inside base.
 QString absFile(const QString& base, const QString& path);
+/// Both names lead to one file, through links too; of files that are not there the paths count.
+bool isSameFile(const QString& a, const QString& b);
 /// The absolute folder of a file path.
 QString absDir(const QString& path);
 /// As absDir, a relative path taken inside base; an empty path gives base made absolute.

@@ -29,8 +29,7 @@ void TMainWindow::slotPrjListNew()
     const QString file = askNewFile(90, QCoreApplication::applicationDirPath(), listSuffix, true);
     if (file.isEmpty())
         return;
-    if ((m_prjList->isLoaded() && QFileInfo(file) == QFileInfo(m_prjList->listFile())) ||
-        !writeEmptyList(file)) {
+    if ((m_prjList->isLoaded() && isSameFile(file, m_prjList->listFile())) || !writeEmptyList(file)) {
         qDebug().noquote() << QStringLiteral("%1: %2").arg(langText(91), file);
         report(QStringLiteral("%1: %2").arg(langText(91), file), TWgtStatusBar::Red);
         updateState();

@@ -183,7 +183,7 @@ void TMainWindow::slotPrjSaveAs()
     const QString file = askPrjFile();
     if (file.isEmpty())
         return;
-    if (QFileInfo(file) == QFileInfo(project().file())) {
+    if (isSameFile(file, project().file())) {
         if (storePrj() == Stored::GivenUp)
             reopenPrj();
         return;

@@ -416,11 +416,10 @@ QTreeWidgetItem* TWgtPrjList::nodeFor(const QString& path, QTreeWidgetItem* abov
 
 QTreeWidgetItem* TWgtPrjList::nodeOf(const QString& path) const
 {
-    const QFileInfo wanted(path);
     const QList<QTreeWidgetItem*> nodes = m_tree->nodes();
     const auto it = std::find_if(nodes.begin(), nodes.end(), [&](const QTreeWidgetItem* node) {
         const QString file = node->text(columnFile);
-        return !file.isEmpty() && QFileInfo(pathOf(file)) == wanted;
+        return !file.isEmpty() && isSameFile(pathOf(file), path);
     });
     return it == nodes.end() ? nullptr : *it;
 }

@@ -319,7 +319,7 @@ private slots:
             press(table, keys);
         fillIn<TDialogPrjListEdit>(table, "F2", {"First"});
         QVERIFY(answerBox(table, "Del", "No").contains("\"First\""));
-        QVERIFY(dialog.isChanged() && dialog.write() && !dialog.isChanged());
+        QVERIFY(dialog.isChanged() && dialog.write() && !dialog.isChanged() && !dialog.isOutdated());
         TPrjLists lists;
         QVERIFY(lists.read(file));
         QStringList names;
