@@ -247,11 +247,21 @@ private slots:
     {
         SimProcess sim({"--chip", "W25Q64"});
         QVERIFY2(sim.isReady(), sim.output().constData());
-        write({{"C", {setProg, setDevice, "ident", "unique_id_read data=0000000000000000"}}});
+        write({{"C", {setProg, setDevice, "ident", "unique_id_read data=0000000000000000"}},
+               {"Hex",
+                {setProg, setDevice,
+                 "file_read file=out.hex|format=hex|addr_device=65520|count=17|"
+                 "addr_file=65520"}}});
         const QByteArray before = m_dir.read("projects/test.prj");
         const QStringList run{"run", "--port", "Simulator=" + sim.path(), "test.prj"};
         QCOMPARE(start(run), 0);
         QCOMPARE(m_dir.read("projects/test.prj"), before);
+        for (const bool linear : {false, true}) {
+            const QStringList option = linear ? QStringList("--hex-linear") : QStringList();
+            QCOMPARE(start(run + QStringList{"-c", "Hex"} + option), 0);
+            QCOMPARE(m_dir.read("projects/out.hex").count(linear ? ":02000004" : ":02000002"), 2);
+            QCOMPARE(m_out.contains("/Main/HexLinear"), !linear);
+        }
 
         QCOMPARE(start(run + QStringList{"--save"}), 0);
         const QByteArray after = m_dir.read("projects/test.prj");

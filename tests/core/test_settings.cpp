@@ -67,9 +67,9 @@ private slots:
             std::visit([&](auto field) { change(data.*field); }, row.field);
         // Each group of settings has a question of its own at the end of the program.
         QVERIFY(data.saveApp());
-        QCOMPARE(TSettings(iniFile()).allKeys().size(), 95);
+        QCOMPARE(TSettings(iniFile()).allKeys().size(), 96);
         QVERIFY(data.saveWindow());
-        QCOMPARE(TSettings(iniFile()).allKeys().size(), 95 + 61);
+        QCOMPARE(TSettings(iniFile()).allKeys().size(), 96 + 61);
 
         TAppData back;
         back.load();
