@@ -10,11 +10,15 @@ constexpr qint64 longestSlice = 50 * nsPerMs;
 TPatience::TPatience(qint64 ms)
     : m_left(ms * nsPerMs)
 {
-    m_clock.start();
 }
 
 void TPatience::count()
 {
+    // Most exchanges wait once or not at all, and looking at the clock is a part of what they cost.
+    if (!m_clock.isValid()) {
+        m_clock.start();
+        return;
+    }
     const qint64 now = m_clock.nsecsElapsed();
     m_left -= qMin(now - m_counted, longestSlice);
     m_counted = now;

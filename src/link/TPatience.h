@@ -8,7 +8,7 @@
 class TPatience
 {
 public:
-    /// Begins now and lasts ms; 0 means that nothing is waited for.
+    /// Begins with the first question to it and lasts ms; 0 means that nothing is waited for.
     explicit TPatience(qint64 ms);
 
     /// Longest next wait in ms, 0 when the time is over.

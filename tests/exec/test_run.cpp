@@ -373,7 +373,7 @@ private slots:
         const int cfg = addAll(bench, command + "; ident", "P", chip);
         bench.onEvent([&](const LogEvent& event) {
             if (bench.texts(ceCmdBegin).size() == 3 && event.code == ceCmdBegin)
-                QTimer::singleShot(60, &bench.control(), &TRunControl::stopAll);
+                QTimer::singleShot(450, &bench.control(), &TRunControl::stopAll);
         });
         QElapsedTimer clock;
         clock.start();
