@@ -115,7 +115,7 @@ int main(int argc, char** argv)
 
     const QCoreApplication app(argc, argv);
     TSerialPort port;
-    port.setTimeout(5000);
+    port.setTimeout(10000);
     port.setMaxData(65535);
     if (!port.open(path, QIODevice::ReadWrite))
         return 1;
