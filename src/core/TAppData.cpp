@@ -122,17 +122,16 @@ void writeFields(TSettings& settings, const TAppData& data, Written group)
     }
 }
 
-bool isMissing(const QString& file)
-{
-    return !QFileInfo::exists(file) && !QFileInfo(file).isSymLink();
-}
-
 /// Puts settings into the file, whose other lines stay. The store writes them to a file of their own first,
 /// since it would throw away what is no setting. False with the reason in error.
 bool store(const std::function<void(TSettings&)>& write, const QSet<QString>& dropped, QString& error)
 {
     const QString file = settingsFile();
     const QTemporaryDir folder;
+    if (!folder.isValid()) {
+        error = folder.errorString();
+        return false;
+    }
     const QString freshFile = folder.filePath(QStringLiteral("settings.ini"));
     {
         TSettings settings(freshFile);
@@ -140,7 +139,8 @@ bool store(const std::function<void(TSettings&)>& write, const QSet<QString>& dr
     }
     QByteArray fresh;
     QByteArray old;
-    if (!readWholeFile(freshFile, fresh, error) || !(isMissing(file) || readWholeFile(file, old, error)))
+    if (!readWholeFile(freshFile, fresh, error) ||
+        (QFileInfo::exists(file) && !readWholeFile(file, old, error)))
         return false;
     const auto isDropped = [&](const QByteArray& key) { return dropped.contains(QString::fromUtf8(key)); };
     return writeFileSafely(file, mergedIni(old, fresh, isDropped), error);
@@ -163,7 +163,7 @@ void logBrokenLines()
     constexpr int most = 10;
     QByteArray text;
     QString error;
-    if (isMissing(settingsFile()))
+    if (!QFileInfo::exists(settingsFile()))
         return;
     const bool isRead = readWholeFile(settingsFile(), text, error);
     QStringList numbers;
