@@ -1,5 +1,6 @@
 #include "forms/TFormProgSupply.h"
 
+#include "core/globals.h"
 #include "core/keys.h"
 #include "forms/TWgtEditDoubleDef.h"
 
@@ -9,14 +10,14 @@
 
 namespace {
 
-TSupplyValue volts(const QString& key, const char* label, double min, double max, double defaultValue)
+TSupplyValue volts(const QString& key, int label, double min, double max, double defaultValue)
 {
-    return {key, QLatin1String(label), QStringLiteral("V"), 1, min, max, defaultValue};
+    return {key, langText(label), QStringLiteral("V"), 1, min, max, defaultValue};
 }
 
-TSupplyValue milliamperes(const QString& key, const char* label, double min, double max, double defaultValue)
+TSupplyValue milliamperes(const QString& key, int label, double min, double max, double defaultValue)
 {
-    return {key, QLatin1String(label), QStringLiteral("mA"), 3, min, max, defaultValue};
+    return {key, langText(label), QStringLiteral("mA"), 3, min, max, defaultValue};
 }
 
 QStringList keysOf(const QVector<TSupplyValue>& values)
@@ -63,7 +64,7 @@ void TFormProgSupply::addValue(QFormLayout* layout, const TSupplyValue& value)
 void TFormProgSupply::addProtection(QFormLayout* layout)
 {
     m_protection = new QCheckBox(this);
-    layout->addRow(QStringLiteral("OCP:"), m_protection);
+    layout->addRow(langText(595), m_protection);
     connect(m_protection, &QCheckBox::stateChanged, this, [this](int state) {
         setParam(key::ocp, state != Qt::Unchecked);
         slotChanged();
@@ -86,25 +87,25 @@ void TFormProgSupply::slotChanged()
 }
 
 TFormProgSetVCC::TFormProgSetVCC(const TData& params, double min, double max, double defaultValue)
-    : TFormProgSupply(params, {volts(key::vcc, "Vcc, V:", min, max, defaultValue)})
+    : TFormProgSupply(params, {volts(key::vcc, 591, min, max, defaultValue)})
 {
 }
 
 TFormProgSetVPP::TFormProgSetVPP(const TData& params, double min, double max, double defaultValue)
-    : TFormProgSupply(params, {volts(key::vpp, "Vpp, V:", min, max, defaultValue)})
+    : TFormProgSupply(params, {volts(key::vpp, 592, min, max, defaultValue)})
 {
 }
 
 TFormProgSetVICC::TFormProgSetVICC(const TData& params, double vccMin, double vccMax, double vccDefault,
                                    double iccMin, double iccMax, double iccDefault)
-    : TFormProgSupply(params, {volts(key::vcc, "Vcc, V:", vccMin, vccMax, vccDefault),
-                               milliamperes(key::icc, "Icc, mA:", iccMin, iccMax, iccDefault)})
+    : TFormProgSupply(params, {volts(key::vcc, 591, vccMin, vccMax, vccDefault),
+                               milliamperes(key::icc, 593, iccMin, iccMax, iccDefault)})
 {
 }
 
 TFormProgSetVIPP::TFormProgSetVIPP(const TData& params, double vppMin, double vppMax, double vppDefault,
                                    double ippMin, double ippMax, double ippDefault)
-    : TFormProgSupply(params, {volts(key::vpp, "Vpp, V:", vppMin, vppMax, vppDefault),
-                               milliamperes(key::ipp, "Ipp, mA:", ippMin, ippMax, ippDefault)})
+    : TFormProgSupply(params, {volts(key::vpp, 592, vppMin, vppMax, vppDefault),
+                               milliamperes(key::ipp, 594, ippMin, ippMax, ippDefault)})
 {
 }

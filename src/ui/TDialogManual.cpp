@@ -22,7 +22,8 @@ QString pageStyle(bool isDark)
     const auto* const colors = isDark ? "#9fc0f0 #2c3442 #33383f #4a3a20" : "#203860 #eef1f7 #ececec #fdf3e0";
     const QStringList parts = QString::fromLatin1(colors).split(QLatin1Char(' '));
     return QStringLiteral("h1, h2 { color: %1; } th { background: %2; text-align: left; } "
-                          "code, kbd { background: %3; } .note { background: %4; }")
+                          "th, td { padding: 1px 5px; } code, kbd { background: %3; } "
+                          ".note { background: %4; }")
         .arg(parts.at(0), parts.at(1), parts.at(2), parts.at(3));
 }
 

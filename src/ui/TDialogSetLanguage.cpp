@@ -6,6 +6,7 @@
 
 #include <QListWidget>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 TDialogSetLanguage::TDialogSetLanguage(const QStringList& entries, QWidget* parent)
@@ -25,6 +26,8 @@ TDialogSetLanguage::TDialogSetLanguage(const QStringList& entries, QWidget* pare
     m_list->addItems(entries);
     m_list->sortItems();
     m_list->setCurrentRow(0);
+    m_list->setMinimumWidth(m_list->sizeHintForColumn(0) + 2 * m_list->frameWidth() +
+                            m_list->verticalScrollBar()->sizeHint().width());
     connect(m_list, &QListWidget::itemDoubleClicked, this, &QDialog::accept);
 }
 

@@ -57,12 +57,13 @@ constexpr TColorRow colorRows[] = {
     {cmd::leave, &TAppData::CmdEnableColorLeave, &TAppData::CmdColorLeave},
 };
 
-/// In pixels. The default was made for rows of the usual height and grows with them.
-int nameWidth(int height)
+/// In pixels. The default was made for the usual font and grows with a larger one.
+int nameWidth(const QFont& font)
 {
+    constexpr int usualFont = 12; // pixels
     static const int usual = TAppData().WindowMainCmdListColumnNameWidth;
     const int width = appData().WindowMainCmdListColumnNameWidth;
-    return width == usual ? usual * height / rowHeight : width;
+    return width == usual ? usual * qMax(usualFont, QFontInfo(font).pixelSize()) / usualFont : width;
 }
 
 QTableWidgetItem* newItem(Qt::ItemFlags more = {})
@@ -139,7 +140,7 @@ void TWgtCmdList::makeTable()
     columns->setSectionResizeMode(columnText, QHeaderView::Stretch);
     columns->hide();
     m_table->setColumnWidth(columnCheck, checkWidth);
-    m_table->setColumnWidth(columnName, nameWidth(height));
+    m_table->setColumnWidth(columnName, nameWidth(m_table->font()));
     auto* drag = new TColumnDrag(m_table, columnName);
     connect(drag, &TColumnDrag::signalMoved, this,
             [](int width) { appData().WindowMainCmdListColumnNameWidth = width; });
@@ -152,7 +153,7 @@ void TWgtCmdList::makeTable()
 void TWgtCmdList::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
-    m_table->setColumnWidth(columnName, nameWidth(m_table->verticalHeader()->defaultSectionSize()));
+    m_table->setColumnWidth(columnName, nameWidth(m_table->font()));
 }
 
 void TWgtCmdList::changeEvent(QEvent* event)
