@@ -74,7 +74,7 @@ QHash<int, QString> configNames()
 /// What the description of a chosen chip warns of.
 void printWarnings(const TDataCmd& command)
 {
-    constexpr int textWarning = 526;
+    constexpr int textWarning = 462;
     const IDevice* family = command.family();
     if (!family || !command.status() || command.cmd() != cmd::set_device)
         return;

@@ -40,15 +40,15 @@ QString processText(const QString& line, const TProcessEnd& end)
 {
     switch (end.kind) {
     case TProcessEnd::Kind::NotStarted:
-        return langText(502).arg(line, end.reason);
+        return langText(453).arg(line, end.reason);
     case TProcessEnd::Kind::Code:
-        return langText(503).arg(line, QString::number(end.code));
+        return langText(454).arg(line, QString::number(end.code));
     case TProcessEnd::Kind::Crashed:
-        return langText(504).arg(line);
+        return langText(455).arg(line);
     case TProcessEnd::Kind::GivenUp:
-        return langText(505).arg(line, QString::number(longestProcess / 1000));
+        return langText(456).arg(line, QString::number(longestProcess / 1000));
     case TProcessEnd::Kind::Stopped:
-        return langText(506).arg(line);
+        return langText(457).arg(line);
     case TProcessEnd::Kind::Good:
         break;
     }

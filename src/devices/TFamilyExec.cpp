@@ -24,9 +24,9 @@ constexpr quint8 opSetClock = 2;
 constexpr quint8 erasedByte = 0xFF;
 constexpr int textMissingSize = 424;
 constexpr int textOutside = 425;
-constexpr int textNotReplaced = 453;
-constexpr int textHoldsPart = 454;
-constexpr int textSegments = 455;
+constexpr int textNotReplaced = 441;
+constexpr int textHoldsPart = 442;
+constexpr int textSegments = 443;
 
 /// base + offset, held at the largest number: addresses of a hand-edited project may be anything.
 qint64 addHeld(qint64 base, qint64 offset)

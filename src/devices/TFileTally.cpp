@@ -6,7 +6,7 @@
 namespace {
 
 constexpr int textNoFileData = 427;
-constexpr int textLeftOut = 452;
+constexpr int textLeftOut = 440;
 
 } // namespace
 

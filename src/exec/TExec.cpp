@@ -15,8 +15,8 @@
 
 namespace {
 
-constexpr int textGone = 500;
-constexpr int textNotClosed = 501;
+constexpr int textGone = 451;
+constexpr int textNotClosed = 452;
 
 } // namespace
 

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int textDiskFull = 457;
+constexpr int textDiskFull = 445;
 /// What a pipe takes at once when it takes anything.
 constexpr qint64 pipeBlock = 4096;
 constexpr int pipeWait = 30000; // ms

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr int textNoSeek = 458;
+constexpr int textNoSeek = 446;
 
 } // namespace
 

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int textPlace = 456;
+constexpr int textPlace = 444;
 constexpr qint64 recordSize = 16;
 constexpr qint64 bankSize = 0x10000; // what the offset of one record can reach
 constexpr qint64 addressLimit = 0x100000000;

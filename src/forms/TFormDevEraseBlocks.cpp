@@ -26,9 +26,9 @@ TFormDevEraseBlocks::TFormDevEraseBlocks(const TData& params, const QList<int>& 
         m_size->addItem(textSize(size), textSize(size));
     TFormDevEraseBlocks::showParams();
     QFormLayout* rows = formRows(this);
-    rows->addRow(langText(578), m_size);
-    rows->addRow(langText(579), m_begin);
-    rows->addRow(langText(580), m_count);
+    rows->addRow(langText(470), m_size);
+    rows->addRow(langText(471), m_begin);
+    rows->addRow(langText(472), m_count);
     connect(m_size, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &TFormDevEraseBlocks::slotChanged);
     connect(m_begin, &TWgtEditDecDef::valueChanged, this, &TFormDevEraseBlocks::changedBegin);

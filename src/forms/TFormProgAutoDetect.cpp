@@ -62,7 +62,7 @@ TFormProgAutoDetect::TFormProgAutoDetect(const TData& params)
     m_family = line.edit;
     m_select = line.button;
     m_execute = modeBox({cmdCode().name(cmd::jamp), cmdCode().name(cmd::execute)});
-    m_exist = modeBox({langText(588), langText(589)});
+    m_exist = modeBox({langText(480), langText(481)});
     rows->addRow(langText(350), m_execute);
     rows->addRow(langText(351), m_exist);
     auto* layout = new QVBoxLayout(this);

@@ -33,7 +33,7 @@ public:
 TFormToolsProcess::TFormToolsProcess(const TData& params)
     : TFormCommand(params, {key::file, key::must_succeed})
     , m_edit(new CommandLineEdit(textParam(key::file), this))
-    , m_mustSucceed(new QCheckBox(langText(507), this))
+    , m_mustSucceed(new QCheckBox(langText(458), this))
 {
     // A command of an older project has no such flag, and an edit of its line must store a number.
     if (!param(key::must_succeed).isValid())
@@ -45,7 +45,7 @@ TFormToolsProcess::TFormToolsProcess(const TData& params)
     layout->addRow(langText(329), m_edit);
     layout->addRow(QString(), m_mustSucceed);
     layout->addRow(formHint(langText(333), this));
-    layout->addRow(formHint(langText(508), this));
+    layout->addRow(formHint(langText(459), this));
     TFormToolsProcess::showParams();
     connect(m_edit, &TWgtEditFileName::signalChanged, this, &TFormToolsProcess::slotChanged);
     connect(m_mustSucceed, &QCheckBox::toggled, this, [this](bool isOn) {

@@ -27,9 +27,9 @@ constexpr int portMissing = 393;
 constexpr int firstErrorCode = 405;
 constexpr int errorCodes = 12;
 constexpr int otherErrorCode = 423;
-constexpr int portOfConfiguration = 476;
-constexpr int portOfProgram = 477;
-constexpr int portOfGroup = 478;
+constexpr int portOfConfiguration = 448;
+constexpr int portOfProgram = 449;
+constexpr int portOfGroup = 450;
 
 struct ParityName
 {

@@ -41,7 +41,7 @@ TDialogAbout::TDialogAbout(QWidget* parent)
     auto* rows = new QFormLayout;
     rows->setContentsMargins(30, 0, 30, 0);
     const QPair<int, const char*> values[] = {
-        {585, identity::version}, {586, identity::date}, {587, contact}};
+        {477, identity::version}, {478, identity::date}, {479, contact}};
     for (const auto& value : values) {
         auto* label = new QLabel(QLatin1String(value.second), this);
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);

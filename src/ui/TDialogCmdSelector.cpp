@@ -74,14 +74,14 @@ QRect clearOf(const QRect& button, const QRect& place, const QRect& screen, int 
 TDialogCmdSelector::TDialogCmdSelector(int id_cfg, int id_cmd, const QWidget* start)
     : m_start(start)
     , m_beside(start ? start->window() : QApplication::activeWindow())
-    , m_device(new TCmdGroup(columnTitle(584), this))
+    , m_device(new TCmdGroup(columnTitle(476), this))
     , m_splitter(new QSplitter(Qt::Horizontal, this))
     , m_state(new QCheckBox(langText(244), this))
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(langText(32));
-    m_splitter->addWidget(fixedGroup(582, dev_class::tools, this));
-    m_splitter->addWidget(fixedGroup(583, dev_class::prog, this));
+    m_splitter->addWidget(fixedGroup(474, dev_class::tools, this));
+    m_splitter->addWidget(fixedGroup(475, dev_class::prog, this));
     m_splitter->addWidget(m_device);
     m_splitter->setChildrenCollapsible(false);
     for (TCmdGroup* group : findChildren<TCmdGroup*>())

@@ -288,7 +288,7 @@ void TDialogSelectPrjList::slotOpenFolder()
 {
     const QString path = TPrjListFile::path(file());
     if (!openFolder(path))
-        msgError(langText(548).arg(absDir(path)), this);
+        msgError(langText(463).arg(absDir(path)), this);
 }
 
 void TDialogSelectPrjList::slotSelectItem()

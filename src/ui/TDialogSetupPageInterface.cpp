@@ -43,7 +43,7 @@ const std::vector<TSetupGroup>& interfaceGroups()
                {color, 253, &Data::ExecTabColorPause},
                {color, 254, &Data::ExecTabColorSuccess},
                {color, 255, &Data::ExecTabColorFailed},
-               {color, 577, &Data::ExecTabColorStopped}}},
+               {color, 469, &Data::ExecTabColorStopped}}},
         {256, {{color, 257, &Data::ExecBtnColorExecute},
                {color, 258, &Data::ExecBtnColorPause}}},
         {259, {{check, 260, &Data::ExecLogShowTime},
@@ -57,7 +57,7 @@ const std::vector<TSetupGroup>& interfaceGroups()
                {color, 268, &Data::ExecLogColorResult},
                {color, 269, &Data::ExecLogColorSuccess},
                {color, 270, &Data::ExecLogColorFailed},
-              {color, 577, &Data::ExecLogColorStopped}}},
+              {color, 469, &Data::ExecLogColorStopped}}},
     };
     // clang-format on
     return groups;

@@ -8,7 +8,7 @@ const std::vector<TSetupGroup>& mainGroups()
     static const std::vector<TSetupGroup> groups{
         {57,
          {{Kind::Style, 213, &TAppData::Style},
-          {Kind::Language, 573, &TAppData::Language},
+          {Kind::Language, 465, &TAppData::Language},
           {Kind::Check, 216, &TAppData::WindowMainCenter},
           {Kind::Check, 217, &TAppData::WindowOtherCenter},
           {Kind::Number, 32, &TAppData::WindowCmdSelector},
@@ -22,7 +22,7 @@ const std::vector<TSetupGroup>& mainGroups()
           {Kind::Folder, 223, &TAppData::PathProjects},
           {Kind::Folder, 224, &TAppData::PathDevices},
           {Kind::Folder, 225, &TAppData::PathProgs},
-          {Kind::Check, 459, &TAppData::HexLinear}}},
+          {Kind::Check, 447, &TAppData::HexLinear}}},
     };
     return groups;
 }

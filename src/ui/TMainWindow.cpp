@@ -194,7 +194,7 @@ void TMainWindow::slotHelp()
         auto* dialog = new TDialogManual(this);
         if (!dialog->load(manual)) {
             delete dialog;
-            msgError(langText(590).arg(QDir::toNativeSeparators(manual)), this);
+            msgError(langText(482).arg(QDir::toNativeSeparators(manual)), this);
             return;
         }
         m_manual = dialog;

@@ -130,7 +130,7 @@ void TMainWindow::slotCmdCopySelected()
     }
     setPasteText(maCmdPaste, 37,
                  m_cmdClip.size() == 1 ? cmdCode().name(m_cmdClip.first().value(key::cmd).toString())
-                                       : langText(576));
+                                       : langText(468));
     report(langText(129), TWgtStatusBar::Green);
     updateState();
 }

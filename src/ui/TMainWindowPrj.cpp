@@ -160,5 +160,5 @@ void TMainWindow::slotPrjOpenFolder()
 void TMainWindow::showFolder(const QString& file)
 {
     if (!openFolder(file))
-        report(langText(548).arg(absDir(file)), TWgtStatusBar::Red);
+        report(langText(463).arg(absDir(file)), TWgtStatusBar::Red);
 }

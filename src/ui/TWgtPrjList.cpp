@@ -172,7 +172,7 @@ bool TWgtPrjList::load(const QString& name, const QString& file, int expandMode)
     if (result == TPrjListFile::Failed)
         m_errorText = m_file.errorText();
     else if (result == TPrjListFile::Empty)
-        m_statusText = langText(575);
+        m_statusText = langText(467);
     else
         addNodes(expandMode);
     showLoaded(result == TPrjListFile::Ok);

@@ -169,7 +169,7 @@ TSetupEditor makeSetupEditor(const TSetupRow& row, QWidget* parent)
 QString setupText(const TSetupRow& row)
 {
     if (row.kind == TSetupKind::Number)
-        return langText(574).arg(plainTitle(row.text));
+        return langText(466).arg(plainTitle(row.text));
     return row.text >= 0 ? langText(row.text) : cmdCode().name(row.command);
 }
 

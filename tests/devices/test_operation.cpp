@@ -156,7 +156,7 @@ private slots:
             percents.append(QString::number(percent));
         QTEST(percents.join(' '), "percents");
         QFETCH(QString, remark);
-        QCOMPARE(result.events, remark.isEmpty() ? QStringList() : QStringList("3:@452 " + remark));
+        QCOMPARE(result.events, remark.isEmpty() ? QStringList() : QStringList("3:@440 " + remark));
     }
 
     void fileRoundTrip_data()
@@ -196,7 +196,7 @@ private slots:
         QCOMPARE(run("verify", "in", "BIN"), QString("ok"));
         QCOMPARE(run("read", "out", "BIN"), QString("ok"));
         QCOMPARE(bench.dir().read("out"), content);
-        QCOMPARE(run("read", "out.hex", "HEX"), QString(addr + count > 0x10000 ? "ok3:@455" : "ok"));
+        QCOMPARE(run("read", "out.hex", "HEX"), QString(addr + count > 0x10000 ? "ok3:@443" : "ok"));
         QCOMPARE(run("verify", "out.hex", "HEX"), QString("ok"));
         model.memory.fill(char(0xFF));
         QCOMPARE(run("write", "out.hex", "HEX"), QString("ok"));
@@ -240,9 +240,9 @@ private slots:
             compareRow(format, bench.dir().read("out"), after);
             compareRow(format, result.events, QStringList(event));
         };
-        read("HEX", "old", "3:@453 out");
-        read("BIN", "old", "3:@453 out");
-        read("BIN+", half, "3:@454 out");
+        read("HEX", "old", "3:@441 out");
+        read("BIN", "old", "3:@441 out");
+        read("BIN+", half, "3:@442 out");
         bench.onPercent = [](IDeviceExec& exec, int percent) {
             if (percent >= 100)
                 exec.slotStop(); // too late
@@ -263,11 +263,11 @@ private slots:
         bench.dir().write("out", "old");
         const auto result = bench.runWith("file_read file=out format=BIN", chipOf(flash));
         QVERIFY(!result.ok && result.errorText.isEmpty());
-        QCOMPARE(result.events, QStringList("3:@453 out"));
+        QCOMPARE(result.events, QStringList("3:@441 out"));
         QCOMPARE(bench.dir().read("out"), QByteArray("old"));
         flash.pieces.clear();
         QVERIFY(bench.runWith("file_read file=none/out", chipOf(flash)).errorText.startsWith("@417"));
-        QVERIFY(bench.runWith("file_read file=/dev/full", chipOf(flash)).errorText.startsWith("@457"));
+        QVERIFY(bench.runWith("file_read file=/dev/full", chipOf(flash)).errorText.startsWith("@445"));
         QCOMPARE(flash.pieces, QStringList("R 0+256"));
     }
 };

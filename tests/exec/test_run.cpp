@@ -280,7 +280,7 @@ private slots:
         // It must neither begin again at the first command nor leave the third one out and look well.
         QCOMPARE(bench.texts(ceCmdBegin).size(), 2);
         QCOMPARE(bench.last().code, ceFailed);
-        QCOMPARE(bench.last().text1, langText(500));
+        QCOMPARE(bench.last().text1, langText(451));
         QCOMPARE(project().cfgStatus(cfg), int(csFailed));
     }
 
@@ -384,7 +384,7 @@ private slots:
         QCOMPARE(project().cfgStatus(cfg), int(csDone));
         const bool isRead = command.contains("out.hex");
         QCOMPARE(bench.dir().read("out.hex"), QByteArray(isRead ? "old" : ""));
-        QCOMPARE(bench.texts(ceWork).contains(langText(453).arg("out.hex")), isRead);
+        QCOMPARE(bench.texts(ceWork).contains(langText(441).arg("out.hex")), isRead);
     }
 
     void endsAsTheChipAnswers_data() { textRows(faults, {"options", "command", "last", "requests"}); }

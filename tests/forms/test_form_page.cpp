@@ -133,7 +133,7 @@ private slots:
             return texts;
         };
         chooseName(page.part<QPushButton>(), "sst26?f016ba");
-        QCOMPARE(warnings(), QStringList(langText(524)));
+        QCOMPARE(warnings(), QStringList(langText(460)));
         chooseName(page.part<QPushButton>(), "attiny13a");
         QCOMPARE(warnings(), QStringList());
         appData().CmdDelCmdDev = true;

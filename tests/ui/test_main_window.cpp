@@ -267,7 +267,7 @@ void TestMainWindow::languageAndHelp()
     QFile::remove(manual);
     bench.boxes.clear();
     QVERIFY(bench.play("Help"));
-    QCOMPARE(bench.boxes, QStringList{langText(590).arg(manual)});
+    QCOMPARE(bench.boxes, QStringList{langText(482).arg(manual)});
     QVERIFY(QFile::copy(VM_DATA_DIR "/manual.html", manual));
     QVERIFY(bench.play("Help, Help, @One, PrjOpenFolder, PrjListOpenFolder"));
     const auto pages = bench.window().findChildren<TDialogManual*>();

@@ -25,11 +25,11 @@ const Flag flags[] = {
     {"locked",
      "Blocks are locked after power-up: write 00 to the status register before erasing or programming."},
     {"locked98",
-     "Blocks are locked after power-up, and the program does not send the command that frees them, 98.", 524},
+     "Blocks are locked after power-up, and the program does not send the command that frees them, 98.", 460},
     {"ewsr",
      "Blocks are locked after power-up, and the write of the status register that frees them needs command "
      "50 before it, in place of 06.",
-     525},
+     461},
 };
 
 /// Bytes of the status registers: what the table says, else all that the commands know.
