@@ -3,6 +3,8 @@
 #include <QHash>
 #include <QSet>
 
+#include <cctype>
+
 namespace {
 
 enum class Kind { Blank, Group, Setting, Broken };
@@ -101,9 +103,7 @@ private:
                 inQuotes = !inQuotes;
             else if (c == '=' && equals < 0 && !inQuotes)
                 equals = pos;
-            else if (isBreak(c) && !(inQuotes && spans))
-                return pos;
-            else if (c == ';' && !inQuotes)
+            else if (isBreak(c) ? !(inQuotes && spans) : c == ';' && !inQuotes)
                 return pos;
             else if (c == '\\')
                 pos = behindEscape(pos);

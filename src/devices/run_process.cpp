@@ -110,7 +110,7 @@ TProcessEnd runCommandLine(const QString& line, int ms, const TProcessStop& stop
     process->start(program, arguments, QIODevice::ReadWrite);
     bool wasStopped = false;
     if (waitForEnd(*process, ms, stop, wasStopped)) {
-        const TProcessEnd end = wasStopped ? TProcessEnd{Kind::Stopped, 0, {}} : endOf(*process);
+        TProcessEnd end = wasStopped ? TProcessEnd{Kind::Stopped, 0, {}} : endOf(*process);
         delete process;
         return end;
     }
