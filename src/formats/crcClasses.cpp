@@ -2,7 +2,7 @@
 
 // The parameters and tables are constants that the compiler has worked out: nothing runs at start.
 
-#define CRC_ALGORITHM(Class, width, poly, init, refIn, refOut, xorOut, check, ...)                                  \
+#define CRC_ALGORITHM(Class, width, poly, init, refIn, refOut, xorOut, check, ...)                           \
     namespace Class##_data                                                                                   \
     {                                                                                                        \
         constexpr TCrcParams params = {width, poly, init, refIn, refOut, xorOut};                            \

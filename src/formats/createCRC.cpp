@@ -24,7 +24,8 @@ template <class Class> ICRC* make()
 }
 
 constexpr TEntry registry[] = {
-#define CRC_ALGORITHM(Class, width, poly, init, refIn, refOut, xorOut, check, ...) {{__VA_ARGS__}, make<Class>},
+#define CRC_ALGORITHM(Class, width, poly, init, refIn, refOut, xorOut, check, ...)                           \
+    {{__VA_ARGS__}, make<Class>},
 #include "formats/crcAlgorithms.def"
 #undef CRC_ALGORITHM
     {{"CRC-82/DARC"}, make<TCRC_82_DARC>},

@@ -18,7 +18,7 @@ constexpr quint8 errorReply = 0xFF;
 constexpr int headerSize = 4;
 constexpr int checksumSize = 1;
 constexpr int lengthLimit = 0xFFFF;
-constexpr int longestFrame = headerSize + lengthLimit + checksumSize;
+constexpr qint64 longestFrame = headerSize + lengthLimit + checksumSize;
 /// Of the slowest setting: start, 8 data bits, parity, two stop bits.
 constexpr qint64 bitsPerByte = 12;
 

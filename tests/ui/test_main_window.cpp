@@ -384,6 +384,9 @@ void TestMainWindow::closeDuringRun()
         WindowBench bench;
         const QString script = bench.dir().write("script", "#!/bin/sh\nsleep 0.5\n");
         QFile::setPermissions(script, QFile::ReadOwner | QFile::ExeOwner);
+        // Nobody answers at that port; the silence shall cost no seconds.
+        bench.dir().write("progs/simulator.cfg",
+                          bench.dir().read("progs/simulator.cfg").replace("TimeOut=10000", "TimeOut=400"));
         bench.openWith("A: " + QString(commands).replace("%1", script) + "; B: pause");
         bench.play("ExecCfg1");
         QTest::qWait(30);
