@@ -48,7 +48,7 @@ void markInactive(QAbstractItemView* view)
     view->setStyleSheet(qobject_cast<QTreeView*>(view)
                             ? QStringLiteral("QTreeView:item:selected:!active { background: #A0A0A0; }")
                             : QStringLiteral("QTableWidget:item:selected:!active { background: #A0A0A0; }"));
-    QPalette palette = view->palette();
+    QPalette palette; // all other roles go on following the desktop
     palette.setColor(QPalette::Inactive, QPalette::HighlightedText, Qt::black);
     view->setPalette(palette);
 }

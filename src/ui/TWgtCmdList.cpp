@@ -159,8 +159,10 @@ void TWgtCmdList::showEvent(QShowEvent* event)
 void TWgtCmdList::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange)
-        reloadColors();
+    if (event->type() != QEvent::PaletteChange)
+        return;
+    markInactive(m_table); // a view with a style sheet does not follow by itself
+    reloadColors();
 }
 
 /// The space bar checks the current row from any of its cells, not from the one with the box only.

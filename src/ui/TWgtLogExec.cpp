@@ -64,7 +64,7 @@ void TWgtLogExec::reloadColors()
     m_colors.clear();
     for (const auto setting : colorSettings)
         m_colors.append(shownColor(setting, back));
-    QPalette colors = m_edit->palette();
+    QPalette colors; // all other roles go on following the desktop
     colors.setColor(QPalette::Base, back);
     m_edit->setPalette(colors);
     if (m_colors == before)

@@ -54,7 +54,7 @@ execute cfg=-1 | | wrong
 set_prog prog=bench | bench: /dev/tty%2, Model | valid
 set_prog prog=bench alt_enabled=true alt_port=other | bench: other, Model | valid
 set_prog prog=unknown | unknown | wrong
-auto_detect name=%2 execute=0 stop=1 | %2: Jamp, Stop | wrong
+auto_detect name=%2 execute=0 stop=1 | %2: Jamp, T589 | wrong
 set_io state=HILIL | HIL | valid
 set_freq freq=1500000 duty_cycle=50 | 1.5 MHz | valid
 set_vcc vcc=3.26 | 3.3 V | valid

@@ -62,9 +62,9 @@ private slots:
         const QPalette usual = QApplication::palette();
         QApplication::setPalette(QPalette(QColor(50, 50, 50), QColor(35, 35, 35)));
         const QImage image =
-            m_list->table()->viewport()->grab(m_list->table()->visualItemRect(cell(0, 0))).toImage();
+            m_list->table()->viewport()->grab(m_list->table()->visualItemRect(cell(1, 0))).toImage();
         QApplication::setPalette(usual);
-        QCOMPARE(cell(0, 0)->background().color(), appData().CmdColorSetProg);
+        QCOMPARE(cell(1, 0)->background().color(), appData().CmdColorSetDevice);
         int dark = 255;
         int light = 0;
         const QPoint centre = image.rect().center();
@@ -79,6 +79,7 @@ private slots:
     void dragsTheNames()
     {
         QTableWidget* table = m_list->table();
+        m_list->resize(900, 200);
         QSignalSpy selected(m_list.get(), &TWgtCmdList::signalSelectCmd);
         const int before = table->columnWidth(1);
         const auto edge = [&] { return QPoint(table->columnViewportPosition(2), 30); };
