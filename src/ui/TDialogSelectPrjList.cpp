@@ -19,6 +19,8 @@
 
 namespace {
 
+constexpr int leastLetters = 36; // of a name and its file, to be seen
+
 const QLatin1String suffix("lst");
 
 enum Column { ColumnName, ColumnFile };
@@ -93,6 +95,7 @@ TDialogSelectPrjList::TDialogSelectPrjList(const QString& file, QWidget* parent)
 {
     setWindowTitle(langText(153));
     setMinimumSize(560, 300);
+    m_table->setMinimumWidth(m_table->fontMetrics().averageCharWidth() * leastLetters);
     makeActions();
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(5, 5, 5, 0);
