@@ -270,7 +270,7 @@ private slots:
         // Somebody else saves the project during the run.
         m_dir.write("projects/theirs", "{}");
         write({{"C",
-                {"counter value=0 limit=5 delta=1", "process file=cp projects/theirs projects/test.prj"}}});
+                {"counter value=0|limit=5|delta=1", "process file=cp projects/theirs projects/test.prj"}}});
         QCOMPARE(start({"run", "--save", "test.prj"}), 1);
         QCOMPARE(m_dir.read("projects/test.prj"), QByteArray("{}"));
         QVERIFY2(m_error.contains("test.prj"), m_error.constData());

@@ -218,7 +218,7 @@ private slots:
     void shippedHotKeys()
     {
         const TSettings settings(QStringLiteral(VM_DATA_DIR "/velmarkion.hk"));
-        QCOMPARE(settings.allKeys().size(), 55 + 9 + 3 * 5);
+        QCOMPARE(settings.allKeys().size(), 56 + 9 + 3 * 5);
         QCOMPARE(settings.childGroups().size(), 5);
         QSet<QString> used;
         for (const QString& key : settings.allKeys()) {

@@ -67,7 +67,7 @@ private slots:
         const QString rows[][4] = {{"CRC32", "bad.hex", "", ""},
                                    {"CRC32", "none", "T417 ", ""},
                                    {"CRC-8", "bad.hex",
-                                    "T456 T420 %1 " + m_bench.dir().file("bad.hex") + " 3",
+                                    "T444 T420 %1 " + m_bench.dir().file("bad.hex") + " 3",
                                     resultOf("CRC-8", "ab")}};
         for (const auto& row : rows) {
             const BenchRun outcome = run(row[0], "hex", 0, 100, {}, row[1]);

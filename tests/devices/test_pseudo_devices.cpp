@@ -54,7 +54,7 @@ execute cfg=-1 | | wrong
 set_prog prog=bench | bench: /dev/tty%2, Model | valid
 set_prog prog=bench alt_enabled=true alt_port=other | bench: other, Model | valid
 set_prog prog=unknown | unknown | wrong
-auto_detect name=%2 execute=0 stop=1 | %2: Jamp, T589 | wrong
+auto_detect name=%2 execute=0 stop=1 | %2: Jamp, T481 | wrong
 set_io state=HILIL | HIL | valid
 set_freq freq=1500000 duty_cycle=50 | 1.5 MHz | valid
 set_vcc vcc=3.26 | 3.3 V | valid
@@ -376,8 +376,8 @@ private slots:
     void process_data()
     {
         // The command line | how it is told; nothing for a good end.
-        textRows("sh -c \"pwd > out\" |\n/no/such/program -x | T502\nsh -c \"exit 3\" | T503\n~~ | T502\n"
-                 "sh -c \"kill -9 $$\" | T504\ncat |\n"
+        textRows("sh -c \"pwd > out\" |\n/no/such/program -x | T453\nsh -c \"exit 3\" | T454\n~~ | T453\n"
+                 "sh -c \"kill -9 $$\" | T455\ncat |\n"
                  "sh -c \"head -c 3000000 /dev/zero; head -c 3000000 /dev/zero >&2\" |",
                  {"line", "told"});
     }

@@ -178,8 +178,8 @@ private slots:
         auto* table = page.part<QTableWidget>();
         QCOMPARE(table->item(0, 0)->text() + table->item(0, 1)->text(), QString("AlphaFirst"));
         choose(page.part<QComboBox>(0), "Execute");
-        choose(page.part<QComboBox>(1), "T588");
-        QCOMPARE(page.row(1), QString("auto_detect Flash: Execute, T588"));
+        choose(page.part<QComboBox>(1), "T480");
+        QCOMPARE(page.row(1), QString("auto_detect Flash: Execute, T480"));
 
         // What is not known stays, and says what it is.
         QCOMPARE(table->item(1, 0)->text(), QString("? (77)"));
@@ -203,7 +203,7 @@ private slots:
         }
         QCOMPARE(route(), "B2" + second + '|' + first);
         chooseName(page.part<QPushButton>(), "Other");
-        QCOMPARE(page.row(1), QString("auto_detect Other: Execute, T588"));
+        QCOMPARE(page.row(1), QString("auto_detect Other: Execute, T480"));
         QCOMPARE(route() + QString::number(page.part<QTableWidget>()->rowCount()), QString("0"));
     }
 
