@@ -1,7 +1,7 @@
-#include "core/TAppData.h"
-#include "core/globals.h"
+#include "app/globals.h"
 #include "measure.h"
-#include "ui/TDialogSelectDevice.h"
+#include "settings/TAppData.h"
+#include "ui/dialogs/TDialogSelectDevice.h"
 
 #include <QApplication>
 #include <QKeyEvent>

@@ -1,10 +1,10 @@
 // Each form of checksum over 64 MiB against a bare loop of the same form, and the command Calc CRC over a
 // file against the checksum alone. zlib's crc32 stands beside them for comparison.
 
-#include "core/keys.h"
-#include "devices/CalcCrc.h"
-#include "formats/ICRC.h"
-#include "formats/createCRC.h"
+#include "base/keys.h"
+#include "devices/tools/CalcCrc.h"
+#include "formats/crc/ICRC.h"
+#include "formats/crc/createCRC.h"
 #include "measure.h"
 
 #include <QFile>

@@ -4,7 +4,7 @@
 // else on the machine lengthens that. The two take short turns; the least of each counts.
 
 #include "bare_line.h"
-#include "link/TSerialPort.h"
+#include "link/wire/TSerialPort.h"
 
 #include <QCoreApplication>
 

@@ -1,7 +1,7 @@
 // Data files of 16 MiB through TFormat, in pieces as the device commands use them, against objcopy and cp
 // on the same data.
 
-#include "formats/TFormat.h"
+#include "formats/data/TFormat.h"
 #include "measure.h"
 
 #include <QFile>

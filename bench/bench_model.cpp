@@ -4,12 +4,12 @@
 // is this process's own work, the least of many rounds; a round does ten small projects and one large one, so
 // that both take about as long and whatever else the machine does meets both.
 
-#include "core/TAppData.h"
-#include "core/TCtrlProject.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/keys.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "core/files/TCtrlProject.h"
+#include "core/model/TDataPrj.h"
 #include "measure.h"
+#include "settings/TAppData.h"
 
 #include <QCoreApplication>
 #include <QTemporaryDir>

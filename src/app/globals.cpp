@@ -1,10 +1,10 @@
-#include "core/globals.h"
+#include "app/globals.h"
 
-#include "core/TAppData.h"
-#include "core/TCmdCode.h"
-#include "core/TDataPrj.h"
-#include "core/TLang.h"
+#include "base/TCmdCode.h"
+#include "base/TLang.h"
+#include "core/model/TDataPrj.h"
 #include "devices/TDeviceList.h"
+#include "settings/TAppData.h"
 
 // Objects of one translation unit are built in the order in which they stand here; across units there
 // would be no order. Nothing with a window-system handle, a timer or a thread may be a member of them.

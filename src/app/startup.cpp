@@ -1,10 +1,10 @@
-#include "core/startup.h"
+#include "app/startup.h"
 
-#include "core/TAppData.h"
-#include "core/TLang.h"
-#include "core/globals.h"
-#include "core/helpers.h"
-#include "core/types.h"
+#include "app/globals.h"
+#include "base/TLang.h"
+#include "base/helpers.h"
+#include "base/types.h"
+#include "settings/TAppData.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,6 +1,6 @@
-#include "core/TCmdCode.h"
+#include "base/TCmdCode.h"
 
-#include "core/keys.h"
+#include "base/keys.h"
 
 #include <algorithm>
 

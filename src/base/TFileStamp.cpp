@@ -1,4 +1,4 @@
-#include "core/TFileStamp.h"
+#include "base/TFileStamp.h"
 
 #include <QCryptographicHash>
 #include <QFile>

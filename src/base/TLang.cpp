@@ -1,4 +1,4 @@
-#include "core/TLang.h"
+#include "base/TLang.h"
 
 #include <QFile>
 #include <QTextStream>

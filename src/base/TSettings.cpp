@@ -1,6 +1,6 @@
-#include "core/TSettings.h"
+#include "base/TSettings.h"
 
-#include "core/ini_text.h"
+#include "base/ini_text.h"
 
 #include <QFile>
 

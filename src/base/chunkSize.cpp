@@ -1,4 +1,4 @@
-#include "formats/chunkSize.h"
+#include "base/chunkSize.h"
 
 qint64 chunkSize(qint64 addr, qint64 addr_last, qint64 block)
 {

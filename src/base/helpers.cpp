@@ -1,4 +1,4 @@
-#include "core/helpers.h"
+#include "base/helpers.h"
 
 #include <QCoreApplication>
 #include <QDateTime>

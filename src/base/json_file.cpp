@@ -1,7 +1,7 @@
-#include "core/json_file.h"
+#include "base/json_file.h"
 
-#include "core/helpers.h"
-#include "core/platform.h"
+#include "base/helpers.h"
+#include "base/platform.h"
 
 #include <QFile>
 #include <QJsonArray>

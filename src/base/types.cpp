@@ -1,4 +1,4 @@
-#include "core/types.h"
+#include "base/types.h"
 
 bool isFlagSet(const QVariant& value)
 {

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/types.h"
 #include "console/TProgressLine.h"
-#include "core/types.h"
 
 #include <QSet>
 #include <QString>

@@ -1,11 +1,11 @@
 #include "console/TRunSession.h"
 
+#include "app/globals.h"
 #include "console/print.h"
-#include "core/TAppData.h"
-#include "core/TCtrlProject.h"
-#include "core/TDataCfg.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
+#include "core/files/TCtrlProject.h"
+#include "core/model/TDataCfg.h"
+#include "core/model/TDataPrj.h"
+#include "settings/TAppData.h"
 
 #include <QCoreApplication>
 

@@ -1,15 +1,15 @@
 #include "console/check.h"
 
+#include "app/globals.h"
+#include "base/TCmdCode.h"
+#include "base/keys.h"
 #include "console/print.h"
-#include "core/IDevice.h"
-#include "core/TCmdCode.h"
-#include "core/TCtrlProject.h"
-#include "core/TDataCfg.h"
-#include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/keys.h"
-#include "devices/deviceWarnings.h"
+#include "core/files/TCtrlProject.h"
+#include "core/model/IDevice.h"
+#include "core/model/TDataCfg.h"
+#include "core/model/TDataCmd.h"
+#include "core/model/TDataPrj.h"
+#include "devices/shared/deviceWarnings.h"
 
 #include <QHash>
 

@@ -1,13 +1,13 @@
 #include "console/console.h"
 
+#include "app/startup.h"
+#include "base/helpers.h"
 #include "console/TArguments.h"
 #include "console/TRunSession.h"
 #include "console/check.h"
 #include "console/lint.h"
 #include "console/list.h"
 #include "console/print.h"
-#include "core/helpers.h"
-#include "core/startup.h"
 
 #include <QCoreApplication>
 #include <QTextCodec>

@@ -1,9 +1,9 @@
 #include "console/lint.h"
 
+#include "app/globals.h"
 #include "console/print.h"
-#include "core/TAppData.h"
-#include "core/globals.h"
 #include "devices/lint/TLintFolder.h"
+#include "settings/TAppData.h"
 
 int lintFolder(const QString& folder)
 {

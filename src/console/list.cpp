@@ -1,13 +1,13 @@
 #include "console/list.h"
 
+#include "app/globals.h"
+#include "base/keys.h"
 #include "console/print.h"
-#include "core/TAppData.h"
-#include "core/globals.h"
-#include "core/keys.h"
 #include "devices/TDeviceList.h"
-#include "formats/createCRC.h"
-#include "link/AutoList.h"
-#include "link/line_rules.h"
+#include "formats/crc/createCRC.h"
+#include "link/lists/AutoList.h"
+#include "link/lists/line_rules.h"
+#include "settings/TAppData.h"
 
 #include <QSerialPortInfo>
 

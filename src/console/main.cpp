@@ -1,5 +1,5 @@
 #include "console/console.h"
-#include "ui/start_window.h"
+#include "ui/main/start_window.h"
 
 #include <cstring>
 

@@ -1,13 +1,13 @@
 #include "devices/TDeviceList.h"
 
-#include "core/IDevice.h"
-#include "core/keys.h"
-#include "devices/TDev24.h"
-#include "devices/TDev25.h"
-#include "devices/TDevAVR8.h"
-#include "devices/TDevProg.h"
-#include "devices/TDevTools.h"
-#include "link/line_rules.h"
+#include "base/keys.h"
+#include "core/model/IDevice.h"
+#include "devices/avr/TDevAVR8.h"
+#include "devices/flash/TDev25.h"
+#include "devices/i2c/TDev24.h"
+#include "devices/prog/TDevProg.h"
+#include "devices/tools/TDevTools.h"
+#include "link/lists/line_rules.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/IDeviceCatalogue.h"
-#include "core/types.h"
+#include "base/types.h"
+#include "core/model/IDeviceCatalogue.h"
 
 #include <QHash>
 #include <QStringList>

@@ -1,13 +1,13 @@
 #include "exec/TExec.h"
 
-#include "core/IDevice.h"
-#include "core/TCmdCode.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/keys.h"
-#include "devices/IDeviceExec.h"
-#include "devices/prog_link.h"
-#include "link/TSerialPort.h"
+#include "app/globals.h"
+#include "base/TCmdCode.h"
+#include "base/keys.h"
+#include "core/model/IDevice.h"
+#include "core/model/TDataPrj.h"
+#include "devices/prog/prog_link.h"
+#include "devices/shared/IDeviceExec.h"
+#include "link/wire/TSerialPort.h"
 
 #include <QCoreApplication>
 

@@ -1,7 +1,7 @@
 #include "exec/TLogText.h"
 
-#include "core/TAppData.h"
-#include "core/globals.h"
+#include "app/globals.h"
+#include "settings/TAppData.h"
 
 #include <QTime>
 

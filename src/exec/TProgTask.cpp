@@ -1,14 +1,14 @@
 #include "exec/TProgTask.h"
 
-#include "core/IDevice.h"
-#include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/keys.h"
-#include "devices/TDevToolsExec.h"
-#include "devices/prog_link.h"
-#include "link/TProg.h"
-#include "link/TSerialPort.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "core/model/IDevice.h"
+#include "core/model/TDataCmd.h"
+#include "core/model/TDataPrj.h"
+#include "devices/prog/prog_link.h"
+#include "devices/tools/TDevToolsExec.h"
+#include "link/lists/TProg.h"
+#include "link/wire/TSerialPort.h"
 
 TProgTask::TProgTask(int id_cmd)
     : m_idCmd(id_cmd)

@@ -1,7 +1,7 @@
 #include "exec/TRunControl.h"
 
-#include "core/TDataPrj.h"
-#include "core/globals.h"
+#include "app/globals.h"
+#include "core/model/TDataPrj.h"
 #include "exec/IRunView.h"
 #include "exec/TExec.h"
 

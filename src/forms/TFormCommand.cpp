@@ -1,6 +1,6 @@
 #include "forms/TFormCommand.h"
 
-#include "core/keys.h"
+#include "base/keys.h"
 
 #include <QFormLayout>
 #include <QLabel>

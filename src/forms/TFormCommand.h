@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/types.h"
-#include "forms/TWgtEditBase.h"
+#include "base/types.h"
+#include "forms/edits/TWgtEditBase.h"
 
 #include <QFrame>
 #include <QStringList>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/IFormFactory.h"
+#include "core/model/IFormFactory.h"
 
 /// Makes the forms of all commands: those of a chip family as the family describes them, those of the
 /// programmer and of the tools by the command's word. Main thread.

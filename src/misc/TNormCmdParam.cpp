@@ -1,15 +1,15 @@
 #include "misc/TNormCmdParam.h"
 
-#include "core/IDevice.h"
-#include "core/IFormFactory.h"
-#include "core/TAppData.h"
-#include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/helpers.h"
-#include "core/keys.h"
-#include "formats/TFormat.h"
-#include "link/TProg.h"
+#include "app/globals.h"
+#include "base/helpers.h"
+#include "base/keys.h"
+#include "core/model/IDevice.h"
+#include "core/model/IFormFactory.h"
+#include "core/model/TDataCmd.h"
+#include "core/model/TDataPrj.h"
+#include "formats/data/TFormat.h"
+#include "link/lists/TProg.h"
+#include "settings/TAppData.h"
 
 #include <QRegularExpression>
 

@@ -1,12 +1,12 @@
 #include "misc/dev_misc.h"
 
-#include "core/IDevice.h"
-#include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/helpers.h"
-#include "core/keys.h"
-#include "link/TProg.h"
+#include "app/globals.h"
+#include "base/helpers.h"
+#include "base/keys.h"
+#include "core/model/IDevice.h"
+#include "core/model/TDataCmd.h"
+#include "core/model/TDataPrj.h"
+#include "link/lists/TProg.h"
 #include "misc/TNormCmdParam.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/types.h"
+#include "base/types.h"
 
 // Parameter readers of the executors. They take a command's data; addr_last is inclusive.
 

@@ -1,10 +1,10 @@
-#include "core/TAppData.h"
+#include "settings/TAppData.h"
 
-#include "core/TSettings.h"
-#include "core/helpers.h"
-#include "core/ini_text.h"
-#include "core/json_file.h"
-#include "core/settingsRows.h"
+#include "base/TSettings.h"
+#include "base/helpers.h"
+#include "base/ini_text.h"
+#include "base/json_file.h"
+#include "settings/settingsRows.h"
 
 #include <QFileInfo>
 #include <QMap>

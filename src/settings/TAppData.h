@@ -1,8 +1,8 @@
 #pragma once
 
-#include "core/types.h"
-#include "link/TProgName.h"
-#include "link/TProgType.h"
+#include "base/types.h"
+#include "link/lists/TProgName.h"
+#include "link/lists/TProgType.h"
 
 #include <QColor>
 #include <QString>

@@ -1,4 +1,4 @@
-#include "core/settingsRows.h"
+#include "settings/settingsRows.h"
 
 // NOLINTNEXTLINE(readability-function-size): a table, not a course of steps
 const std::vector<SettingsRow>& settingsRows()

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TAppData.h"
+#include "settings/TAppData.h"
 
 #include <variant>
 #include <vector>

@@ -1,7 +1,7 @@
 #include "ui/TDialogBase.h"
 
-#include "core/TAppData.h"
-#include "core/globals.h"
+#include "app/globals.h"
+#include "settings/TAppData.h"
 #include "ui/window_helpers.h"
 
 #include <QLayout>

@@ -1,9 +1,9 @@
 #include "ui/dialog_parts.h"
 
-#include "core/TSettings.h"
-#include "core/globals.h"
-#include "core/helpers.h"
-#include "forms/colors.h"
+#include "app/globals.h"
+#include "base/TSettings.h"
+#include "base/helpers.h"
+#include "forms/edits/colors.h"
 
 #include <QAction>
 #include <QDialog>

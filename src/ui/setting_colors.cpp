@@ -1,8 +1,8 @@
 #include "ui/setting_colors.h"
 
-#include "core/TAppData.h"
-#include "core/globals.h"
-#include "forms/colors.h"
+#include "app/globals.h"
+#include "forms/edits/colors.h"
+#include "settings/TAppData.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,9 +1,9 @@
 #include "ui/window_helpers.h"
 
-#include "core/TAppData.h"
-#include "core/globals.h"
-#include "core/helpers.h"
-#include "core/platform.h"
+#include "app/globals.h"
+#include "base/helpers.h"
+#include "base/platform.h"
+#include "settings/TAppData.h"
 
 #include <QApplication>
 #include <QFontInfo>

@@ -1,12 +1,12 @@
+#include "app/globals.h"
+#include "base/TLang.h"
 #include "console/TArguments.h"
 #include "console/TPauseInput.h"
 #include "console/TProgressLine.h"
 #include "console/TRunOutput.h"
 #include "console/print.h"
-#include "core/TAppData.h"
-#include "core/TLang.h"
-#include "core/globals.h"
 #include "exec/TLogText.h"
+#include "settings/TAppData.h"
 #include "support/tables.h"
 
 #include <unistd.h>

@@ -1,6 +1,6 @@
-#include "core/TCmdCode.h"
-#include "core/TLang.h"
-#include "core/helpers.h"
+#include "base/TCmdCode.h"
+#include "base/TLang.h"
+#include "base/helpers.h"
 #include "support/TestDir.h"
 #include "support/tables.h"
 

@@ -1,7 +1,7 @@
-#include "core/TAppData.h"
-#include "core/TSettings.h"
-#include "core/helpers.h"
-#include "core/settingsRows.h"
+#include "base/TSettings.h"
+#include "base/helpers.h"
+#include "settings/TAppData.h"
+#include "settings/settingsRows.h"
 #include "support/tables.h"
 
 #include <QDir>

@@ -1,9 +1,9 @@
 #include "DeviceBench.h"
 
-#include "devices/TDev24.h"
-#include "devices/TDev25.h"
-#include "devices/TDev93C.h"
-#include "devices/TDevAVR8.h"
+#include "devices/avr/TDevAVR8.h"
+#include "devices/flash/TDev25.h"
+#include "devices/i2c/TDev24.h"
+#include "devices/microwire/TDev93C.h"
 #include "support/ScriptedPeer.h"
 
 namespace {

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/keys.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "core/model/TDataCmd.h"
+#include "core/model/TDataPrj.h"
 #include "support/BenchProject.h"
 
 /// A project with a chip of one of the families, and its commands run on a line of their own: the other end

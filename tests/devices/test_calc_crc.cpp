@@ -1,9 +1,9 @@
-#include "core/keys.h"
-#include "devices/IDeviceExec.h"
-#include "formats/ICRC.h"
-#include "formats/createCRC.h"
+#include "base/keys.h"
+#include "devices/shared/IDeviceExec.h"
+#include "formats/crc/ICRC.h"
+#include "formats/crc/createCRC.h"
 #include "formats/hexkit.h"
-#include "link/TSerialPort.h"
+#include "link/wire/TSerialPort.h"
 #include "support/BenchProject.h"
 
 #include <limits>

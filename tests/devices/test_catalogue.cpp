@@ -1,8 +1,8 @@
-#include "core/TAppData.h"
-#include "core/globals.h"
-#include "core/keys.h"
+#include "app/globals.h"
+#include "base/keys.h"
 #include "devices/TDeviceList.h"
-#include "link/AutoList.h"
+#include "link/lists/AutoList.h"
+#include "settings/TAppData.h"
 #include "support/BenchProject.h"
 
 #include <QtTest>

@@ -1,13 +1,13 @@
-#include "core/TAppData.h"
-#include "core/TCtrlProject.h"
-#include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/helpers.h"
-#include "core/keys.h"
+#include "app/globals.h"
+#include "base/helpers.h"
+#include "base/keys.h"
+#include "core/files/TCtrlProject.h"
+#include "core/model/TDataCmd.h"
+#include "core/model/TDataPrj.h"
 #include "devices/TDeviceList.h"
 #include "devices/lint/TLintFolder.h"
-#include "link/TProg.h"
+#include "link/lists/TProg.h"
+#include "settings/TAppData.h"
 
 #include <QtTest>
 

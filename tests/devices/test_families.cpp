@@ -1,9 +1,9 @@
 // The chip families: every frame byte by byte, every refusal, and what the catalogue says of a command.
 
 #include "DeviceBench.h"
-#include "devices/IDeviceExec.h"
-#include "devices/TDev25.h"
-#include "link/TSerialPort.h"
+#include "devices/flash/TDev25.h"
+#include "devices/shared/IDeviceExec.h"
+#include "link/wire/TSerialPort.h"
 #include "support/tables.h"
 
 namespace {

@@ -2,7 +2,7 @@
 // reported, stopped and kept inside the chip.
 
 #include "DeviceBench.h"
-#include "devices/IDeviceExec.h"
+#include "devices/shared/IDeviceExec.h"
 #include "formats/hexkit.h"
 #include "support/tables.h"
 

@@ -1,7 +1,7 @@
 #include "exec/RunBench.h"
 
-#include "core/TLang.h"
-#include "core/keys.h"
+#include "base/TLang.h"
+#include "base/keys.h"
 #include "devices/TDeviceList.h"
 #include "support/BenchProject.h"
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "core/TAppData.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
+#include "app/globals.h"
+#include "core/model/TDataPrj.h"
 #include "exec/IRunView.h"
 #include "exec/TRunControl.h"
+#include "settings/TAppData.h"
 #include "support/TestDir.h"
 
 #include <qtestsupport_core.h>

@@ -1,7 +1,7 @@
-#include "core/keys.h"
+#include "base/keys.h"
 #include "devices/TDeviceList.h"
 #include "exec/RunBench.h"
-#include "link/line_rules.h"
+#include "link/lists/line_rules.h"
 #include "support/SimProcess.h"
 
 #include <QtTest>

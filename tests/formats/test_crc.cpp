@@ -1,6 +1,6 @@
-#include "formats/ICRC.h"
-#include "formats/crcTable.h"
-#include "formats/createCRC.h"
+#include "formats/crc/ICRC.h"
+#include "formats/crc/crcTable.h"
+#include "formats/crc/createCRC.h"
 #include "support/tables.h"
 
 #include <memory>
@@ -21,7 +21,7 @@ QVector<TRow> catalogue()
     return {
 #define CRC_ALGORITHM(Class, width, poly, init, refIn, refOut, xorOut, check, ...)                           \
     {{width, poly, init, refIn, refOut, xorOut}, check, {__VA_ARGS__}},
-#include "formats/crcAlgorithms.def"
+#include "formats/crc/crcAlgorithms.def"
     };
 }
 

@@ -1,7 +1,7 @@
-#include "core/TAppData.h"
-#include "formats/TFormat.h"
-#include "formats/chunkSize.h"
+#include "base/chunkSize.h"
+#include "formats/data/TFormat.h"
 #include "hexkit.h"
+#include "settings/TAppData.h"
 #include "support/numberedTexts.h"
 
 #include <csignal>

@@ -1,13 +1,13 @@
 #include "forms/FormBench.h"
 
-#include "core/IDevice.h"
-#include "core/TAppData.h"
-#include "core/TCtrlProject.h"
-#include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/keys.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "core/files/TCtrlProject.h"
+#include "core/model/IDevice.h"
+#include "core/model/TDataCmd.h"
+#include "core/model/TDataPrj.h"
 #include "devices/TDeviceList.h"
+#include "settings/TAppData.h"
 
 #include <QCheckBox>
 #include <QPushButton>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "forms/TFormFactory.h"
-#include "forms/TWgtEditBase.h"
+#include "forms/edits/TWgtEditBase.h"
 #include "support/BenchProject.h"
 #include "support/tables.h"
 

@@ -1,12 +1,12 @@
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/keys.h"
-#include "devices/TDev93C.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "core/model/TDataPrj.h"
+#include "devices/microwire/TDev93C.h"
 #include "forms/FormBench.h"
 #include "forms/TFormCommand.h"
-#include "forms/TFormDevEraseBlocks.h"
-#include "forms/TPortBox.h"
-#include "forms/TWgtEditFileName.h"
+#include "forms/chip/TFormDevEraseBlocks.h"
+#include "forms/edits/TPortBox.h"
+#include "forms/edits/TWgtEditFileName.h"
 
 #include <QtWidgets>
 

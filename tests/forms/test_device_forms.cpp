@@ -1,12 +1,12 @@
-#include "core/IDevice.h"
-#include "core/TAppData.h"
-#include "core/globals.h"
-#include "core/helpers.h"
-#include "core/keys.h"
+#include "app/globals.h"
+#include "base/helpers.h"
+#include "base/keys.h"
+#include "core/model/IDevice.h"
 #include "devices/TDeviceList.h"
-#include "devices/form_items.h"
+#include "devices/shared/form_items.h"
 #include "forms/FormBench.h"
-#include "forms/TFormDevCfg.h"
+#include "forms/generated/TFormDevCfg.h"
+#include "settings/TAppData.h"
 
 #include <QtWidgets>
 

@@ -1,11 +1,11 @@
-#include "core/TAppData.h"
-#include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
+#include "app/globals.h"
+#include "core/model/TDataCmd.h"
+#include "core/model/TDataPrj.h"
 #include "forms/FormBench.h"
-#include "ui/TFormHost.h"
-#include "ui/TWgtCmdList.h"
-#include "ui/TWgtPrj.h"
+#include "settings/TAppData.h"
+#include "ui/main/TFormHost.h"
+#include "ui/panels/TWgtCmdList.h"
+#include "ui/panels/TWgtPrj.h"
 
 #include <QtWidgets>
 

@@ -1,5 +1,5 @@
-#include "core/helpers.h"
-#include "link/TProg.h"
+#include "base/helpers.h"
+#include "link/lists/TProg.h"
 #include "support/TestDir.h"
 #include "support/tables.h"
 

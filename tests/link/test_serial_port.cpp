@@ -1,4 +1,4 @@
-#include "link/TSerialPort.h"
+#include "link/wire/TSerialPort.h"
 #include "support/ScriptedPeer.h"
 #include "support/SimProcess.h"
 #include "support/TestDir.h"

@@ -1,5 +1,5 @@
-#include "core/globals.h"
-#include "core/keys.h"
+#include "app/globals.h"
+#include "base/keys.h"
 #include "misc/TNormCmdParam.h"
 #include "misc/dev_misc.h"
 #include "support/BenchProject.h"

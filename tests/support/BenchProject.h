@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/IDeviceCatalogue.h"
-#include "devices/TDevTools.h"
+#include "core/model/IDeviceCatalogue.h"
+#include "devices/tools/TDevTools.h"
 #include "support/TestDir.h"
 
 #include <functional>

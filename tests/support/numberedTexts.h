@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/TLang.h"
-#include "core/globals.h"
+#include "app/globals.h"
+#include "base/TLang.h"
 #include "support/TestDir.h"
 
 /// A language table in which every entry is its number behind the prefix, "@424"; those in withPlace

@@ -1,15 +1,15 @@
 #include "ui/WindowBench.h"
 
-#include "core/IDevice.h"
-#include "core/IFormFactory.h"
-#include "core/TSettings.h"
-#include "core/helpers.h"
-#include "core/settingsRows.h"
-#include "core/startup.h"
+#include "app/startup.h"
+#include "base/TSettings.h"
+#include "base/helpers.h"
+#include "core/model/IDevice.h"
+#include "core/model/IFormFactory.h"
 #include "forms/TFormFactory.h"
+#include "settings/settingsRows.h"
 #include "ui/TButtonAction.h"
-#include "ui/TFormHost.h"
-#include "ui/TWgtLogExec.h"
+#include "ui/main/TFormHost.h"
+#include "ui/panels/TWgtLogExec.h"
 
 #include <QFileDialog>
 #include <QJsonDocument>

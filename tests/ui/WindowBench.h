@@ -1,17 +1,17 @@
 #pragma once
 
-#include "core/TAppData.h"
-#include "core/TDataCfg.h"
-#include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/keys.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "core/model/TDataCfg.h"
+#include "core/model/TDataCmd.h"
+#include "core/model/TDataPrj.h"
+#include "settings/TAppData.h"
 #include "support/TestDir.h"
 #include "support/tables.h"
-#include "ui/TMainWindow.h"
-#include "ui/TTreeWidget.h"
-#include "ui/TWgtCmdList.h"
-#include "ui/TWgtPrj.h"
+#include "ui/main/TMainWindow.h"
+#include "ui/panels/TTreeWidget.h"
+#include "ui/panels/TWgtCmdList.h"
+#include "ui/panels/TWgtPrj.h"
 
 #include <QAction>
 #include <QDialog>

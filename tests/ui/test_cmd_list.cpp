@@ -1,9 +1,9 @@
-#include "core/TAppData.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/keys.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "core/model/TDataPrj.h"
 #include "exec/RunBench.h"
-#include "ui/TWgtCmdList.h"
+#include "settings/TAppData.h"
+#include "ui/panels/TWgtCmdList.h"
 
 #include <QTableWidget>
 #include <QtTest>

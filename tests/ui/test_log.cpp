@@ -1,7 +1,7 @@
-#include "core/TAppData.h"
-#include "core/TLang.h"
-#include "core/globals.h"
-#include "ui/TWgtLogExec.h"
+#include "app/globals.h"
+#include "base/TLang.h"
+#include "settings/TAppData.h"
+#include "ui/panels/TWgtLogExec.h"
 
 #include <QtTest>
 #include <QtWidgets>

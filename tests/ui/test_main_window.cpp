@@ -1,11 +1,11 @@
-#include "core/helpers.h"
-#include "core/startup.h"
+#include "app/startup.h"
+#include "base/helpers.h"
 #include "support/SimProcess.h"
 #include "ui/TButtonAction.h"
-#include "ui/TDialogCmdSelector.h"
-#include "ui/TDialogManual.h"
-#include "ui/TWgtLogExec.h"
 #include "ui/WindowBench.h"
+#include "ui/dialogs/TDialogCmdSelector.h"
+#include "ui/dialogs/TDialogManual.h"
+#include "ui/panels/TWgtLogExec.h"
 
 #include <QCheckBox>
 #include <QClipboard>

@@ -1,5 +1,5 @@
-#include "core/TSettings.h"
-#include "core/helpers.h"
+#include "base/TSettings.h"
+#include "base/helpers.h"
 #include "ui/WindowBench.h"
 
 #include <QFileDialog>

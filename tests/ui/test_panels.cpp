@@ -1,15 +1,15 @@
-#include "core/TAppData.h"
-#include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/keys.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "core/model/TDataCmd.h"
+#include "core/model/TDataPrj.h"
 #include "devices/TDeviceList.h"
 #include "exec/RunBench.h"
 #include "forms/TFormCommand.h"
 #include "forms/TFormFactory.h"
-#include "ui/TWgtCmdList.h"
-#include "ui/TWgtLogExec.h"
-#include "ui/TWgtPrj.h"
+#include "settings/TAppData.h"
+#include "ui/panels/TWgtCmdList.h"
+#include "ui/panels/TWgtLogExec.h"
+#include "ui/panels/TWgtPrj.h"
 
 #include <QtTest>
 #include <QtWidgets>

@@ -1,10 +1,10 @@
-#include "core/TAppData.h"
-#include "core/TPrjListFile.h"
-#include "core/globals.h"
+#include "app/globals.h"
+#include "core/files/TPrjListFile.h"
+#include "settings/TAppData.h"
 #include "support/TestDir.h"
 #include "support/tables.h"
-#include "ui/TTreeWidget.h"
-#include "ui/TWgtPrjList.h"
+#include "ui/panels/TTreeWidget.h"
+#include "ui/panels/TWgtPrjList.h"
 
 #include <QtTest>
 #include <QtWidgets>

@@ -1,6 +1,6 @@
-#include "core/TAppData.h"
-#include "core/globals.h"
-#include "ui/TWgtStatusBar.h"
+#include "app/globals.h"
+#include "settings/TAppData.h"
+#include "ui/main/TWgtStatusBar.h"
 #include "ui/window_helpers.h"
 
 #include <QtTest>

@@ -1,13 +1,13 @@
-#include "core/TCtrlProject.h"
+#include "core/files/TCtrlProject.h"
 
-#include "core/TCmdCode.h"
-#include "core/TDataCfg.h"
-#include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
-#include "core/helpers.h"
-#include "core/json_file.h"
-#include "core/keys.h"
-#include "core/references.h"
+#include "base/TCmdCode.h"
+#include "base/helpers.h"
+#include "base/json_file.h"
+#include "base/keys.h"
+#include "core/model/TDataCfg.h"
+#include "core/model/TDataCmd.h"
+#include "core/model/TDataPrj.h"
+#include "core/model/references.h"
 
 #include <QFileInfo>
 #include <QJsonArray>

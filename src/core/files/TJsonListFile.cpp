@@ -1,8 +1,8 @@
-#include "core/TJsonListFile.h"
+#include "core/files/TJsonListFile.h"
 
-#include "core/globals.h"
-#include "core/json_file.h"
-#include "core/keys.h"
+#include "app/globals.h"
+#include "base/json_file.h"
+#include "base/keys.h"
 
 #include <QJsonArray>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TFileStamp.h"
+#include "base/TFileStamp.h"
 
 #include <QJsonObject>
 #include <QString>

@@ -1,11 +1,11 @@
-#include "core/TPrjListFile.h"
+#include "core/files/TPrjListFile.h"
 
-#include "core/TAppData.h"
-#include "core/TCtrlProject.h"
-#include "core/globals.h"
-#include "core/helpers.h"
-#include "core/json_file.h"
-#include "core/keys.h"
+#include "app/globals.h"
+#include "base/helpers.h"
+#include "base/json_file.h"
+#include "base/keys.h"
+#include "core/files/TCtrlProject.h"
+#include "settings/TAppData.h"
 
 #include <QCoreApplication>
 #include <QDir>

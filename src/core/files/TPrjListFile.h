@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TJsonListFile.h"
+#include "core/files/TJsonListFile.h"
 
 #include <QByteArray>
 #include <QList>

@@ -1,7 +1,7 @@
-#include "core/TPrjLists.h"
+#include "core/files/TPrjLists.h"
 
-#include "core/json_file.h"
-#include "core/keys.h"
+#include "base/json_file.h"
+#include "base/keys.h"
 
 #include <QJsonArray>
 #include <QJsonObject>

@@ -1,6 +1,6 @@
-#include "core/IDevice.h"
+#include "core/model/IDevice.h"
 
-#include "core/keys.h"
+#include "base/keys.h"
 
 IDevice::IDevice(const QString& name)
     : m_name(name)

@@ -1,4 +1,4 @@
-#include "core/IFormFactory.h"
+#include "core/model/IFormFactory.h"
 
 namespace {
 IFormFactory* registered = nullptr;

@@ -1,4 +1,4 @@
-#include "core/TDataCfg.h"
+#include "core/model/TDataCfg.h"
 
 #include <QMutexLocker>
 

@@ -1,7 +1,7 @@
-#include "core/TDataCmd.h"
+#include "core/model/TDataCmd.h"
 
-#include "core/IDevice.h"
-#include "core/keys.h"
+#include "base/keys.h"
+#include "core/model/IDevice.h"
 
 #include <QMutexLocker>
 

@@ -1,16 +1,16 @@
-#include "core/TDataPrj.h"
+#include "core/model/TDataPrj.h"
 
-#include "core/IDevice.h"
-#include "core/IDeviceCatalogue.h"
-#include "core/TAppData.h"
-#include "core/TCmdCode.h"
-#include "core/TDataCfg.h"
-#include "core/TDataCmd.h"
-#include "core/globals.h"
-#include "core/helpers.h"
-#include "core/keys.h"
-#include "link/AutoList.h"
-#include "link/TProg.h"
+#include "app/globals.h"
+#include "base/TCmdCode.h"
+#include "base/helpers.h"
+#include "base/keys.h"
+#include "core/model/IDevice.h"
+#include "core/model/IDeviceCatalogue.h"
+#include "core/model/TDataCfg.h"
+#include "core/model/TDataCmd.h"
+#include "link/lists/AutoList.h"
+#include "link/lists/TProg.h"
+#include "settings/TAppData.h"
 
 #include <QFileInfo>
 #include <QMutexLocker>

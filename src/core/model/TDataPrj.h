@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/TFileStamp.h"
-#include "core/types.h"
+#include "base/TFileStamp.h"
+#include "base/types.h"
 
 #include <QHash>
 #include <QList>

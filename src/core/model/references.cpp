@@ -1,7 +1,7 @@
-#include "core/references.h"
+#include "core/model/references.h"
 
-#include "core/keys.h"
-#include "link/TPairStringList.h"
+#include "base/keys.h"
+#include "link/lists/TPairStringList.h"
 
 #include <limits>
 

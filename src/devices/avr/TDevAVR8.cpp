@@ -1,7 +1,7 @@
-#include "devices/TDevAVR8.h"
+#include "devices/avr/TDevAVR8.h"
 
-#include "core/keys.h"
-#include "devices/TDevAVR8Exec.h"
+#include "base/keys.h"
+#include "devices/avr/TDevAVR8Exec.h"
 
 namespace {
 

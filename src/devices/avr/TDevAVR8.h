@@ -1,6 +1,6 @@
 #pragma once
 
-#include "devices/TFamilyDevice.h"
+#include "devices/shared/TFamilyDevice.h"
 
 /// 8-bit AVR microcontrollers, programmed through their serial interface: what their commands are.
 class TDevAVR8_SPI : public TFamilyDevice

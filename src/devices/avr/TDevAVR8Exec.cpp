@@ -1,9 +1,9 @@
-#include "devices/TDevAVR8Exec.h"
+#include "devices/avr/TDevAVR8Exec.h"
 
-#include "core/globals.h"
-#include "core/keys.h"
-#include "devices/TDevAVR8.h"
-#include "link/TSerialPort.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "devices/avr/TDevAVR8.h"
+#include "link/wire/TSerialPort.h"
 
 namespace {
 

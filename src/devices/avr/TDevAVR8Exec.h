@@ -1,6 +1,6 @@
 #pragma once
 
-#include "devices/TFamilyExec.h"
+#include "devices/shared/TFamilyExec.h"
 
 /// Runs the commands of 8-bit AVR microcontrollers. Flash is addressed in bytes and written in words.
 class TDevAVR8Exec : public TFamilyExec

@@ -1,8 +1,8 @@
-#include "devices/TDev25.h"
+#include "devices/flash/TDev25.h"
 
-#include "core/keys.h"
-#include "devices/TBlockErase.h"
-#include "devices/TDev25Exec.h"
+#include "base/keys.h"
+#include "devices/flash/TDev25Exec.h"
+#include "devices/shared/TBlockErase.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "devices/TFamilyDevice.h"
+#include "devices/shared/TFamilyDevice.h"
 
 /// Serial NOR flash on SPI: what its commands are. All that differs between chips is in their descriptions.
 class TDev25 : public TFamilyDevice

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "devices/TFamilyExec.h"
+#include "devices/shared/TFamilyExec.h"
 
 /// Runs the commands of serial NOR flash. The payload of a frame is the chip's own command; the programmer
 /// adds write enable and waits until the chip is ready.

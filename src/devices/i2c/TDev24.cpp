@@ -1,8 +1,8 @@
-#include "devices/TDev24.h"
+#include "devices/i2c/TDev24.h"
 
-#include "core/globals.h"
-#include "core/keys.h"
-#include "devices/TDev24Exec.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "devices/i2c/TDev24Exec.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "devices/TFamilyDevice.h"
+#include "devices/shared/TFamilyDevice.h"
 
 /// Serial EEPROM on I2C: what its commands are. Its own is the address that its pins give it on the bus.
 class TDev24 : public TFamilyDevice

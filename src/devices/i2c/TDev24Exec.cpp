@@ -1,7 +1,7 @@
-#include "devices/TDev24Exec.h"
+#include "devices/i2c/TDev24Exec.h"
 
-#include "core/keys.h"
-#include "devices/TDev24.h"
+#include "base/keys.h"
+#include "devices/i2c/TDev24.h"
 
 namespace {
 

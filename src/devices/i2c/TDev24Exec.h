@@ -1,6 +1,6 @@
 #pragma once
 
-#include "devices/TFamilyExec.h"
+#include "devices/shared/TFamilyExec.h"
 
 /// Runs the commands of I2C EEPROMs. The programmer makes the conditions on the bus, adds the state of the
 /// address pins to the control byte and waits for the end of each write.

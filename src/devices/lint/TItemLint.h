@@ -1,7 +1,7 @@
 #pragma once
 
-#include "devices/form_items.h"
 #include "devices/lint/TLintFile.h"
+#include "devices/shared/form_items.h"
 
 #include <QByteArray>
 #include <QSet>

@@ -1,7 +1,7 @@
 #include "devices/lint/TLintFile.h"
 
 #include "devices/TDeviceList.h"
-#include "link/line_rules.h"
+#include "link/lists/line_rules.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include "devices/lint/TLintFolder.h"
 
-#include "core/keys.h"
-#include "link/line_rules.h"
+#include "base/keys.h"
+#include "link/lists/line_rules.h"
 
 #include <QDir>
 #include <QDirIterator>

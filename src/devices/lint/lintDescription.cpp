@@ -1,6 +1,6 @@
 #include "devices/lint/lintDescription.h"
 
-#include "core/keys.h"
+#include "base/keys.h"
 #include "devices/lint/TItemLint.h"
 #include "devices/lint/TLintFile.h"
 

@@ -1,7 +1,7 @@
-#include "devices/TDev93C.h"
+#include "devices/microwire/TDev93C.h"
 
-#include "core/keys.h"
-#include "devices/TDev93CExec.h"
+#include "base/keys.h"
+#include "devices/microwire/TDev93CExec.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "devices/TFamilyDevice.h"
+#include "devices/shared/TFamilyDevice.h"
 
 /// Microwire EEPROM: what its commands are. No class word leads here yet, so no description selects it.
 class TDev93C : public TFamilyDevice

@@ -1,6 +1,6 @@
-#include "devices/TDev93CExec.h"
+#include "devices/microwire/TDev93CExec.h"
 
-#include "core/keys.h"
+#include "base/keys.h"
 #include "misc/TNormCmdParam.h"
 
 #include <QtEndian>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "devices/IDeviceExec.h"
+#include "devices/shared/IDeviceExec.h"
 
 /// Runs set_clk and erase of Microwire EEPROMs. The programmer's firmware has no more for this family, so
 /// every other command fails without a reason and without an exchange.

@@ -1,12 +1,12 @@
-#include "devices/TDevProg.h"
+#include "devices/prog/TDevProg.h"
 
-#include "core/TCmdCode.h"
-#include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/keys.h"
-#include "devices/TDevProgExec.h"
-#include "link/TProg.h"
+#include "app/globals.h"
+#include "base/TCmdCode.h"
+#include "base/keys.h"
+#include "core/model/TDataCmd.h"
+#include "core/model/TDataPrj.h"
+#include "devices/prog/TDevProgExec.h"
+#include "link/lists/TProg.h"
 #include "misc/TNormCmdParam.h"
 
 #include <QtMath>

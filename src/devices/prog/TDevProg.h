@@ -1,6 +1,6 @@
 #pragma once
 
-#include "devices/TPseudoDevice.h"
+#include "devices/shared/TPseudoDevice.h"
 
 /// The commands of the programmer itself: choice of the chip, supplies, pins, frequency, reset pulse.
 class TDevProg : public TPseudoDevice

@@ -1,13 +1,13 @@
-#include "devices/TDevProgExec.h"
+#include "devices/prog/TDevProgExec.h"
 
-#include "core/IDevice.h"
-#include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/keys.h"
-#include "link/AutoList.h"
-#include "link/TSerialPort.h"
-#include "link/opcodes.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "core/model/IDevice.h"
+#include "core/model/TDataCmd.h"
+#include "core/model/TDataPrj.h"
+#include "link/lists/AutoList.h"
+#include "link/wire/TSerialPort.h"
+#include "link/wire/opcodes.h"
 #include "misc/TNormCmdParam.h"
 
 #include <memory>

@@ -1,7 +1,7 @@
-#include "devices/prog_link.h"
+#include "devices/prog/prog_link.h"
 
-#include "link/TSerialPort.h"
-#include "link/opcodes.h"
+#include "link/wire/TSerialPort.h"
+#include "link/wire/opcodes.h"
 #include "misc/TNormCmdParam.h"
 
 #include <QByteArray>

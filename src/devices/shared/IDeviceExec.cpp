@@ -1,9 +1,9 @@
-#include "devices/IDeviceExec.h"
+#include "devices/shared/IDeviceExec.h"
 
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/keys.h"
-#include "link/TSerialPort.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "core/model/TDataPrj.h"
+#include "link/wire/TSerialPort.h"
 #include "misc/TNormCmdParam.h"
 
 #include <QCoreApplication>

@@ -1,4 +1,4 @@
-#include "devices/TBlockErase.h"
+#include "devices/shared/TBlockErase.h"
 
 bool TBlockErase::fromText(const QString& text, TBlockErase& erase)
 {

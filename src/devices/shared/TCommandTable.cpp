@@ -1,6 +1,6 @@
-#include "devices/TCommandTable.h"
+#include "devices/shared/TCommandTable.h"
 
-#include "core/IDevice.h"
+#include "core/model/IDevice.h"
 
 #include <algorithm>
 

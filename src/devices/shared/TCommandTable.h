@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/keys.h"
+#include "base/keys.h"
 #include "misc/TNormCmdParam.h"
 
 #include <QString>

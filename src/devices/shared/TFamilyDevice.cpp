@@ -1,11 +1,11 @@
-#include "devices/TFamilyDevice.h"
+#include "devices/shared/TFamilyDevice.h"
 
-#include "core/IFormFactory.h"
-#include "core/TCmdCode.h"
-#include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/keys.h"
+#include "app/globals.h"
+#include "base/TCmdCode.h"
+#include "base/keys.h"
+#include "core/model/IFormFactory.h"
+#include "core/model/TDataCmd.h"
+#include "core/model/TDataPrj.h"
 #include "devices/TDeviceList.h"
 #include "misc/dev_misc.h"
 

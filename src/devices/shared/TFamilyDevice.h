@@ -1,8 +1,8 @@
 #pragma once
 
-#include "core/IDevice.h"
-#include "devices/TCommandTable.h"
-#include "devices/TFormSpec.h"
+#include "core/model/IDevice.h"
+#include "devices/shared/TCommandTable.h"
+#include "devices/shared/TFormSpec.h"
 
 /// The catalogue side that all chip families share: everything that follows from a family's table of
 /// commands and the chip's description. A family adds its table and what is its own.

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "devices/IDeviceExec.h"
-#include "devices/TCommandTable.h"
-#include "devices/TMemory.h"
+#include "devices/shared/IDeviceExec.h"
+#include "devices/shared/TCommandTable.h"
+#include "devices/shared/TMemory.h"
 
 class IDevice;
 class TFormat;

@@ -1,6 +1,6 @@
-#include "devices/TFileTally.h"
+#include "devices/shared/TFileTally.h"
 
-#include "core/globals.h"
+#include "app/globals.h"
 #include "misc/TNormCmdParam.h"
 
 namespace {

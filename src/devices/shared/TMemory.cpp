@@ -1,6 +1,6 @@
-#include "devices/TMemory.h"
+#include "devices/shared/TMemory.h"
 
-#include "formats/chunkSize.h"
+#include "base/chunkSize.h"
 
 qint64 TPieces::at(qint64 addr, qint64 last) const
 {

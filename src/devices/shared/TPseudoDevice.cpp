@@ -1,9 +1,9 @@
-#include "devices/TPseudoDevice.h"
+#include "devices/shared/TPseudoDevice.h"
 
-#include "core/IFormFactory.h"
-#include "core/TCmdCode.h"
-#include "core/globals.h"
-#include "core/keys.h"
+#include "app/globals.h"
+#include "base/TCmdCode.h"
+#include "base/keys.h"
+#include "core/model/IFormFactory.h"
 #include "misc/TNormCmdParam.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/IDevice.h"
+#include "core/model/IDevice.h"
 
 /// A class of commands that is no chip: the flow tools or the programmer's own. What such commands have in
 /// common, over a table with a row for each; the chip's part of a command is the default of IDevice.

@@ -1,7 +1,7 @@
-#include "devices/deviceWarnings.h"
+#include "devices/shared/deviceWarnings.h"
 
-#include "core/globals.h"
-#include "core/keys.h"
+#include "app/globals.h"
+#include "base/keys.h"
 
 QStringList deviceWarnings(const TData& description)
 {

@@ -1,4 +1,4 @@
-#include "devices/form_items.h"
+#include "devices/shared/form_items.h"
 
 #include <QLatin1String>
 #include <QVector>

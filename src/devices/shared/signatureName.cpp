@@ -1,8 +1,8 @@
-#include "devices/signatureName.h"
+#include "devices/shared/signatureName.h"
 
-#include "core/globals.h"
-#include "core/helpers.h"
-#include "link/TPairStringList.h"
+#include "app/globals.h"
+#include "base/helpers.h"
+#include "link/lists/TPairStringList.h"
 
 QString signatureName(const QString& folder, const QString& id)
 {

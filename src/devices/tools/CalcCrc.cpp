@@ -1,11 +1,11 @@
-#include "devices/CalcCrc.h"
+#include "devices/tools/CalcCrc.h"
 
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/helpers.h"
-#include "core/keys.h"
-#include "formats/ICRC.h"
-#include "formats/createCRC.h"
+#include "app/globals.h"
+#include "base/helpers.h"
+#include "base/keys.h"
+#include "core/model/TDataPrj.h"
+#include "formats/crc/ICRC.h"
+#include "formats/crc/createCRC.h"
 #include "misc/TNormCmdParam.h"
 
 #include <limits>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "core/types.h"
-#include "devices/TFileTally.h"
-#include "formats/TFormat.h"
+#include "base/types.h"
+#include "devices/shared/TFileTally.h"
+#include "formats/data/TFormat.h"
 
 #include <functional>
 #include <memory>

@@ -1,14 +1,14 @@
-#include "devices/TDevTools.h"
+#include "devices/tools/TDevTools.h"
 
-#include "core/TAppData.h"
-#include "core/TCmdCode.h"
-#include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/keys.h"
-#include "core/references.h"
-#include "devices/TDevToolsExec.h"
+#include "app/globals.h"
+#include "base/TCmdCode.h"
+#include "base/keys.h"
+#include "core/model/TDataCmd.h"
+#include "core/model/TDataPrj.h"
+#include "core/model/references.h"
+#include "devices/tools/TDevToolsExec.h"
 #include "misc/TNormCmdParam.h"
+#include "settings/TAppData.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "devices/TPseudoDevice.h"
+#include "devices/shared/TPseudoDevice.h"
 
 /// The commands that need no chip: flow of a run, other programs, checksums, and the opening of the
 /// programmer's port.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "devices/IDeviceExec.h"
+#include "devices/shared/IDeviceExec.h"
 
 class TProg;
 

@@ -1,4 +1,4 @@
-#include "devices/run_process.h"
+#include "devices/tools/run_process.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

@@ -1,4 +1,4 @@
-#include "formats/ICRC.h"
+#include "formats/crc/ICRC.h"
 
 ICRC::ICRC() = default;
 

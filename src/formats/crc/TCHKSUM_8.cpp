@@ -1,4 +1,4 @@
-#include "formats/TCHKSUM_8.h"
+#include "formats/crc/TCHKSUM_8.h"
 
 quint64 TCHKSUM_8::update(const char* data, qint64 size)
 {

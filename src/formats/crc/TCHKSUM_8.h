@@ -1,6 +1,6 @@
 #pragma once
 
-#include "formats/ICRC.h"
+#include "formats/crc/ICRC.h"
 
 /// Two's complement of the 8-bit sum of all bytes, as it ends a record of an Intel HEX file or a message of
 /// the Modbus ASCII mode.

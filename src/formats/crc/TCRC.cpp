@@ -1,4 +1,4 @@
-#include "formats/TCRC.h"
+#include "formats/crc/TCRC.h"
 
 namespace {
 

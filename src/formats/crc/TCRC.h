@@ -1,7 +1,7 @@
 #pragma once
 
-#include "formats/ICRC.h"
-#include "formats/crcTable.h"
+#include "formats/crc/ICRC.h"
+#include "formats/crc/crcTable.h"
 
 /// Base of the algorithms that take a byte by one look into a table of 256 entries.
 template <class State> class TCRC : public ICRC

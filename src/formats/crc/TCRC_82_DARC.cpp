@@ -1,4 +1,4 @@
-#include "formats/TCRC_82_DARC.h"
+#include "formats/crc/TCRC_82_DARC.h"
 
 namespace {
 

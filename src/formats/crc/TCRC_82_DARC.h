@@ -1,6 +1,6 @@
 #pragma once
 
-#include "formats/ICRC.h"
+#include "formats/crc/ICRC.h"
 
 /// The one algorithm that is wider than a machine word. It works bit by bit.
 class TCRC_82_DARC final : public ICRC

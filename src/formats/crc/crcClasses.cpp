@@ -1,4 +1,4 @@
-#include "formats/crcClasses.h"
+#include "formats/crc/crcClasses.h"
 
 // The parameters and tables are constants that the compiler has worked out: nothing runs at start.
 
@@ -12,5 +12,5 @@
         : TCRC(Class##_data::params, Class##_data::table.data())                                             \
     {                                                                                                        \
     }
-#include "formats/crcAlgorithms.def"
+#include "formats/crc/crcAlgorithms.def"
 #undef CRC_ALGORITHM

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "formats/TCRC.h"
+#include "formats/crc/TCRC.h"
 
 // One class for each row of the table of algorithms.
 
@@ -10,5 +10,5 @@
     public:                                                                                                  \
         Class();                                                                                             \
     };
-#include "formats/crcAlgorithms.def"
+#include "formats/crc/crcAlgorithms.def"
 #undef CRC_ALGORITHM

@@ -1,9 +1,9 @@
-#include "formats/createCRC.h"
+#include "formats/crc/createCRC.h"
 
-#include "formats/TCHKSUM_8.h"
-#include "formats/TCRC_82_DARC.h"
-#include "formats/TLineReader.h"
-#include "formats/crcClasses.h"
+#include "formats/crc/TCHKSUM_8.h"
+#include "formats/crc/TCRC_82_DARC.h"
+#include "formats/crc/crcClasses.h"
+#include "formats/data/TLineReader.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -26,7 +26,7 @@ template <class Class> ICRC* make()
 constexpr TEntry registry[] = {
 #define CRC_ALGORITHM(Class, width, poly, init, refIn, refOut, xorOut, check, ...)                           \
     {{__VA_ARGS__}, make<Class>},
-#include "formats/crcAlgorithms.def"
+#include "formats/crc/crcAlgorithms.def"
 #undef CRC_ALGORITHM
     {{"CRC-82/DARC"}, make<TCRC_82_DARC>},
     {{"CHKSUM-8/HEX", "CHKSUM-8/MODBUS"}, make<TCHKSUM_8>},

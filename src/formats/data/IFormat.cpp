@@ -1,8 +1,8 @@
-#include "formats/IFormat.h"
+#include "formats/data/IFormat.h"
 
-#include "core/globals.h"
-#include "core/helpers.h"
-#include "core/platform.h"
+#include "app/globals.h"
+#include "base/helpers.h"
+#include "base/platform.h"
 
 namespace {
 

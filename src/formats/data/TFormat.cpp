@@ -1,7 +1,7 @@
-#include "formats/TFormat.h"
+#include "formats/data/TFormat.h"
 
-#include "formats/TFormatBIN.h"
-#include "formats/TFormatHEX.h"
+#include "formats/data/TFormatBIN.h"
+#include "formats/data/TFormatHEX.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
-#include "formats/TFormatBIN.h"
+#include "formats/data/TFormatBIN.h"
 
-#include "core/globals.h"
-#include "formats/chunkSize.h"
+#include "app/globals.h"
+#include "base/chunkSize.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "formats/IFormat.h"
+#include "formats/data/IFormat.h"
 
 /// Raw binary. "bin" writes a new file, "bin+" changes only the written range of the one that is there.
 /// Address 0 is the first byte of the file.

@@ -1,8 +1,8 @@
-#include "formats/TFormatHEX.h"
+#include "formats/data/TFormatHEX.h"
 
-#include "core/globals.h"
-#include "formats/THexRecord.h"
-#include "formats/chunkSize.h"
+#include "app/globals.h"
+#include "base/chunkSize.h"
+#include "formats/data/THexRecord.h"
 
 namespace {
 

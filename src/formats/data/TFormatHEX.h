@@ -1,7 +1,7 @@
 #pragma once
 
-#include "formats/IFormat.h"
-#include "formats/TLineReader.h"
+#include "formats/data/IFormat.h"
+#include "formats/data/TLineReader.h"
 
 struct THexRecord;
 

@@ -1,4 +1,4 @@
-#include "formats/THexRecord.h"
+#include "formats/data/THexRecord.h"
 
 #include <array>
 

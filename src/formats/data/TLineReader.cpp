@@ -1,4 +1,4 @@
-#include "formats/TLineReader.h"
+#include "formats/data/TLineReader.h"
 
 #include <QIODevice>
 

@@ -1,11 +1,11 @@
-#include "forms/TDev24CDevParam.h"
+#include "forms/chip/TDev24CDevParam.h"
 
-#include "core/keys.h"
-#include "devices/TDev24.h"
-#include "forms/TFormDevCfg.h"
-#include "forms/TFormDevSetCLK.h"
-#include "forms/TWgtEditBase.h"
-#include "forms/dev_forms.h"
+#include "base/keys.h"
+#include "devices/i2c/TDev24.h"
+#include "forms/chip/TFormDevSetCLK.h"
+#include "forms/chip/dev_forms.h"
+#include "forms/edits/TWgtEditBase.h"
+#include "forms/generated/TFormDevCfg.h"
 
 #include <QVBoxLayout>
 

@@ -1,4 +1,4 @@
-#include "forms/TFormDevEmpty.h"
+#include "forms/chip/TFormDevEmpty.h"
 
 TFormDevEmpty::TFormDevEmpty(const TData& params)
     : TFormCommand(params, {})

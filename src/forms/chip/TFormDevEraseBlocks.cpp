@@ -1,10 +1,10 @@
-#include "forms/TFormDevEraseBlocks.h"
+#include "forms/chip/TFormDevEraseBlocks.h"
 
-#include "core/globals.h"
-#include "core/keys.h"
-#include "forms/TComboBox.h"
-#include "forms/TWgtEditDecDef.h"
-#include "forms/rw_region.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "forms/chip/rw_region.h"
+#include "forms/edits/TComboBox.h"
+#include "forms/edits/TWgtEditDecDef.h"
 
 #include <QFormLayout>
 #include <QSignalBlocker>

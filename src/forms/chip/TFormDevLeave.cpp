@@ -1,10 +1,10 @@
-#include "forms/TFormDevLeave.h"
+#include "forms/chip/TFormDevLeave.h"
 
-#include "core/globals.h"
-#include "core/keys.h"
-#include "forms/TPinStates.h"
-#include "forms/TWgtEditDecDef.h"
-#include "forms/TWgtLine.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "forms/edits/TPinStates.h"
+#include "forms/edits/TWgtEditDecDef.h"
+#include "forms/edits/TWgtLine.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>

@@ -1,9 +1,9 @@
-#include "forms/TFormDevRWVChar.h"
+#include "forms/chip/TFormDevRWVChar.h"
 
-#include "core/globals.h"
-#include "core/keys.h"
-#include "forms/TWgtEditHexDec64.h"
-#include "forms/rw_region.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "forms/chip/rw_region.h"
+#include "forms/edits/TWgtEditHexDec64.h"
 
 #include <QFormLayout>
 

@@ -1,12 +1,12 @@
-#include "forms/TFormDevRWVData.h"
+#include "forms/chip/TFormDevRWVData.h"
 
-#include "core/globals.h"
-#include "core/keys.h"
-#include "forms/TTextKeys.h"
-#include "forms/TWgtEditHexDec64.h"
-#include "forms/TWgtEditStrHex.h"
-#include "forms/colors.h"
-#include "forms/rw_region.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "forms/chip/rw_region.h"
+#include "forms/edits/TTextKeys.h"
+#include "forms/edits/TWgtEditHexDec64.h"
+#include "forms/edits/TWgtEditStrHex.h"
+#include "forms/edits/colors.h"
 
 #include <QFontDatabase>
 #include <QFormLayout>

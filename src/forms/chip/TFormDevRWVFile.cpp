@@ -1,12 +1,12 @@
-#include "forms/TFormDevRWVFile.h"
+#include "forms/chip/TFormDevRWVFile.h"
 
-#include "core/globals.h"
-#include "core/keys.h"
-#include "formats/TFormat.h"
-#include "forms/TComboBox.h"
-#include "forms/TWgtEditFileName.h"
-#include "forms/TWgtEditHexDec64.h"
-#include "forms/rw_region.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "formats/data/TFormat.h"
+#include "forms/chip/rw_region.h"
+#include "forms/edits/TComboBox.h"
+#include "forms/edits/TWgtEditFileName.h"
+#include "forms/edits/TWgtEditHexDec64.h"
 
 #include <QFormLayout>
 #include <QSignalBlocker>

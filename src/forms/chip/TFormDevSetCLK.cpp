@@ -1,9 +1,9 @@
-#include "forms/TFormDevSetCLK.h"
+#include "forms/chip/TFormDevSetCLK.h"
 
-#include "core/globals.h"
-#include "core/keys.h"
-#include "forms/TComboBox.h"
-#include "forms/TWgtEditDecDef.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "forms/edits/TComboBox.h"
+#include "forms/edits/TWgtEditDecDef.h"
 #include "misc/TNormCmdParam.h"
 
 #include <QFormLayout>

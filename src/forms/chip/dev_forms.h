@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/types.h"
-#include "devices/TFormSpec.h"
+#include "base/types.h"
+#include "devices/shared/TFormSpec.h"
 
 class IDevice;
 class QWidget;

@@ -1,6 +1,6 @@
-#include "forms/rw_region.h"
+#include "forms/chip/rw_region.h"
 
-#include "forms/TWgtEditHexDec64.h"
+#include "forms/edits/TWgtEditHexDec64.h"
 
 #include <QPair>
 

@@ -1,6 +1,6 @@
-#include "forms/TComboBox.h"
+#include "forms/edits/TComboBox.h"
 
-#include "forms/colors.h"
+#include "forms/edits/colors.h"
 
 #include <QAbstractItemView>
 #include <QScrollBar>

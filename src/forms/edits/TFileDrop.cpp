@@ -1,4 +1,4 @@
-#include "forms/TFileDrop.h"
+#include "forms/edits/TFileDrop.h"
 
 #include <QDropEvent>
 #include <QMimeData>

@@ -1,4 +1,4 @@
-#include "forms/TIdBox.h"
+#include "forms/edits/TIdBox.h"
 
 #include <QEvent>
 #include <QSignalBlocker>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "forms/TComboBox.h"
+#include "forms/edits/TComboBox.h"
 
 #include <QList>
 #include <QPair>

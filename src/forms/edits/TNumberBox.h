@@ -1,7 +1,7 @@
 #pragma once
 
-#include "forms/TNumberEdit.h"
-#include "forms/star_button.h"
+#include "forms/edits/TNumberEdit.h"
+#include "forms/edits/star_button.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "forms/TNumberText.h"
-#include "forms/TWgtEditBase.h"
+#include "forms/edits/TNumberText.h"
+#include "forms/edits/TWgtEditBase.h"
 
 #include <QLineEdit>
 #include <QVariant>

@@ -1,4 +1,4 @@
-#include "forms/TNumberText.h"
+#include "forms/edits/TNumberText.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "forms/TNumberValidator.h"
+#include "forms/edits/TNumberValidator.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
-#include "forms/TPinStates.h"
+#include "forms/edits/TPinStates.h"
 
-#include "forms/TComboBox.h"
 #include "forms/TFormCommand.h"
-#include "forms/colors.h"
+#include "forms/edits/TComboBox.h"
+#include "forms/edits/colors.h"
 #include "misc/TNormCmdParam.h"
 
 #include <QBoxLayout>

@@ -1,6 +1,6 @@
-#include "forms/TPortBox.h"
+#include "forms/edits/TPortBox.h"
 
-#include "link/TSerialPort.h"
+#include "link/wire/TSerialPort.h"
 
 #include <QLineEdit>
 #include <QSignalBlocker>

@@ -1,4 +1,4 @@
-#include "forms/TTextKeys.h"
+#include "forms/edits/TTextKeys.h"
 
 #include <QKeyEvent>
 #include <QWidget>

@@ -1,13 +1,13 @@
-#include "forms/TWgtDeviceView.h"
+#include "forms/edits/TWgtDeviceView.h"
 
-#include "core/IDevice.h"
-#include "core/TDataCmd.h"
-#include "core/keys.h"
-#include "devices/deviceWarnings.h"
-#include "forms/TTextKeys.h"
-#include "forms/colors.h"
-#include "forms/mono_font.h"
-#include "link/TProg.h"
+#include "base/keys.h"
+#include "core/model/IDevice.h"
+#include "core/model/TDataCmd.h"
+#include "devices/shared/deviceWarnings.h"
+#include "forms/edits/TTextKeys.h"
+#include "forms/edits/colors.h"
+#include "forms/edits/mono_font.h"
+#include "link/lists/TProg.h"
 
 #include <QLabel>
 #include <QPlainTextEdit>

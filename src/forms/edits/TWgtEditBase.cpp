@@ -1,6 +1,6 @@
-#include "forms/TWgtEditBase.h"
+#include "forms/edits/TWgtEditBase.h"
 
-#include "forms/colors.h"
+#include "forms/edits/colors.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>

@@ -1,6 +1,6 @@
-#include "forms/TWgtEditDec.h"
+#include "forms/edits/TWgtEditDec.h"
 
-#include "forms/TNumberValidator.h"
+#include "forms/edits/TNumberValidator.h"
 
 TWgtEditDec::TWgtEditDec(int value, QWidget* parent)
     : TNumberEdit<int>(value, {10, 0}, new TIntValidator, parent)

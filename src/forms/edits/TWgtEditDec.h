@@ -1,6 +1,6 @@
 #pragma once
 
-#include "forms/TNumberEdit.h"
+#include "forms/edits/TNumberEdit.h"
 
 /// A whole number in decimal.
 class TWgtEditDec : public TNumberEdit<int>

@@ -1,6 +1,6 @@
-#include "forms/TWgtEditDec2.h"
+#include "forms/edits/TWgtEditDec2.h"
 
-#include "forms/TNumberValidator.h"
+#include "forms/edits/TNumberValidator.h"
 
 TWgtEditDec2::TWgtEditDec2(int value, QWidget* parent)
     : TNumberEdit<int>(value, {10, 0}, new TIntValidator, parent)

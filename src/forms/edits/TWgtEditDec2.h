@@ -1,6 +1,6 @@
 #pragma once
 
-#include "forms/TNumberEdit.h"
+#include "forms/edits/TNumberEdit.h"
 
 /// A whole number whose sign has a meaning of its own: its size lies between the bounds, its sign is the
 /// user's. A size out of the bounds goes to the nearer one, 0 to the default; a step crosses the gap.

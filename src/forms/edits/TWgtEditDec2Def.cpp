@@ -1,6 +1,6 @@
-#include "forms/TWgtEditDec2Def.h"
+#include "forms/edits/TWgtEditDec2Def.h"
 
-#include "forms/TWgtEditDec2.h"
+#include "forms/edits/TWgtEditDec2.h"
 
 TWgtEditDec2Def::TWgtEditDec2Def(int value, QWidget* parent)
     : TNumberBox<int>({new TWgtEditDec2(value)}, parent)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "forms/TNumberBox.h"
+#include "forms/edits/TNumberBox.h"
 
 /// A whole number whose sign has a meaning of its own, with a button for its default.
 class TWgtEditDec2Def : public TNumberBox<int>

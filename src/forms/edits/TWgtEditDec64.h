@@ -1,6 +1,6 @@
 #pragma once
 
-#include "forms/TNumberEdit.h"
+#include "forms/edits/TNumberEdit.h"
 
 /// A whole number of 64 bits in decimal.
 class TWgtEditDec64 : public TNumberEdit<qlonglong>

@@ -1,6 +1,6 @@
-#include "forms/TWgtEditDecDef.h"
+#include "forms/edits/TWgtEditDecDef.h"
 
-#include "forms/TWgtEditDec.h"
+#include "forms/edits/TWgtEditDec.h"
 
 TWgtEditDecDef::TWgtEditDecDef(int value, QWidget* parent)
     : TNumberBox<int>({new TWgtEditDec(value)}, parent)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "forms/TNumberBox.h"
+#include "forms/edits/TNumberBox.h"
 
 /// A whole number with a button for its default.
 class TWgtEditDecDef : public TNumberBox<int>

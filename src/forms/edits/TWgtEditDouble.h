@@ -1,6 +1,6 @@
 #pragma once
 
-#include "forms/TNumberEdit.h"
+#include "forms/edits/TNumberEdit.h"
 
 /// A decimal fraction.
 class TWgtEditDouble : public TNumberEdit<double>

@@ -1,6 +1,6 @@
-#include "forms/TWgtEditDoubleDef.h"
+#include "forms/edits/TWgtEditDoubleDef.h"
 
-#include "forms/TWgtEditDouble.h"
+#include "forms/edits/TWgtEditDouble.h"
 
 TWgtEditDoubleDef::TWgtEditDoubleDef(double value, int decimals, QWidget* parent)
     : TNumberBox<double>({new TWgtEditDouble(value, decimals)}, parent)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "forms/TNumberBox.h"
+#include "forms/edits/TNumberBox.h"
 
 /// A decimal fraction with a button for its default.
 class TWgtEditDoubleDef : public TNumberBox<double>

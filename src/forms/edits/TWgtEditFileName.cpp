@@ -1,8 +1,8 @@
-#include "forms/TWgtEditFileName.h"
+#include "forms/edits/TWgtEditFileName.h"
 
-#include "core/helpers.h"
-#include "forms/TFileDrop.h"
-#include "forms/colors.h"
+#include "base/helpers.h"
+#include "forms/edits/TFileDrop.h"
+#include "forms/edits/colors.h"
 
 #include <QDir>
 #include <QFileDialog>

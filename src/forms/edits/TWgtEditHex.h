@@ -1,6 +1,6 @@
 #pragma once
 
-#include "forms/TNumberEdit.h"
+#include "forms/edits/TNumberEdit.h"
 
 /// A whole number in hexadecimal.
 class TWgtEditHex : public TNumberEdit<int>

@@ -1,7 +1,7 @@
-#include "forms/TWgtEditHexDec.h"
+#include "forms/edits/TWgtEditHexDec.h"
 
-#include "forms/TWgtEditDec.h"
-#include "forms/TWgtEditHex.h"
+#include "forms/edits/TWgtEditDec.h"
+#include "forms/edits/TWgtEditHex.h"
 
 TWgtEditHexDec::TWgtEditHexDec(int value, QWidget* parent)
     : TNumberBox<int>({new TWgtEditHex(value), new TWgtEditDec(value)}, parent)

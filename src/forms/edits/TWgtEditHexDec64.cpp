@@ -1,7 +1,7 @@
-#include "forms/TWgtEditHexDec64.h"
+#include "forms/edits/TWgtEditHexDec64.h"
 
-#include "forms/TWgtEditDec64.h"
-#include "forms/TWgtEditHex64.h"
+#include "forms/edits/TWgtEditDec64.h"
+#include "forms/edits/TWgtEditHex64.h"
 
 TWgtEditHexDec64::TWgtEditHexDec64(qlonglong value, QWidget* parent)
     : TNumberBox<qlonglong>({new TWgtEditHex64(value), new TWgtEditDec64(value)}, parent)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "forms/TNumberBox.h"
+#include "forms/edits/TNumberBox.h"
 
 /// A whole number of 64 bits in hexadecimal and in decimal, with a button for its default.
 class TWgtEditHexDec64 : public TNumberBox<qlonglong>

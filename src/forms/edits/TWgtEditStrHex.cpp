@@ -1,6 +1,6 @@
-#include "forms/TWgtEditStrHex.h"
+#include "forms/edits/TWgtEditStrHex.h"
 
-#include "forms/TNumberValidator.h"
+#include "forms/edits/TNumberValidator.h"
 
 TWgtEditStrHex::TWgtEditStrHex(const QString& value, QWidget* parent)
     : TWgtEditBase(new TStrHexValidator, parent)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "forms/TWgtEditBase.h"
+#include "forms/edits/TWgtEditBase.h"
 
 /// Bytes as hexadecimal text; blanks are kept as they are typed.
 class TWgtEditStrHex : public TWgtEditBase

@@ -1,4 +1,4 @@
-#include "forms/TWgtLabelBtn.h"
+#include "forms/edits/TWgtLabelBtn.h"
 
 #include <QMouseEvent>
 

@@ -1,9 +1,9 @@
-#include "forms/TWgtLabelComboBox.h"
+#include "forms/edits/TWgtLabelComboBox.h"
 
-#include "forms/TComboBox.h"
-#include "forms/TWgtLabelBtn.h"
-#include "forms/colors.h"
-#include "forms/label_row.h"
+#include "forms/edits/TComboBox.h"
+#include "forms/edits/TWgtLabelBtn.h"
+#include "forms/edits/colors.h"
+#include "forms/edits/label_row.h"
 
 TWgtLabelComboBox::TWgtLabelComboBox(const QString& text, QBoxLayout::Direction direction, QWidget* parent)
     : QWidget(parent)

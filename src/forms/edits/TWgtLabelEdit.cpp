@@ -1,8 +1,8 @@
-#include "forms/TWgtLabelEdit.h"
+#include "forms/edits/TWgtLabelEdit.h"
 
-#include "forms/TWgtLabelBtn.h"
-#include "forms/colors.h"
-#include "forms/label_row.h"
+#include "forms/edits/TWgtLabelBtn.h"
+#include "forms/edits/colors.h"
+#include "forms/edits/label_row.h"
 
 #include <QLineEdit>
 

@@ -1,4 +1,4 @@
-#include "forms/TWgtLine.h"
+#include "forms/edits/TWgtLine.h"
 
 TWgtLine::TWgtLine(QWidget* parent)
     : QFrame(parent)

@@ -1,4 +1,4 @@
-#include "forms/align_labels.h"
+#include "forms/edits/align_labels.h"
 
 #include <QFormLayout>
 #include <QLabel>

@@ -1,4 +1,4 @@
-#include "forms/colors.h"
+#include "forms/edits/colors.h"
 
 #include <QAbstractItemView>
 #include <QFontMetrics>

@@ -1,4 +1,4 @@
-#include "forms/form_bits.h"
+#include "forms/edits/form_bits.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
-#include "forms/label_row.h"
+#include "forms/edits/label_row.h"
 
-#include "forms/TWgtLabelBtn.h"
+#include "forms/edits/TWgtLabelBtn.h"
 
 QBoxLayout* labelRow(QWidget* row, TWgtLabelBtn* label, QWidget* field, QBoxLayout::Direction direction)
 {

@@ -1,7 +1,7 @@
-#include "forms/mono_font.h"
+#include "forms/edits/mono_font.h"
 
-#include "core/TAppData.h"
-#include "core/globals.h"
+#include "app/globals.h"
+#include "settings/TAppData.h"
 
 #include <QApplication>
 

@@ -1,7 +1,7 @@
-#include "forms/name_line.h"
+#include "forms/edits/name_line.h"
 
-#include "forms/TTextKeys.h"
-#include "forms/colors.h"
+#include "forms/edits/TTextKeys.h"
+#include "forms/edits/colors.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>

@@ -1,6 +1,6 @@
-#include "forms/star_button.h"
+#include "forms/edits/star_button.h"
 
-#include "forms/colors.h"
+#include "forms/edits/colors.h"
 
 #include <QPushButton>
 

@@ -1,7 +1,7 @@
-#include "forms/TFormDevCfgButton.h"
+#include "forms/generated/TFormDevCfgButton.h"
 
-#include "devices/form_items.h"
-#include "forms/colors.h"
+#include "devices/shared/form_items.h"
+#include "forms/edits/colors.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>

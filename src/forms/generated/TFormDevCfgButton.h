@@ -1,6 +1,6 @@
 #pragma once
 
-#include "forms/IFormDevCfgBase.h"
+#include "forms/generated/IFormDevCfgBase.h"
 
 struct TFormItem;
 

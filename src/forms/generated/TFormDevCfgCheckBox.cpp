@@ -1,8 +1,8 @@
-#include "forms/TFormDevCfgCheckBox.h"
+#include "forms/generated/TFormDevCfgCheckBox.h"
 
-#include "devices/form_items.h"
-#include "forms/colors.h"
-#include "forms/form_bits.h"
+#include "devices/shared/form_items.h"
+#include "forms/edits/colors.h"
+#include "forms/edits/form_bits.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>

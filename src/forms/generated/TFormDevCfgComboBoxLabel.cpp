@@ -1,10 +1,10 @@
-#include "forms/TFormDevCfgComboBoxLabel.h"
+#include "forms/generated/TFormDevCfgComboBoxLabel.h"
 
-#include "devices/form_items.h"
-#include "forms/TComboBox.h"
-#include "forms/TWgtLabelBtn.h"
-#include "forms/TWgtLabelComboBox.h"
-#include "forms/form_bits.h"
+#include "devices/shared/form_items.h"
+#include "forms/edits/TComboBox.h"
+#include "forms/edits/TWgtLabelBtn.h"
+#include "forms/edits/TWgtLabelComboBox.h"
+#include "forms/edits/form_bits.h"
 
 #include <QSignalBlocker>
 

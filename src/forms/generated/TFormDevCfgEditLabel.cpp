@@ -1,10 +1,10 @@
-#include "forms/TFormDevCfgEditLabel.h"
+#include "forms/generated/TFormDevCfgEditLabel.h"
 
-#include "devices/form_items.h"
-#include "forms/TTextKeys.h"
-#include "forms/TWgtLabelBtn.h"
-#include "forms/TWgtLabelEdit.h"
-#include "forms/form_bits.h"
+#include "devices/shared/form_items.h"
+#include "forms/edits/TTextKeys.h"
+#include "forms/edits/TWgtLabelBtn.h"
+#include "forms/edits/TWgtLabelEdit.h"
+#include "forms/edits/form_bits.h"
 #include "misc/TNormCmdParam.h"
 
 #include <QLineEdit>

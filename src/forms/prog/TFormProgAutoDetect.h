@@ -2,7 +2,7 @@
 
 #include "forms/IFormHost.h"
 #include "forms/TFormCommand.h"
-#include "link/TPairStringList.h"
+#include "link/lists/TPairStringList.h"
 
 class QAction;
 class QComboBox;

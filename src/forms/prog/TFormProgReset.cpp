@@ -1,8 +1,8 @@
-#include "forms/TFormProgReset.h"
+#include "forms/prog/TFormProgReset.h"
 
-#include "core/globals.h"
-#include "core/keys.h"
-#include "forms/TWgtEditDec2Def.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "forms/edits/TWgtEditDec2Def.h"
 
 #include <QFormLayout>
 

@@ -1,14 +1,14 @@
-#include "forms/TFormProgSetDevice.h"
+#include "forms/prog/TFormProgSetDevice.h"
 
-#include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/keys.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "core/model/TDataCmd.h"
+#include "core/model/TDataPrj.h"
 #include "devices/TDeviceList.h"
 #include "forms/IFormHost.h"
-#include "forms/TWgtDeviceView.h"
-#include "forms/align_labels.h"
-#include "forms/name_line.h"
+#include "forms/edits/TWgtDeviceView.h"
+#include "forms/edits/align_labels.h"
+#include "forms/edits/name_line.h"
 
 #include <QFormLayout>
 #include <QPointer>

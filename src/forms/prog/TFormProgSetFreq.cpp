@@ -1,10 +1,10 @@
-#include "forms/TFormProgSetFreq.h"
+#include "forms/prog/TFormProgSetFreq.h"
 
-#include "core/globals.h"
-#include "core/keys.h"
-#include "forms/TComboBox.h"
-#include "forms/TWgtEditDecDef.h"
-#include "link/TProg.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "forms/edits/TComboBox.h"
+#include "forms/edits/TWgtEditDecDef.h"
+#include "link/lists/TProg.h"
 #include "misc/TNormCmdParam.h"
 
 #include <QFormLayout>

@@ -1,7 +1,7 @@
-#include "forms/TFormProgSetIO.h"
+#include "forms/prog/TFormProgSetIO.h"
 
-#include "core/keys.h"
-#include "forms/TPinStates.h"
+#include "base/keys.h"
+#include "forms/edits/TPinStates.h"
 
 #include <QVBoxLayout>
 

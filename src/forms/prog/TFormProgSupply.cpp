@@ -1,8 +1,8 @@
-#include "forms/TFormProgSupply.h"
+#include "forms/prog/TFormProgSupply.h"
 
-#include "core/globals.h"
-#include "core/keys.h"
-#include "forms/TWgtEditDoubleDef.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "forms/edits/TWgtEditDoubleDef.h"
 
 #include <QCheckBox>
 #include <QFormLayout>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/types.h"
+#include "base/types.h"
 
 class IDevice;
 class QWidget;

@@ -1,15 +1,15 @@
-#include "forms/TFormToolsCalcCRC.h"
+#include "forms/tools/TFormToolsCalcCRC.h"
 
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/keys.h"
-#include "formats/TFormat.h"
-#include "formats/createCRC.h"
-#include "forms/TComboBox.h"
-#include "forms/TWgtEditFileName.h"
-#include "forms/TWgtEditHexDec.h"
-#include "forms/TWgtEditHexDec64.h"
-#include "forms/all_files.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "core/model/TDataPrj.h"
+#include "formats/crc/createCRC.h"
+#include "formats/data/TFormat.h"
+#include "forms/edits/TComboBox.h"
+#include "forms/edits/TWgtEditFileName.h"
+#include "forms/edits/TWgtEditHexDec.h"
+#include "forms/edits/TWgtEditHexDec64.h"
+#include "forms/edits/all_files.h"
 
 #include <QFormLayout>
 #include <QLabel>

@@ -1,8 +1,8 @@
-#include "forms/TFormToolsCounter.h"
+#include "forms/tools/TFormToolsCounter.h"
 
-#include "core/globals.h"
-#include "core/keys.h"
-#include "forms/TWgtEditDecDef.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "forms/edits/TWgtEditDecDef.h"
 
 #include <QFormLayout>
 

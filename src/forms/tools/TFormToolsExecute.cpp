@@ -1,9 +1,9 @@
-#include "forms/TFormToolsExecute.h"
+#include "forms/tools/TFormToolsExecute.h"
 
-#include "core/globals.h"
-#include "core/keys.h"
-#include "core/references.h"
-#include "forms/project_entries.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "core/model/references.h"
+#include "forms/tools/project_entries.h"
 
 #include <QFormLayout>
 

@@ -1,10 +1,10 @@
-#include "forms/TFormToolsJamp.h"
+#include "forms/tools/TFormToolsJamp.h"
 
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/keys.h"
-#include "core/references.h"
-#include "forms/project_entries.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "core/model/TDataPrj.h"
+#include "core/model/references.h"
+#include "forms/tools/project_entries.h"
 
 #include <QFormLayout>
 

@@ -1,8 +1,8 @@
-#include "forms/TFormToolsNote.h"
+#include "forms/tools/TFormToolsNote.h"
 
-#include "core/TCmdCode.h"
-#include "core/globals.h"
-#include "core/keys.h"
+#include "app/globals.h"
+#include "base/TCmdCode.h"
+#include "base/keys.h"
 
 #include <QLabel>
 #include <QVBoxLayout>

@@ -1,9 +1,9 @@
-#include "forms/TFormToolsProcess.h"
+#include "forms/tools/TFormToolsProcess.h"
 
-#include "core/globals.h"
-#include "core/keys.h"
-#include "forms/TWgtEditFileName.h"
-#include "forms/all_files.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "forms/edits/TWgtEditFileName.h"
+#include "forms/edits/all_files.h"
 
 #include <QCheckBox>
 #include <QFormLayout>

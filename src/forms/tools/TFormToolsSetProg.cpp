@@ -1,10 +1,10 @@
-#include "forms/TFormToolsSetProg.h"
+#include "forms/tools/TFormToolsSetProg.h"
 
-#include "core/TAppData.h"
-#include "core/globals.h"
-#include "core/keys.h"
-#include "forms/TComboBox.h"
-#include "forms/TPortBox.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "forms/edits/TComboBox.h"
+#include "forms/edits/TPortBox.h"
+#include "settings/TAppData.h"
 
 #include <QCheckBox>
 #include <QFormLayout>

@@ -1,9 +1,9 @@
-#include "forms/project_entries.h"
+#include "forms/tools/project_entries.h"
 
-#include "core/TCmdCode.h"
-#include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
+#include "app/globals.h"
+#include "base/TCmdCode.h"
+#include "core/model/TDataCmd.h"
+#include "core/model/TDataPrj.h"
 
 TIdBox::Entries cfgEntries()
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "forms/TIdBox.h"
+#include "forms/edits/TIdBox.h"
 
 /// The configurations of the project, in their order.
 TIdBox::Entries cfgEntries();

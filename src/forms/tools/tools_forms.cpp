@@ -1,14 +1,14 @@
-#include "forms/tools_forms.h"
+#include "forms/tools/tools_forms.h"
 
-#include "core/keys.h"
-#include "forms/TFormToolsCalcCRC.h"
-#include "forms/TFormToolsCounter.h"
-#include "forms/TFormToolsDelay.h"
-#include "forms/TFormToolsExecute.h"
-#include "forms/TFormToolsJamp.h"
-#include "forms/TFormToolsNote.h"
-#include "forms/TFormToolsProcess.h"
-#include "forms/TFormToolsSetProg.h"
+#include "base/keys.h"
+#include "forms/tools/TFormToolsCalcCRC.h"
+#include "forms/tools/TFormToolsCounter.h"
+#include "forms/tools/TFormToolsDelay.h"
+#include "forms/tools/TFormToolsExecute.h"
+#include "forms/tools/TFormToolsJamp.h"
+#include "forms/tools/TFormToolsNote.h"
+#include "forms/tools/TFormToolsProcess.h"
+#include "forms/tools/TFormToolsSetProg.h"
 
 namespace {
 

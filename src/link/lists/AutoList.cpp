@@ -1,6 +1,6 @@
-#include "link/AutoList.h"
+#include "link/lists/AutoList.h"
 
-#include "link/line_rules.h"
+#include "link/lists/line_rules.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "link/TPairStringList.h"
+#include "link/lists/TPairStringList.h"
 
 #include <QList>
 #include <QStringList>

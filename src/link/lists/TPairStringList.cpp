@@ -1,6 +1,6 @@
-#include "link/TPairStringList.h"
+#include "link/lists/TPairStringList.h"
 
-#include "link/line_rules.h"
+#include "link/lists/line_rules.h"
 
 #include <QStringList>
 

@@ -1,7 +1,7 @@
-#include "link/TProg.h"
+#include "link/lists/TProg.h"
 
-#include "core/TSettings.h"
-#include "core/helpers.h"
+#include "base/TSettings.h"
+#include "base/helpers.h"
 
 #include <QMutexLocker>
 

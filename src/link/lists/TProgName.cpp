@@ -1,4 +1,4 @@
-#include "link/TProgName.h"
+#include "link/lists/TProgName.h"
 
 int TProgName::count() const
 {

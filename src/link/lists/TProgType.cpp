@@ -1,4 +1,4 @@
-#include "link/TProgType.h"
+#include "link/lists/TProgType.h"
 
 int TProgType::count() const
 {

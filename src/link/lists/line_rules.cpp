@@ -1,7 +1,7 @@
-#include "link/line_rules.h"
+#include "link/lists/line_rules.h"
 
-#include "core/globals.h"
-#include "core/helpers.h"
+#include "app/globals.h"
+#include "base/helpers.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "link/TPatience.h"
+#include "link/wire/TPatience.h"
 
 namespace {
 

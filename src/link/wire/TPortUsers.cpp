@@ -1,4 +1,4 @@
-#include "link/TPortUsers.h"
+#include "link/wire/TPortUsers.h"
 
 #include <QHash>
 #include <QMutex>

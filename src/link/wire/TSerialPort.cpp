@@ -1,9 +1,9 @@
-#include "link/TSerialPort.h"
+#include "link/wire/TSerialPort.h"
 
-#include "core/globals.h"
-#include "link/TPatience.h"
-#include "link/TPortUsers.h"
-#include "link/opcodes.h"
+#include "app/globals.h"
+#include "link/wire/TPatience.h"
+#include "link/wire/TPortUsers.h"
+#include "link/wire/opcodes.h"
 
 #include <QFileInfo>
 #include <QSerialPortInfo>

@@ -1,10 +1,10 @@
-#include "ui/TCmdGroup.h"
+#include "ui/dialogs/TCmdGroup.h"
 
-#include "core/IDevice.h"
-#include "core/TAppData.h"
-#include "core/globals.h"
-#include "core/keys.h"
-#include "forms/colors.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "core/model/IDevice.h"
+#include "forms/edits/colors.h"
+#include "settings/TAppData.h"
 
 #include <QGroupBox>
 #include <QPushButton>

@@ -1,7 +1,7 @@
-#include "ui/TDialogAbout.h"
+#include "ui/dialogs/TDialogAbout.h"
 
-#include "core/globals.h"
-#include "core/helpers.h"
+#include "app/globals.h"
+#include "base/helpers.h"
 #include "ui/dialog_parts.h"
 
 #include <QFormLayout>

@@ -1,14 +1,14 @@
-#include "ui/TDialogCmdSelector.h"
+#include "ui/dialogs/TDialogCmdSelector.h"
 
-#include "core/IDevice.h"
-#include "core/TAppData.h"
-#include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/keys.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "core/model/IDevice.h"
+#include "core/model/TDataCmd.h"
+#include "core/model/TDataPrj.h"
 #include "devices/TDeviceList.h"
-#include "ui/TCmdGroup.h"
+#include "settings/TAppData.h"
 #include "ui/dialog_parts.h"
+#include "ui/dialogs/TCmdGroup.h"
 #include "ui/window_helpers.h"
 
 #include <QApplication>

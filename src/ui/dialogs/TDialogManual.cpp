@@ -1,10 +1,10 @@
-#include "ui/TDialogManual.h"
+#include "ui/dialogs/TDialogManual.h"
 
-#include "core/TAppData.h"
-#include "core/globals.h"
-#include "forms/colors.h"
+#include "app/globals.h"
+#include "forms/edits/colors.h"
+#include "settings/TAppData.h"
 #include "ui/dialog_parts.h"
-#include "ui/setup_editors.h"
+#include "ui/setup/setup_editors.h"
 
 #include <QEvent>
 #include <QFile>

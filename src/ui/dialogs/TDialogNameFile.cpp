@@ -1,8 +1,8 @@
-#include "ui/TDialogNameFile.h"
+#include "ui/dialogs/TDialogNameFile.h"
 
-#include "core/globals.h"
-#include "core/helpers.h"
-#include "forms/TFileDrop.h"
+#include "app/globals.h"
+#include "base/helpers.h"
+#include "forms/edits/TFileDrop.h"
 #include "ui/dialog_parts.h"
 
 #include <QFileDialog>

@@ -1,7 +1,7 @@
-#include "ui/TDialogPrjEdit.h"
+#include "ui/dialogs/TDialogPrjEdit.h"
 
-#include "core/TAppData.h"
-#include "core/globals.h"
+#include "app/globals.h"
+#include "settings/TAppData.h"
 
 namespace {
 

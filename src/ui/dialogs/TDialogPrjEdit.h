@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/TDialogNameFile.h"
+#include "ui/dialogs/TDialogNameFile.h"
 
 /// Edits the name and the file of a project. A file that is picked comes back relative to the folder of
 /// the list; an empty file makes a group. With mustExist only a file that is there can be picked.

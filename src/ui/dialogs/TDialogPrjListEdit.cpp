@@ -1,8 +1,8 @@
-#include "ui/TDialogPrjListEdit.h"
+#include "ui/dialogs/TDialogPrjListEdit.h"
 
-#include "core/TAppData.h"
-#include "core/TPrjListFile.h"
-#include "core/globals.h"
+#include "app/globals.h"
+#include "core/files/TPrjListFile.h"
+#include "settings/TAppData.h"
 
 namespace {
 

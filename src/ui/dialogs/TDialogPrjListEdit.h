@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/TDialogNameFile.h"
+#include "ui/dialogs/TDialogNameFile.h"
 
 /// Edits the name and the file of one project list in the list of them. A file that is picked comes back
 /// relative to the folder of projects. Neither of the two is empty when the dialog was accepted.

@@ -1,12 +1,12 @@
-#include "ui/TDialogSelectDevice.h"
+#include "ui/dialogs/TDialogSelectDevice.h"
 
-#include "core/TAppData.h"
-#include "core/globals.h"
+#include "app/globals.h"
 #include "devices/TDeviceList.h"
-#include "devices/deviceWarnings.h"
-#include "forms/colors.h"
-#include "link/AutoList.h"
-#include "link/line_rules.h"
+#include "devices/shared/deviceWarnings.h"
+#include "forms/edits/colors.h"
+#include "link/lists/AutoList.h"
+#include "link/lists/line_rules.h"
+#include "settings/TAppData.h"
 #include "ui/dialog_parts.h"
 
 #include <QCoreApplication>

@@ -1,13 +1,13 @@
-#include "ui/TDialogSelectPrjList.h"
+#include "ui/dialogs/TDialogSelectPrjList.h"
 
-#include "core/TAppData.h"
-#include "core/TCtrlProject.h"
-#include "core/TPrjListFile.h"
-#include "core/globals.h"
-#include "core/helpers.h"
+#include "app/globals.h"
+#include "base/helpers.h"
+#include "core/files/TCtrlProject.h"
+#include "core/files/TPrjListFile.h"
+#include "settings/TAppData.h"
 #include "ui/TActionWidget.h"
-#include "ui/TDialogPrjListEdit.h"
 #include "ui/dialog_parts.h"
+#include "ui/dialogs/TDialogPrjListEdit.h"
 #include "ui/window_helpers.h"
 
 #include <QDir>

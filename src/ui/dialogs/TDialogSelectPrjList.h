@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TPrjLists.h"
+#include "core/files/TPrjLists.h"
 #include "ui/TDialogBase.h"
 
 #include <functional>

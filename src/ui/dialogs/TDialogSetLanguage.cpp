@@ -1,7 +1,7 @@
-#include "ui/TDialogSetLanguage.h"
+#include "ui/dialogs/TDialogSetLanguage.h"
 
-#include "core/TAppData.h"
-#include "core/globals.h"
+#include "app/globals.h"
+#include "settings/TAppData.h"
 #include "ui/dialog_parts.h"
 
 #include <QListWidget>

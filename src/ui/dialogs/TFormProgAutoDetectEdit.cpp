@@ -1,10 +1,10 @@
-#include "ui/TFormProgAutoDetectEdit.h"
+#include "ui/dialogs/TFormProgAutoDetectEdit.h"
 
-#include "core/TAppData.h"
-#include "core/globals.h"
-#include "forms/TComboBox.h"
-#include "forms/project_entries.h"
-#include "link/TPairStringList.h"
+#include "app/globals.h"
+#include "forms/edits/TComboBox.h"
+#include "forms/tools/project_entries.h"
+#include "link/lists/TPairStringList.h"
+#include "settings/TAppData.h"
 #include "ui/dialog_parts.h"
 
 #include <QFormLayout>

@@ -1,10 +1,10 @@
-#include "ui/TFormHost.h"
+#include "ui/main/TFormHost.h"
 
-#include "core/globals.h"
+#include "app/globals.h"
 #include "ui/TActionWidget.h"
-#include "ui/TDialogSelectDevice.h"
-#include "ui/TFormProgAutoDetectEdit.h"
 #include "ui/dialog_parts.h"
+#include "ui/dialogs/TDialogSelectDevice.h"
+#include "ui/dialogs/TFormProgAutoDetectEdit.h"
 #include "ui/window_helpers.h"
 
 QString TFormHost::selectChip(const QString& current, QWidget* parent)

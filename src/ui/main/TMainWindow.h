@@ -1,11 +1,11 @@
 #pragma once
 
-#include "core/types.h"
+#include "base/types.h"
 #include "exec/TRunControl.h"
-#include "ui/TWgtConfig.h"
-#include "ui/TWgtPrjList.h"
-#include "ui/TWgtStatusBar.h"
-#include "ui/main_actions.h"
+#include "ui/main/TWgtStatusBar.h"
+#include "ui/main/main_actions.h"
+#include "ui/panels/TWgtConfig.h"
+#include "ui/panels/TWgtPrjList.h"
 
 #include <QMainWindow>
 #include <QPointer>

@@ -1,10 +1,10 @@
-#include "core/TAppData.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
+#include "app/globals.h"
+#include "core/model/TDataPrj.h"
 #include "exec/TProgTask.h"
-#include "ui/TMainWindow.h"
-#include "ui/TWgtLogExec.h"
-#include "ui/TWgtPrj.h"
+#include "settings/TAppData.h"
+#include "ui/main/TMainWindow.h"
+#include "ui/panels/TWgtLogExec.h"
+#include "ui/panels/TWgtPrj.h"
 #include "ui/window_helpers.h"
 
 #include <QApplication>

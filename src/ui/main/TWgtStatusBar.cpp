@@ -1,6 +1,6 @@
-#include "ui/TWgtStatusBar.h"
+#include "ui/main/TWgtStatusBar.h"
 
-#include "forms/colors.h"
+#include "forms/edits/colors.h"
 
 namespace {
 

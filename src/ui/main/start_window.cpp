@@ -1,11 +1,11 @@
-#include "ui/start_window.h"
+#include "ui/main/start_window.h"
 
-#include "core/IFormFactory.h"
-#include "core/platform.h"
-#include "core/startup.h"
+#include "app/startup.h"
+#include "base/platform.h"
+#include "core/model/IFormFactory.h"
 #include "forms/TFormFactory.h"
-#include "ui/TFormHost.h"
-#include "ui/TMainWindow.h"
+#include "ui/main/TFormHost.h"
+#include "ui/main/TMainWindow.h"
 #include "ui/window_helpers.h"
 
 #include <QApplication>

@@ -1,4 +1,4 @@
-#include "ui/Delegate.h"
+#include "ui/panels/Delegate.h"
 
 void Delegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
 {

@@ -1,4 +1,4 @@
-#include "ui/TColumnDrag.h"
+#include "ui/panels/TColumnDrag.h"
 
 #include <QMouseEvent>
 #include <QTableWidget>

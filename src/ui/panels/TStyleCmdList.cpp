@@ -1,7 +1,7 @@
-#include "ui/TStyleCmdList.h"
+#include "ui/panels/TStyleCmdList.h"
 
-#include "core/TAppData.h"
-#include "core/globals.h"
+#include "app/globals.h"
+#include "settings/TAppData.h"
 
 #include <QApplication>
 #include <QPainter>

@@ -1,4 +1,4 @@
-#include "ui/TTreeWidget.h"
+#include "ui/panels/TTreeWidget.h"
 
 #include <QDragLeaveEvent>
 #include <QDropEvent>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/types.h"
-#include "ui/TStyleCmdList.h"
+#include "base/types.h"
+#include "ui/panels/TStyleCmdList.h"
 
 #include <QColor>
 #include <QHash>

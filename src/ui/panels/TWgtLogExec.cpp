@@ -1,11 +1,11 @@
-#include "ui/TWgtLogExec.h"
+#include "ui/panels/TWgtLogExec.h"
 
-#include "core/TAppData.h"
-#include "core/globals.h"
+#include "app/globals.h"
 #include "exec/TLogText.h"
-#include "forms/TTextKeys.h"
-#include "forms/colors.h"
-#include "forms/mono_font.h"
+#include "forms/edits/TTextKeys.h"
+#include "forms/edits/colors.h"
+#include "forms/edits/mono_font.h"
+#include "settings/TAppData.h"
 #include "ui/setting_colors.h"
 
 #include <QEvent>

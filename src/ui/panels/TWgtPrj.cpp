@@ -1,12 +1,12 @@
-#include "ui/TWgtPrj.h"
+#include "ui/panels/TWgtPrj.h"
 
-#include "core/TAppData.h"
-#include "core/TDataCfg.h"
-#include "core/TDataCmd.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/keys.h"
-#include "ui/TWgtCmdList.h"
+#include "app/globals.h"
+#include "base/keys.h"
+#include "core/model/TDataCfg.h"
+#include "core/model/TDataCmd.h"
+#include "core/model/TDataPrj.h"
+#include "settings/TAppData.h"
+#include "ui/panels/TWgtCmdList.h"
 #include "ui/setting_colors.h"
 
 #include <QEvent>

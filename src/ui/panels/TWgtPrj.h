@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/types.h"
-#include "ui/TWgtConfig.h"
+#include "base/types.h"
+#include "ui/panels/TWgtConfig.h"
 
 #include <QFrame>
 

@@ -1,11 +1,11 @@
-#include "ui/TWgtPrjList.h"
+#include "ui/panels/TWgtPrjList.h"
 
-#include "core/TAppData.h"
-#include "core/globals.h"
-#include "core/helpers.h"
-#include "forms/colors.h"
-#include "ui/TTreeWidget.h"
+#include "app/globals.h"
+#include "base/helpers.h"
+#include "forms/edits/colors.h"
+#include "settings/TAppData.h"
 #include "ui/TWgtLabelElided.h"
+#include "ui/panels/TTreeWidget.h"
 
 #include <QFileIconProvider>
 #include <QFileInfo>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/TPrjListFile.h"
+#include "core/files/TPrjListFile.h"
 
 #include <QFrame>
 #include <QIcon>

@@ -1,6 +1,6 @@
-#include "ui/IDialogSetupPage.h"
+#include "ui/setup/IDialogSetupPage.h"
 
-#include "core/globals.h"
+#include "app/globals.h"
 
 #include <QGridLayout>
 #include <QGroupBox>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/setup_editors.h"
+#include "ui/setup/setup_editors.h"
 
 #include <QWidget>
 

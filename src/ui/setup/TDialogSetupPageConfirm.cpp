@@ -1,4 +1,4 @@
-#include "ui/TDialogSetupPageConfirm.h"
+#include "ui/setup/TDialogSetupPageConfirm.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/IDialogSetupPage.h"
+#include "ui/setup/IDialogSetupPage.h"
 
 /// The settings of group Confirmation: what is asked before it is done.
 class TDialogSetupPageConfirm : public IDialogSetupPage

@@ -1,6 +1,6 @@
-#include "ui/TDialogSetupPageInterface.h"
+#include "ui/setup/TDialogSetupPageInterface.h"
 
-#include "core/keys.h"
+#include "base/keys.h"
 
 #include <QCheckBox>
 

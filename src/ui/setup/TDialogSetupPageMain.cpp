@@ -1,4 +1,4 @@
-#include "ui/TDialogSetupPageMain.h"
+#include "ui/setup/TDialogSetupPageMain.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/IDialogSetupPage.h"
+#include "ui/setup/IDialogSetupPage.h"
 
 /// The settings of group Main.
 class TDialogSetupPageMain : public IDialogSetupPage

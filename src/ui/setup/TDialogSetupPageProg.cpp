@@ -1,14 +1,14 @@
-#include "ui/TDialogSetupPageProg.h"
+#include "ui/setup/TDialogSetupPageProg.h"
 
-#include "core/TAppData.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "forms/TComboBox.h"
-#include "forms/colors.h"
+#include "app/globals.h"
+#include "core/model/TDataPrj.h"
+#include "forms/edits/TComboBox.h"
+#include "forms/edits/colors.h"
+#include "settings/TAppData.h"
 #include "ui/TActionWidget.h"
-#include "ui/TDialogSetupPageProgAliasEdit.h"
-#include "ui/TDialogSetupPageProgTypeEdit.h"
 #include "ui/dialog_parts.h"
+#include "ui/setup/TDialogSetupPageProgAliasEdit.h"
+#include "ui/setup/TDialogSetupPageProgTypeEdit.h"
 #include "ui/window_helpers.h"
 
 #include <QHBoxLayout>

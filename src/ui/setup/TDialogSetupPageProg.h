@@ -1,7 +1,7 @@
 #pragma once
 
-#include "link/TProgName.h"
-#include "ui/IDialogSetupPage.h"
+#include "link/lists/TProgName.h"
+#include "ui/setup/IDialogSetupPage.h"
 
 class QAction;
 class QSplitter;

@@ -1,9 +1,9 @@
-#include "ui/TDialogSetupPageProgAliasEdit.h"
+#include "ui/setup/TDialogSetupPageProgAliasEdit.h"
 
-#include "core/TAppData.h"
-#include "core/globals.h"
-#include "forms/TComboBox.h"
-#include "forms/TPortBox.h"
+#include "app/globals.h"
+#include "forms/edits/TComboBox.h"
+#include "forms/edits/TPortBox.h"
+#include "settings/TAppData.h"
 #include "ui/dialog_parts.h"
 
 #include <QCheckBox>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "link/TProgName.h"
+#include "link/lists/TProgName.h"
 #include "ui/TDialogBase.h"
 
 class QCheckBox;

@@ -1,7 +1,7 @@
-#include "ui/TDialogSetupPageProgTypeEdit.h"
+#include "ui/setup/TDialogSetupPageProgTypeEdit.h"
 
-#include "core/TAppData.h"
-#include "core/globals.h"
+#include "app/globals.h"
+#include "settings/TAppData.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/TDialogNameFile.h"
+#include "ui/dialogs/TDialogNameFile.h"
 
 /// Edits one programmer model: its name, and its description file, relative to the folder of programmers
 /// where that is possible.

@@ -1,13 +1,13 @@
-#include "ui/TDialogSetupSelect.h"
+#include "ui/setup/TDialogSetupSelect.h"
 
-#include "core/TAppData.h"
-#include "core/globals.h"
-#include "forms/colors.h"
-#include "ui/TDialogSetupPageConfirm.h"
-#include "ui/TDialogSetupPageInterface.h"
-#include "ui/TDialogSetupPageMain.h"
-#include "ui/TDialogSetupPageProg.h"
+#include "app/globals.h"
+#include "forms/edits/colors.h"
+#include "settings/TAppData.h"
 #include "ui/dialog_parts.h"
+#include "ui/setup/TDialogSetupPageConfirm.h"
+#include "ui/setup/TDialogSetupPageInterface.h"
+#include "ui/setup/TDialogSetupPageMain.h"
+#include "ui/setup/TDialogSetupPageProg.h"
 #include "ui/window_helpers.h"
 
 #include <QHeaderView>

@@ -1,4 +1,4 @@
-#include "ui/TWgtColorEnableEdit.h"
+#include "ui/setup/TWgtColorEnableEdit.h"
 
 #include <QCheckBox>
 #include <QColorDialog>

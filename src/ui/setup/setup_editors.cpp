@@ -1,15 +1,15 @@
-#include "ui/setup_editors.h"
+#include "ui/setup/setup_editors.h"
 
-#include "core/TCmdCode.h"
-#include "core/TDataPrj.h"
-#include "core/globals.h"
-#include "core/helpers.h"
-#include "forms/TComboBox.h"
-#include "forms/TFileDrop.h"
-#include "forms/TWgtEditDec.h"
-#include "ui/TWgtColorEnableEdit.h"
+#include "app/globals.h"
+#include "base/TCmdCode.h"
+#include "base/helpers.h"
+#include "core/model/TDataPrj.h"
+#include "forms/edits/TComboBox.h"
+#include "forms/edits/TFileDrop.h"
+#include "forms/edits/TWgtEditDec.h"
 #include "ui/dialog_parts.h"
 #include "ui/language_files.h"
+#include "ui/setup/TWgtColorEnableEdit.h"
 
 #include <QCheckBox>
 #include <QCoreApplication>
