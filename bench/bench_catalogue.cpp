@@ -1,4 +1,3 @@
-#include "app/globals.h"
 #include "measure.h"
 #include "settings/TAppData.h"
 #include "ui/dialogs/TDialogSelectDevice.h"

@@ -4,7 +4,6 @@
 // is this process's own work, the least of many rounds; a round does ten small projects and one large one, so
 // that both take about as long and whatever else the machine does meets both.
 
-#include "app/globals.h"
 #include "base/keys.h"
 #include "core/files/TCtrlProject.h"
 #include "core/model/TDataPrj.h"

@@ -1,4 +1,3 @@
-#include "app/globals.h"
 #include "app/startup.h"
 #include "base/helpers.h"
 #include "core/model/IFormFactory.h"

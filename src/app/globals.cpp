@@ -1,13 +1,14 @@
-#include "app/globals.h"
-
 #include "base/TCmdCode.h"
 #include "base/TLang.h"
 #include "core/model/TDataPrj.h"
 #include "devices/TDeviceList.h"
 #include "settings/TAppData.h"
 
-// Objects of one translation unit are built in the order in which they stand here; across units there
-// would be no order. Nothing with a window-system handle, a timer or a thread may be a member of them.
+// The five process-wide objects, whose accessors are declared beside their classes. Objects of one
+// translation unit are built, before main, in the order in which they stand here, and destroyed in the
+// reverse order after main has returned; across units there would be no order. Nothing with a window-system
+// handle, a timer or a thread may be a member of them.
+
 namespace {
 
 TAppData theAppData;
@@ -47,20 +48,6 @@ TCmdCode& cmdCode()
 TDeviceList& deviceList()
 {
     return theDeviceList;
-}
-
-QString devicesFolder()
-{
-    QString folder;
-    theProject.locked([&folder] { folder = theAppData.PathDevices; });
-    return folder;
-}
-
-bool hexLinear()
-{
-    bool linear = false;
-    theProject.locked([&linear] { linear = theAppData.HexLinear; });
-    return linear;
 }
 
 QString langText(int id)

@@ -1,6 +1,5 @@
 #include "app/startup.h"
 
-#include "app/globals.h"
 #include "base/TLang.h"
 #include "base/helpers.h"
 #include "base/types.h"

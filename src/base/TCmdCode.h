@@ -25,3 +25,6 @@ public:
 private:
     QHash<QString, QString> m_names;
 };
+
+/// The catalogue of command words. Never changes.
+TCmdCode& cmdCode();

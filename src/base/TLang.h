@@ -20,3 +20,9 @@ private:
     QStringList list;
     int count = 0;
 };
+
+/// The language table. Read-only while a run is active.
+TLang& lang();
+
+/// Text id of the language table, "?????" past its end. Any thread.
+QString langText(int id);

@@ -1,6 +1,6 @@
 #include "console/TRunSession.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "console/print.h"
 #include "core/files/TCtrlProject.h"
 #include "core/model/TDataCfg.h"

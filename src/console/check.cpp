@@ -1,7 +1,7 @@
 #include "console/check.h"
 
-#include "app/globals.h"
 #include "base/TCmdCode.h"
+#include "base/TLang.h"
 #include "base/keys.h"
 #include "console/print.h"
 #include "core/files/TCtrlProject.h"

@@ -1,6 +1,5 @@
 #include "console/lint.h"
 
-#include "app/globals.h"
 #include "console/print.h"
 #include "devices/lint/TLintFolder.h"
 #include "settings/TAppData.h"

@@ -1,9 +1,10 @@
 #include "console/list.h"
 
-#include "app/globals.h"
 #include "base/keys.h"
 #include "console/print.h"
+#include "core/model/shared_settings.h"
 #include "devices/TDeviceList.h"
+#include "devices/shared/description.h"
 #include "formats/crc/createCRC.h"
 #include "link/lists/AutoList.h"
 #include "link/lists/line_rules.h"
@@ -24,7 +25,7 @@ Rows chips()
     std::sort(names.begin(), names.end());
     Rows rows;
     for (const QString& name : names) {
-        const TData data = TDeviceList::readDescription(deviceFolderFile(files[name]));
+        const TData data = readDescription(deviceFolderFile(devicesFolder(), files[name]));
         rows.append({name, data.value(key::gui_type).toString(), files[name]});
     }
     return rows;
@@ -40,7 +41,7 @@ Rows oneColumn(const QStringList& texts)
 
 Rows families()
 {
-    return oneColumn(autoNames());
+    return oneColumn(autoNames(devicesFolder()));
 }
 
 Rows checksums()

@@ -26,9 +26,10 @@ public:
     static QHash<QString, QString> deviceFiles();
     /// Number of a family in types.lst, 0 when it is missing.
     static int typeNumber(const QString& word);
-    /// The keys of a description file; an unreadable file gives none.
-    static TData readDescription(const QString& path);
 
 private:
     QHash<QString, Factory> m_factories;
 };
+
+/// The device catalogue. Never changes.
+TDeviceList& deviceList();

@@ -1,7 +1,7 @@
 #include "exec/TExec.h"
 
-#include "app/globals.h"
 #include "base/TCmdCode.h"
+#include "base/TLang.h"
 #include "base/keys.h"
 #include "core/model/IDevice.h"
 #include "core/model/TDataPrj.h"

@@ -1,6 +1,6 @@
 #include "exec/TLogText.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "settings/TAppData.h"
 
 #include <QTime>

@@ -1,6 +1,5 @@
 #include "exec/TRunControl.h"
 
-#include "app/globals.h"
 #include "core/model/TDataPrj.h"
 #include "exec/IRunView.h"
 #include "exec/TExec.h"

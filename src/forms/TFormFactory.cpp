@@ -1,6 +1,5 @@
 #include "forms/TFormFactory.h"
 
-#include "app/globals.h"
 #include "base/keys.h"
 #include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"

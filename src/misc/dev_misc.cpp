@@ -1,6 +1,5 @@
 #include "misc/dev_misc.h"
 
-#include "app/globals.h"
 #include "base/helpers.h"
 #include "base/keys.h"
 #include "core/model/IDevice.h"

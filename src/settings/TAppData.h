@@ -40,7 +40,7 @@ public:
     int CfgOrientation = 0;
     bool AutoSavePrj = false;
     bool OpenLastPrj = false;
-    bool HexLinear = false; ///< a run that writes HEX files asks hexLinear()
+    bool HexLinear = false;
     QString SelectPrjListFile = QStringLiteral("vm.lpl");
     QString PrjListName;
     QString PrjListFile;
@@ -237,3 +237,6 @@ public:
     TProgName progNames;
     TProgType progTypes;
 };
+
+/// All settings. Written on the main thread only.
+TAppData& appData();

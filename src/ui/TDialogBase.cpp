@@ -1,6 +1,5 @@
 #include "ui/TDialogBase.h"
 
-#include "app/globals.h"
 #include "settings/TAppData.h"
 #include "ui/window_helpers.h"
 

@@ -1,6 +1,6 @@
 #include "ui/dialog_parts.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/TSettings.h"
 #include "base/helpers.h"
 #include "forms/edits/colors.h"
@@ -158,4 +158,9 @@ QKeySequence hotKey(const QString& group, const QString& name)
 {
     const TSettings file(fileInAppDir(QStringLiteral("hk")));
     return file.readKeySequence(QStringLiteral("%1/%2").arg(group, name));
+}
+
+QString plainTitle(int text)
+{
+    return langText(text).remove(QLatin1Char('&'));
 }

@@ -49,3 +49,5 @@ QString cellText(const QTableWidget* table, int row, int column);
 
 /// A hot key of the hot-key file; empty without the key.
 QKeySequence hotKey(const QString& group, const QString& name);
+/// A text without the mark of its menu key.
+QString plainTitle(int text);

@@ -1,6 +1,5 @@
 #include "ui/setting_colors.h"
 
-#include "app/globals.h"
 #include "forms/edits/colors.h"
 #include "settings/TAppData.h"
 

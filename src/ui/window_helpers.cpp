@@ -1,6 +1,6 @@
 #include "ui/window_helpers.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/helpers.h"
 #include "base/platform.h"
 #include "settings/TAppData.h"

@@ -1,4 +1,3 @@
-#include "app/globals.h"
 #include "base/TLang.h"
 #include "console/TArguments.h"
 #include "console/TPauseInput.h"

@@ -1,4 +1,3 @@
-#include "app/globals.h"
 #include "base/TCmdCode.h"
 #include "base/keys.h"
 #include "core/model/IDeviceCatalogue.h"

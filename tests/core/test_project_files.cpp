@@ -1,4 +1,3 @@
-#include "app/globals.h"
 #include "base/helpers.h"
 #include "base/keys.h"
 #include "core/files/TCtrlProject.h"

@@ -1,6 +1,7 @@
-#include "app/globals.h"
 #include "base/keys.h"
+#include "core/model/shared_settings.h"
 #include "devices/TDeviceList.h"
+#include "devices/shared/description.h"
 #include "link/lists/AutoList.h"
 #include "settings/TAppData.h"
 #include "support/BenchProject.h"
@@ -76,8 +77,8 @@ private slots:
             parse(garbage + "\na=s|" + QByteArray("x\0y", 3) + "\nb=s|" + QByteArray(1 << 20, 'z'));
         QCOMPARE(data.value("a").toString().size(), 3);
         QCOMPARE(data.value("b").toString().size(), 1 << 20);
-        QVERIFY(TDeviceList::readDescription(m_dir->path()).isEmpty());
-        QVERIFY(TDeviceList::readDescription("/dev/zero").isEmpty());
+        QVERIFY(readDescription(m_dir->path()).isEmpty());
+        QVERIFY(readDescription("/dev/zero").isEmpty());
         const QString huge = m_dir->write("huge.dev", "gui_type=s|Prog\n");
         QVERIFY(QFile(huge).resize(100 * 1024 * 1024));
         QCOMPARE(classOf("chip", huge), QByteArray());
@@ -116,24 +117,23 @@ private slots:
 
     void detections()
     {
-        QVERIFY(autoNames().isEmpty());
+        QVERIFY(autoNames(devicesFolder()).isEmpty());
         m_dir->write("auto.lst",
                      "#c\nFlash=a.dev|s\\a.sig\nbad=one\nworse=a|b|c\nAVR=||b.dev||b.sig|\nFlash=c|d\n");
-        QCOMPARE(autoNames(), QStringList({"Flash", "AVR", "Flash"}));
-        QCOMPARE(autoDeviceFile("Flash"), QString("a.dev"));
-        QCOMPARE(autoSignatureFile("AVR"), QString("b.sig"));
-        QVERIFY(autoDeviceFile("bad").isEmpty() && autoSignatures("none").count() == 0);
-        QCOMPARE(autoSignatures("Flash").count(), 0);
+        QCOMPARE(autoNames(devicesFolder()), QStringList({"Flash", "AVR", "Flash"}));
+        QCOMPARE(autoDeviceFile(devicesFolder(), "Flash"), QString("a.dev"));
+        QCOMPARE(autoSignatureFile(devicesFolder(), "AVR"), QString("b.sig"));
+        QVERIFY(autoDeviceFile(devicesFolder(), "bad").isEmpty() &&
+                autoSignatures(devicesFolder(), "none").count() == 0);
+        QCOMPARE(autoSignatures(devicesFolder(), "Flash").count(), 0);
         m_dir->write("s/a.sig", "EF4017=W25Q64\n# c\nC22017=MX=25\nEF4017=again\n");
-        QCOMPARE(autoSignatures("Flash").toText(), QString("EF4017=W25Q64|C22017=MX=25|EF4017=again"));
-        QCOMPARE(autoSignatures("Flash").value("EF4017"), QString("W25Q64"));
+        QCOMPARE(autoSignatures(devicesFolder(), "Flash").toText(),
+                 QString("EF4017=W25Q64|C22017=MX=25|EF4017=again"));
+        QCOMPARE(autoSignatures(devicesFolder(), "Flash").value("EF4017"), QString("W25Q64"));
     }
 
 private:
-    TData parse(const QByteArray& text) const
-    {
-        return TDeviceList::readDescription(m_dir->write("a.dev", text));
-    }
+    TData parse(const QByteArray& text) const { return readDescription(m_dir->write("a.dev", text)); }
 
     /// The class of a chip, empty when it has none.
     QByteArray classOf(const QString& name, const QString& file) const

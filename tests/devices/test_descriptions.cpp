@@ -1,4 +1,3 @@
-#include "app/globals.h"
 #include "base/helpers.h"
 #include "base/keys.h"
 #include "core/files/TCtrlProject.h"
@@ -6,6 +5,7 @@
 #include "core/model/TDataPrj.h"
 #include "devices/TDeviceList.h"
 #include "devices/lint/TLintFolder.h"
+#include "devices/shared/description.h"
 #include "link/lists/TProg.h"
 #include "settings/TAppData.h"
 
@@ -238,7 +238,7 @@ private slots:
             prog.maxData(maxData);
             QVERIFY2(maxData > 0 && maxData % 16 == 0, qPrintable(model));
             for (const QString& file : filesUnder(devicesDir, "*.dev")) {
-                const TData data = TDeviceList::readDescription(devicesDir + file);
+                const TData data = readDescription(devicesDir + file);
                 for (const QLatin1String& key : {key::page_size, key::flash_page_size}) {
                     const int page = data.value(key).toInt();
                     QVERIFY2(page == 0 || page % maxData == 0 || maxData % page == 0,

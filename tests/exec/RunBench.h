@@ -1,6 +1,5 @@
 #pragma once
 
-#include "app/globals.h"
 #include "core/model/TDataPrj.h"
 #include "exec/IRunView.h"
 #include "exec/TRunControl.h"

@@ -1,5 +1,7 @@
 #include "base/keys.h"
+#include "core/model/shared_settings.h"
 #include "devices/TDeviceList.h"
+#include "devices/shared/description.h"
 #include "exec/RunBench.h"
 #include "link/lists/line_rules.h"
 #include "support/SimProcess.h"
@@ -46,7 +48,7 @@ QList<Chip> chipsOf(const QString& guiType)
     QMap<QString, Chip> chips;
     const QHash<QString, QString> files = TDeviceList::deviceFiles();
     for (auto it = files.begin(); it != files.end(); ++it) {
-        const TData data = TDeviceList::readDescription(deviceFolderFile(it.value()));
+        const TData data = readDescription(deviceFolderFile(devicesFolder(), it.value()));
         if (data.value(key::gui_type) == guiType)
             chips[it.key()] = {it.key(), data};
     }

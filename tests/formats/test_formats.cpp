@@ -211,8 +211,10 @@ private slots:
 
     void hexWrites()
     {
-        const auto row = [this](const char* name, qint64 first, int size, int piece, const QByteArray& text) {
+        bool linear = false;
+        const auto row = [&](const char* name, qint64 first, int size, int piece, const QByteArray& text) {
             TFormat format("hex", m_dir.write("out.hex", "old content"), first, 0, size - 1, piece);
+            format.setLinear(linear);
             QVERIFY(format.open(1));
             for (int at = 0; at < size; at += piece)
                 QVERIFY(format.write(first + at, counted(qMin(piece, size - at), at)));
@@ -233,11 +235,10 @@ private slots:
             hexUpper(4, 0xF) + hexLine(0, 0xFFF0, counted(9)) + hexLine(0, 0xFFF9, counted(7, 9)) +
                 hexUpper(4, 0x10) + hexLine(0, 0, counted(1, 16)));
         row("literal address record", 0x10000, 1, 16, ":020000020001FB\r\n:0100000000FF\r\n");
-        appData().HexLinear = true;
+        linear = true;
         row("type 04 where it was 02", 0xFFF0, 17, 32,
             hexUpper(4, 0) + lastLine + hexUpper(4, 1) + hexLine(0, 0, counted(1, 16)));
         row("no address record, no type 04", 0, 1, 16, hexLine(0, 0, counted(1)));
-        appData().HexLinear = false;
 
         TFormat far("hex", m_dir.file("far.hex"), 0xFFFFFFFF, 0, 1, 16);
         QVERIFY(far.open(1));

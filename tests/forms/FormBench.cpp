@@ -1,6 +1,5 @@
 #include "forms/FormBench.h"
 
-#include "app/globals.h"
 #include "base/keys.h"
 #include "core/files/TCtrlProject.h"
 #include "core/model/IDevice.h"

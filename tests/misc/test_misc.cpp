@@ -1,4 +1,3 @@
-#include "app/globals.h"
 #include "base/keys.h"
 #include "misc/TNormCmdParam.h"
 #include "misc/dev_misc.h"

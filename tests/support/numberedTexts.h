@@ -1,6 +1,5 @@
 #pragma once
 
-#include "app/globals.h"
 #include "base/TLang.h"
 #include "support/TestDir.h"
 

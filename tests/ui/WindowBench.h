@@ -1,6 +1,5 @@
 #pragma once
 
-#include "app/globals.h"
 #include "base/keys.h"
 #include "core/model/TDataCfg.h"
 #include "core/model/TDataCmd.h"

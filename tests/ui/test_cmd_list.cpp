@@ -1,4 +1,3 @@
-#include "app/globals.h"
 #include "base/keys.h"
 #include "core/model/TDataPrj.h"
 #include "exec/RunBench.h"

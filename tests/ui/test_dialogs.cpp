@@ -1,4 +1,3 @@
-#include "app/globals.h"
 #include "base/TLang.h"
 #include "base/TSettings.h"
 #include "base/helpers.h"

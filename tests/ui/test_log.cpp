@@ -1,4 +1,3 @@
-#include "app/globals.h"
 #include "base/TLang.h"
 #include "settings/TAppData.h"
 #include "ui/panels/TWgtLogExec.h"

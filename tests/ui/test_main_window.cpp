@@ -1,5 +1,8 @@
 #include "app/startup.h"
+#include "base/TLang.h"
 #include "base/helpers.h"
+#include "core/model/TDataPrj.h"
+#include "settings/TAppData.h"
 #include "support/SimProcess.h"
 #include "ui/TButtonAction.h"
 #include "ui/WindowBench.h"

@@ -1,5 +1,8 @@
+#include "base/TLang.h"
 #include "base/TSettings.h"
 #include "base/helpers.h"
+#include "core/model/TDataPrj.h"
+#include "settings/TAppData.h"
 #include "ui/WindowBench.h"
 
 #include <QFileDialog>

@@ -1,4 +1,4 @@
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "core/files/TPrjListFile.h"
 #include "settings/TAppData.h"
 #include "support/TestDir.h"

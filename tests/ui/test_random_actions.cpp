@@ -1,3 +1,4 @@
+#include "core/model/TDataPrj.h"
 #include "ui/TButtonAction.h"
 #include "ui/WindowBench.h"
 

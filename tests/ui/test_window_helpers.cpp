@@ -1,4 +1,3 @@
-#include "app/globals.h"
 #include "settings/TAppData.h"
 #include "ui/main/TWgtStatusBar.h"
 #include "ui/window_helpers.h"

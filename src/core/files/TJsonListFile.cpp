@@ -1,6 +1,6 @@
 #include "core/files/TJsonListFile.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/json_file.h"
 #include "base/keys.h"
 

@@ -1,6 +1,5 @@
 #include "core/files/TPrjListFile.h"
 
-#include "app/globals.h"
 #include "base/helpers.h"
 #include "base/json_file.h"
 #include "base/keys.h"

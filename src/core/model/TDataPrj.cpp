@@ -1,6 +1,5 @@
 #include "core/model/TDataPrj.h"
 
-#include "app/globals.h"
 #include "base/TCmdCode.h"
 #include "base/helpers.h"
 #include "base/keys.h"
@@ -8,6 +7,7 @@
 #include "core/model/IDeviceCatalogue.h"
 #include "core/model/TDataCfg.h"
 #include "core/model/TDataCmd.h"
+#include "core/model/shared_settings.h"
 #include "link/lists/AutoList.h"
 #include "link/lists/TProg.h"
 #include "settings/TAppData.h"
@@ -745,7 +745,7 @@ IDevice* TDataPrj::autoFamily(const QString& name)
         return hit.value();
     if (name.isEmpty() || (m_isSweep && m_failedLookups.contains(cacheKey)))
         return nullptr;
-    const QString file = autoDeviceFile(name);
+    const QString file = autoDeviceFile(devicesFolder(), name);
     IDevice* device = file.isEmpty() ? nullptr : lookUp(cacheKey, name, file);
     if (!device && m_isSweep)
         m_failedLookups.insert(cacheKey);

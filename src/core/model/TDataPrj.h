@@ -215,3 +215,6 @@ private:
     QList<IDevice*> m_parkedDevices;
     QList<TProg*> m_parkedProgs;
 };
+
+/// The one open project.
+TDataPrj& project();

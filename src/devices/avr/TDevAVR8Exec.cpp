@@ -1,6 +1,6 @@
 #include "devices/avr/TDevAVR8Exec.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/keys.h"
 #include "devices/avr/TDevAVR8.h"
 #include "link/wire/TSerialPort.h"

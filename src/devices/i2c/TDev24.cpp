@@ -1,6 +1,6 @@
 #include "devices/i2c/TDev24.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/keys.h"
 #include "devices/i2c/TDev24Exec.h"
 

@@ -1,13 +1,13 @@
 #include "devices/lint/TLintFile.h"
 
-#include "devices/TDeviceList.h"
+#include "devices/shared/description.h"
 #include "link/lists/line_rules.h"
 
 #include <algorithm>
 
 TLintFile::TLintFile(const QString& path)
     : m_path(path)
-    , m_data(TDeviceList::readDescription(path))
+    , m_data(readDescription(path))
 {
     int number = 0;
     for (const QString& line : readLines(path))

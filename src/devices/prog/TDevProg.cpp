@@ -1,7 +1,7 @@
 #include "devices/prog/TDevProg.h"
 
-#include "app/globals.h"
 #include "base/TCmdCode.h"
+#include "base/TLang.h"
 #include "base/keys.h"
 #include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"

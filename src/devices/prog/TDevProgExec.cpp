@@ -1,10 +1,11 @@
 #include "devices/prog/TDevProgExec.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/keys.h"
 #include "core/model/IDevice.h"
 #include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"
+#include "core/model/shared_settings.h"
 #include "link/lists/AutoList.h"
 #include "link/wire/TSerialPort.h"
 #include "link/wire/opcodes.h"
@@ -152,7 +153,7 @@ bool TDevProgExec::runAutoDetect(TSerialPort* port, int& cur_cfg, int& cur_cmd)
     QString id;
     if (!family || !detectChip(port, *family, stops, id))
         return false;
-    const TPairStringList chips = autoSignatures(param(m_cmdData, key::name).toString());
+    const TPairStringList chips = autoSignatures(devicesFolder(), param(m_cmdData, key::name).toString());
     const QString chip = QStringLiteral("%1 (%2)").arg(chips.value(id), id);
     emit signalEventText(ceText, langText(401).arg(chip));
     const int cfg = routeOf(param(m_cmdData, key::route).toString(), id);

@@ -1,6 +1,6 @@
 #include "devices/shared/IDeviceExec.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/keys.h"
 #include "core/model/TDataPrj.h"
 #include "link/wire/TSerialPort.h"

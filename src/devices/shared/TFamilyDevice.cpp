@@ -1,12 +1,11 @@
 #include "devices/shared/TFamilyDevice.h"
 
-#include "app/globals.h"
 #include "base/TCmdCode.h"
 #include "base/keys.h"
 #include "core/model/IFormFactory.h"
 #include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"
-#include "devices/TDeviceList.h"
+#include "devices/shared/description.h"
 #include "misc/dev_misc.h"
 
 #include <QtEndian>
@@ -304,7 +303,7 @@ bool TFamilyDevice::setDeviceDefaults(TData& data) const
 QByteArray TFamilyDevice::typeBlock() const
 {
     QByteArray block(3, Qt::Uninitialized);
-    const int type = TDeviceList::typeNumber(deviceValue(key::prg_type).toString());
+    const int type = typeNumber(deviceValue(key::prg_type).toString());
     qToLittleEndian(quint16(type), block.data());
     block[2] = char(quint8(deviceValue(key::cfg_hw).toUInt()));
     return block;

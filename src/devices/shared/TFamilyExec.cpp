@@ -1,11 +1,12 @@
 #include "devices/shared/TFamilyExec.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/helpers.h"
 #include "base/keys.h"
 #include "core/model/IDevice.h"
 #include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"
+#include "core/model/shared_settings.h"
 #include "devices/shared/TFileTally.h"
 #include "devices/shared/signatureName.h"
 #include "formats/data/TFormat.h"
@@ -370,6 +371,7 @@ bool TFamilyExec::readFile(const TMemory& memory)
     if (range.first < 0)
         return failOutside();
     TFormat file(range.format, range.path, range.fileAddr, range.first, range.last, memory.reads.chunk);
+    file.setLinear(hexLinear());
     if (!file.open(1))
         return fail(file.errorText());
     TProgress progress;

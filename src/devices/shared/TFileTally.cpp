@@ -1,6 +1,6 @@
 #include "devices/shared/TFileTally.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "misc/TNormCmdParam.h"
 
 namespace {

@@ -1,6 +1,5 @@
 #include "devices/shared/TPseudoDevice.h"
 
-#include "app/globals.h"
 #include "base/TCmdCode.h"
 #include "base/keys.h"
 #include "core/model/IFormFactory.h"

@@ -1,6 +1,6 @@
 #include "devices/shared/deviceWarnings.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/keys.h"
 
 QStringList deviceWarnings(const TData& description)

@@ -1,6 +1,6 @@
 #include "devices/shared/signatureName.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/helpers.h"
 #include "link/lists/TPairStringList.h"
 

@@ -1,6 +1,5 @@
 #include "devices/tools/CalcCrc.h"
 
-#include "app/globals.h"
 #include "base/helpers.h"
 #include "base/keys.h"
 #include "core/model/TDataPrj.h"

@@ -1,6 +1,5 @@
 #include "devices/tools/TDevTools.h"
 
-#include "app/globals.h"
 #include "base/TCmdCode.h"
 #include "base/keys.h"
 #include "core/model/TDataCmd.h"

@@ -1,6 +1,6 @@
 #include "formats/data/IFormat.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/helpers.h"
 #include "base/platform.h"
 

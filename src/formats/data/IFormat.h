@@ -31,6 +31,8 @@ public:
     virtual qint64 lastWanted() const = 0;
     /// Bytes of the file that read has not handed out, once it has given empty data.
     virtual qint64 leftOut() const = 0;
+    /// Writes extended addresses as type 04 only, where the format has both. Before open.
+    virtual void setLinear(bool) {}
     /// Address records of type 02 were written.
     virtual bool hasSegments() const { return false; }
     /// What is being written is a new file beside the old one, which close puts in its place.

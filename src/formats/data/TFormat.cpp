@@ -58,6 +58,11 @@ qint64 TFormat::leftOut() const
     return m_format->leftOut();
 }
 
+void TFormat::setLinear(bool linear)
+{
+    m_format->setLinear(linear);
+}
+
 bool TFormat::hasSegments() const
 {
     return m_format->hasSegments();

@@ -37,6 +37,8 @@ public:
     qint64 lastWanted() const;
     /// Bytes of the file that were not handed out, when read has come to the end.
     qint64 leftOut() const;
+    /// A HEX file is written with extended addresses of type 04 only. Before open.
+    void setLinear(bool linear);
     /// A HEX file was written with address records that other programs read differently.
     bool hasSegments() const;
     /// What is written is a new file, not a device, a pipe or a part of the old file.

@@ -1,6 +1,6 @@
 #include "formats/data/TFormatBIN.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/chunkSize.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include "formats/data/TFormatHEX.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/chunkSize.h"
 #include "formats/data/THexRecord.h"
 
@@ -64,7 +64,7 @@ bool TFormatHEX::openRead()
 
 bool TFormatHEX::openWrite()
 {
-    if (m_lastWritten > 0xFFFFF || (m_lastWritten > 0xFFFF && hexLinear()))
+    if (m_lastWritten > 0xFFFFF || (m_lastWritten > 0xFFFF && m_isLinear))
         m_extType = THexRecord::LinearAddress;
     else if (m_lastWritten > 0xFFFF)
         m_extType = THexRecord::SegmentAddress;

@@ -23,6 +23,7 @@ public:
     [[nodiscard]] bool close() override;
     qint64 lastWanted() const override { return m_lastWanted; }
     qint64 leftOut() const override { return m_leftOut; }
+    void setLinear(bool linear) override { m_isLinear = linear; }
     bool hasSegments() const override;
 
 private:
@@ -52,6 +53,7 @@ private:
     qint64 m_curAddr;     ///< address of the first byte of m_pending
     qint64 m_reached;     ///< address behind the last byte taken in reading
     quint8 m_extType = 0; ///< record type of an extended address in writing; 0: none is needed
+    bool m_isLinear = false;
     quint16 m_upper = 0;  ///< bits 31..16 of the address in force
     qint64 m_leftOut = 0; ///< bytes of records outside the range
     int m_most = 0;       ///< bytes to make room for, for one piece

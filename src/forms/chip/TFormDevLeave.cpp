@@ -1,8 +1,8 @@
 #include "forms/chip/TFormDevLeave.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/keys.h"
-#include "forms/edits/TPinStates.h"
+#include "forms/TPinStates.h"
 #include "forms/edits/TWgtEditDecDef.h"
 #include "forms/edits/TWgtLine.h"
 

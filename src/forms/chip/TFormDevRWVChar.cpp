@@ -1,6 +1,6 @@
 #include "forms/chip/TFormDevRWVChar.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/keys.h"
 #include "forms/chip/rw_region.h"
 #include "forms/edits/TWgtEditHexDec64.h"

@@ -1,6 +1,6 @@
 #include "forms/chip/TFormDevRWVFile.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/keys.h"
 #include "formats/data/TFormat.h"
 #include "forms/chip/rw_region.h"

@@ -1,6 +1,5 @@
 #include "forms/chip/dev_forms.h"
 
-#include "app/globals.h"
 #include "base/keys.h"
 #include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"

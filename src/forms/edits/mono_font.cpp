@@ -1,6 +1,5 @@
 #include "forms/edits/mono_font.h"
 
-#include "app/globals.h"
 #include "settings/TAppData.h"
 
 #include <QApplication>

@@ -1,10 +1,11 @@
 #include "forms/prog/TFormProgAutoDetect.h"
 
-#include "app/globals.h"
 #include "base/TCmdCode.h"
+#include "base/TLang.h"
 #include "base/keys.h"
 #include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"
+#include "core/model/shared_settings.h"
 #include "forms/edits/TComboBox.h"
 #include "forms/edits/TWgtDeviceView.h"
 #include "forms/edits/align_labels.h"
@@ -179,7 +180,7 @@ void TFormProgAutoDetect::showParams()
 void TFormProgAutoDetect::showRoutes()
 {
     const TPairStringList routes = TPairStringList::fromText(textParam(key::route));
-    m_chips = autoSignatures(textParam(key::name));
+    m_chips = autoSignatures(devicesFolder(), textParam(key::name));
     const QSignalBlocker blocker(m_routes);
     const int current = m_routes->currentRow();
     m_routes->setRowCount(0);

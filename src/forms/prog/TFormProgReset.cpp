@@ -1,6 +1,6 @@
 #include "forms/prog/TFormProgReset.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/keys.h"
 #include "forms/edits/TWgtEditDec2Def.h"
 

@@ -1,6 +1,6 @@
 #include "forms/prog/TFormProgSetDevice.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/keys.h"
 #include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"

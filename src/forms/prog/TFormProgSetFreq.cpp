@@ -1,6 +1,6 @@
 #include "forms/prog/TFormProgSetFreq.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/keys.h"
 #include "forms/edits/TComboBox.h"
 #include "forms/edits/TWgtEditDecDef.h"

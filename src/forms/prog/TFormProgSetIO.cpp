@@ -1,7 +1,7 @@
 #include "forms/prog/TFormProgSetIO.h"
 
 #include "base/keys.h"
-#include "forms/edits/TPinStates.h"
+#include "forms/TPinStates.h"
 
 #include <QVBoxLayout>
 

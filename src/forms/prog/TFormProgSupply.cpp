@@ -1,6 +1,6 @@
 #include "forms/prog/TFormProgSupply.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/keys.h"
 #include "forms/edits/TWgtEditDoubleDef.h"
 

@@ -1,6 +1,5 @@
 #include "forms/prog/prog_forms.h"
 
-#include "app/globals.h"
 #include "base/keys.h"
 #include "core/model/IDevice.h"
 #include "core/model/TDataCmd.h"

@@ -1,6 +1,6 @@
 #include "forms/tools/TFormToolsCalcCRC.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/keys.h"
 #include "core/model/TDataPrj.h"
 #include "formats/crc/createCRC.h"

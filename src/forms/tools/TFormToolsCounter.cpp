@@ -1,6 +1,6 @@
 #include "forms/tools/TFormToolsCounter.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/keys.h"
 #include "forms/edits/TWgtEditDecDef.h"
 

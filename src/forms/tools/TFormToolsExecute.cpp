@@ -1,6 +1,6 @@
 #include "forms/tools/TFormToolsExecute.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/keys.h"
 #include "core/model/references.h"
 #include "forms/tools/project_entries.h"

@@ -1,6 +1,6 @@
 #include "forms/tools/TFormToolsJamp.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/keys.h"
 #include "core/model/TDataPrj.h"
 #include "core/model/references.h"

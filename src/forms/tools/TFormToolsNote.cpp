@@ -1,6 +1,5 @@
 #include "forms/tools/TFormToolsNote.h"
 
-#include "app/globals.h"
 #include "base/TCmdCode.h"
 #include "base/keys.h"
 

@@ -1,6 +1,6 @@
 #include "forms/tools/TFormToolsProcess.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/keys.h"
 #include "forms/edits/TWgtEditFileName.h"
 #include "forms/edits/all_files.h"

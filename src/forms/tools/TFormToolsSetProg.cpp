@@ -1,6 +1,6 @@
 #include "forms/tools/TFormToolsSetProg.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/keys.h"
 #include "forms/edits/TComboBox.h"
 #include "forms/edits/TPortBox.h"

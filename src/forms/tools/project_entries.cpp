@@ -1,6 +1,5 @@
 #include "forms/tools/project_entries.h"
 
-#include "app/globals.h"
 #include "base/TCmdCode.h"
 #include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"

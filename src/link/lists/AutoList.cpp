@@ -4,9 +4,9 @@
 
 namespace {
 
-TAutoEntry entryOf(const QString& name)
+TAutoEntry entryOf(const QString& devices, const QString& name)
 {
-    for (const TAutoEntry& entry : autoEntries()) {
+    for (const TAutoEntry& entry : autoEntries(devices)) {
         if (entry.name == name)
             return entry;
     }
@@ -15,10 +15,10 @@ TAutoEntry entryOf(const QString& name)
 
 } // namespace
 
-QList<TAutoEntry> autoEntries()
+QList<TAutoEntry> autoEntries(const QString& devices)
 {
     QList<TAutoEntry> entries;
-    readPairs(deviceFolderFile(QStringLiteral("auto.lst")),
+    readPairs(deviceFolderFile(devices, QStringLiteral("auto.lst")),
               [&entries](const QString& name, const QString& value) {
                   const QStringList parts = value.split(QLatin1Char('|'), Qt::SkipEmptyParts);
                   if (parts.size() == 2)
@@ -28,26 +28,26 @@ QList<TAutoEntry> autoEntries()
     return entries;
 }
 
-QStringList autoNames()
+QStringList autoNames(const QString& devices)
 {
     QStringList names;
-    for (const TAutoEntry& entry : autoEntries())
+    for (const TAutoEntry& entry : autoEntries(devices))
         names.append(entry.name);
     return names;
 }
 
-QString autoDeviceFile(const QString& name)
+QString autoDeviceFile(const QString& devices, const QString& name)
 {
-    return entryOf(name).device;
+    return entryOf(devices, name).device;
 }
 
-QString autoSignatureFile(const QString& name)
+QString autoSignatureFile(const QString& devices, const QString& name)
 {
-    return entryOf(name).signatures;
+    return entryOf(devices, name).signatures;
 }
 
-TPairStringList autoSignatures(const QString& name)
+TPairStringList autoSignatures(const QString& devices, const QString& name)
 {
-    const QString file = autoSignatureFile(name);
-    return file.isEmpty() ? TPairStringList() : TPairStringList::fromFile(deviceFolderFile(file));
+    const QString file = autoSignatureFile(devices, name);
+    return file.isEmpty() ? TPairStringList() : TPairStringList::fromFile(deviceFolderFile(devices, file));
 }

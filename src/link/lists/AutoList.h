@@ -5,8 +5,9 @@
 #include <QList>
 #include <QStringList>
 
-// The detections that auto_detect offers, from auto.lst in the folder of devices. Each call reads the
-// file: ask once for a form and once for a command. Any thread. Of entries with one name the first counts.
+// The detections that auto_detect offers, from auto.lst in the folder of devices, which is given. Each call
+// reads the file: ask once for a form and once for a command. Any thread. Of entries with one name the first
+// counts.
 
 /// One detection.
 struct TAutoEntry
@@ -17,11 +18,11 @@ struct TAutoEntry
 };
 
 /// Empty when the file is missing.
-QList<TAutoEntry> autoEntries();
+QList<TAutoEntry> autoEntries(const QString& devices);
 /// Names of the entries in file order.
-QStringList autoNames();
+QStringList autoNames(const QString& devices);
 /// Empty for a name that is not in the file.
-QString autoDeviceFile(const QString& name);
-QString autoSignatureFile(const QString& name);
+QString autoDeviceFile(const QString& devices, const QString& name);
+QString autoSignatureFile(const QString& devices, const QString& name);
 /// Identification to chip name, in file order; empty when the entry or its file is missing.
-TPairStringList autoSignatures(const QString& name);
+TPairStringList autoSignatures(const QString& devices, const QString& name);

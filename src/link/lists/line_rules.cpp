@@ -1,6 +1,5 @@
 #include "link/lists/line_rules.h"
 
-#include "app/globals.h"
 #include "base/helpers.h"
 
 #include <QDir>
@@ -50,9 +49,9 @@ void readPairs(const QString& file, const std::function<bool(const QString& key,
     }
 }
 
-QString deviceFolderFile(const QString& name)
+QString deviceFolderFile(const QString& devices, const QString& name)
 {
-    const QString folder = QDir(devicesFolder()).absolutePath();
+    const QString folder = QDir(devices).absolutePath();
     QString path = absFile(folder, name);
     if (!name.contains(QLatin1Char('\\')) || QFile::exists(path))
         return path;

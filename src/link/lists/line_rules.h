@@ -18,6 +18,7 @@ QStringList readLines(const QString& file);
 /// Gives every pair of a list file to fn, in file order, until fn returns false.
 void readPairs(const QString& file, const std::function<bool(const QString& key, const QString& value)>& fn);
 
-/// Absolute path of a file named by a list or a project, relative to the folder of devices. A name with
+/// Absolute path of a file named by a list or a project, relative to the folder of devices that is given. A
+/// name with
 /// "\" that leads to no file is taken with "/" instead, so that lists may come from another system.
-QString deviceFolderFile(const QString& name);
+QString deviceFolderFile(const QString& devices, const QString& name);

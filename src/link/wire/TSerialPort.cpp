@@ -1,6 +1,6 @@
 #include "link/wire/TSerialPort.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "link/wire/TPatience.h"
 #include "link/wire/TPortUsers.h"
 #include "link/wire/opcodes.h"

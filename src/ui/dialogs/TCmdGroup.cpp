@@ -1,6 +1,5 @@
 #include "ui/dialogs/TCmdGroup.h"
 
-#include "app/globals.h"
 #include "base/keys.h"
 #include "core/model/IDevice.h"
 #include "forms/edits/colors.h"

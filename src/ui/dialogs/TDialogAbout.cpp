@@ -1,6 +1,6 @@
 #include "ui/dialogs/TDialogAbout.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/helpers.h"
 #include "ui/dialog_parts.h"
 

@@ -1,6 +1,6 @@
 #include "ui/dialogs/TDialogCfgEdit.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "settings/TAppData.h"
 #include "ui/dialog_parts.h"
 

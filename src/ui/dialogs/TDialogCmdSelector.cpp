@@ -1,6 +1,6 @@
 #include "ui/dialogs/TDialogCmdSelector.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/keys.h"
 #include "core/model/IDevice.h"
 #include "core/model/TDataCmd.h"

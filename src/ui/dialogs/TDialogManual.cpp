@@ -1,10 +1,9 @@
 #include "ui/dialogs/TDialogManual.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "forms/edits/colors.h"
 #include "settings/TAppData.h"
 #include "ui/dialog_parts.h"
-#include "ui/setup/setup_editors.h"
 
 #include <QEvent>
 #include <QFile>

@@ -1,6 +1,6 @@
 #include "ui/dialogs/TDialogNameFile.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/helpers.h"
 #include "forms/edits/TFileDrop.h"
 #include "ui/dialog_parts.h"

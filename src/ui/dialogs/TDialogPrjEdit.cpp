@@ -1,6 +1,6 @@
 #include "ui/dialogs/TDialogPrjEdit.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "settings/TAppData.h"
 
 namespace {

@@ -1,6 +1,5 @@
 #include "ui/dialogs/TDialogPrjListEdit.h"
 
-#include "app/globals.h"
 #include "core/files/TPrjListFile.h"
 #include "settings/TAppData.h"
 

@@ -1,7 +1,9 @@
 #include "ui/dialogs/TDialogSelectDevice.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
+#include "core/model/shared_settings.h"
 #include "devices/TDeviceList.h"
+#include "devices/shared/description.h"
 #include "devices/shared/deviceWarnings.h"
 #include "forms/edits/colors.h"
 #include "link/lists/AutoList.h"
@@ -133,7 +135,7 @@ QString TDialogSelectDevice::selectFamily(const QString& current, QWidget* paren
     TDialogSelectDevice dialog(langText(349),
                                {&data.WindowSelectFamilyLeft, &data.WindowSelectFamilyTop,
                                 &data.WindowSelectFamilyWidth, &data.WindowSelectFamilyHeight},
-                               autoNames(), current, parent);
+                               autoNames(devicesFolder()), current, parent);
     return choose(dialog);
 }
 
@@ -141,7 +143,8 @@ void TDialogSelectDevice::showWarnings(const QHash<QString, QString>& files)
 {
     const auto show = [this, files] {
         const QString file = files.value(selected());
-        const TData chip = file.isEmpty() ? TData() : TDeviceList::readDescription(deviceFolderFile(file));
+        const TData chip =
+            file.isEmpty() ? TData() : readDescription(deviceFolderFile(devicesFolder(), file));
         showWarning(m_warning, deviceWarnings(chip));
     };
     connect(m_list, &QListWidget::itemSelectionChanged, this, show);

@@ -1,6 +1,6 @@
 #include "ui/dialogs/TDialogSelectPrjList.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/helpers.h"
 #include "core/files/TCtrlProject.h"
 #include "core/files/TPrjListFile.h"

@@ -1,6 +1,5 @@
 #include "ui/dialogs/TDialogSetLanguage.h"
 
-#include "app/globals.h"
 #include "settings/TAppData.h"
 #include "ui/dialog_parts.h"
 

@@ -1,6 +1,6 @@
 #include "ui/dialogs/TFormProgAutoDetectEdit.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "forms/edits/TComboBox.h"
 #include "forms/tools/project_entries.h"
 #include "link/lists/TPairStringList.h"

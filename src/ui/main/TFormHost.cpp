@@ -1,6 +1,6 @@
 #include "ui/main/TFormHost.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "ui/TActionWidget.h"
 #include "ui/dialog_parts.h"
 #include "ui/dialogs/TDialogSelectDevice.h"

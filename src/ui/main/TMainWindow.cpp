@@ -1,6 +1,6 @@
 #include "ui/main/TMainWindow.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/helpers.h"
 #include "core/model/TDataPrj.h"
 #include "settings/TAppData.h"

@@ -1,5 +1,5 @@
-#include "app/globals.h"
 #include "base/TCmdCode.h"
+#include "base/TLang.h"
 #include "base/TSettings.h"
 #include "base/helpers.h"
 #include "base/keys.h"

@@ -1,5 +1,5 @@
-#include "app/globals.h"
 #include "base/TCmdCode.h"
+#include "base/TLang.h"
 #include "base/keys.h"
 #include "core/model/IDevice.h"
 #include "core/model/TDataCmd.h"

@@ -1,4 +1,4 @@
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "core/model/TDataPrj.h"
 #include "exec/TProgTask.h"
 #include "settings/TAppData.h"

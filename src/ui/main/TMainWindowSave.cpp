@@ -1,4 +1,4 @@
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/helpers.h"
 #include "core/files/TCtrlProject.h"
 #include "core/files/TPrjListFile.h"

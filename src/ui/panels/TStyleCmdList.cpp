@@ -1,6 +1,5 @@
 #include "ui/panels/TStyleCmdList.h"
 
-#include "app/globals.h"
 #include "settings/TAppData.h"
 
 #include <QApplication>

@@ -1,6 +1,5 @@
 #include "ui/panels/TWgtCmdList.h"
 
-#include "app/globals.h"
 #include "base/TCmdCode.h"
 #include "base/keys.h"
 #include "core/model/IDevice.h"

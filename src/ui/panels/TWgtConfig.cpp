@@ -1,7 +1,7 @@
 #include "ui/panels/TWgtConfig.h"
 
-#include "app/globals.h"
 #include "base/TCmdCode.h"
+#include "base/TLang.h"
 #include "base/helpers.h"
 #include "base/keys.h"
 #include "core/model/IDevice.h"

@@ -1,6 +1,5 @@
 #include "ui/panels/TWgtLogExec.h"
 
-#include "app/globals.h"
 #include "exec/TLogText.h"
 #include "forms/edits/TTextKeys.h"
 #include "forms/edits/colors.h"

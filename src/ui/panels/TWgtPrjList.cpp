@@ -1,6 +1,6 @@
 #include "ui/panels/TWgtPrjList.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "base/helpers.h"
 #include "forms/edits/colors.h"
 #include "settings/TAppData.h"

@@ -1,6 +1,7 @@
 #include "ui/setup/IDialogSetupPage.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
+#include "ui/dialog_parts.h"
 
 #include <QGridLayout>
 #include <QGroupBox>

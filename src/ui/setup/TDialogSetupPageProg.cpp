@@ -1,6 +1,6 @@
 #include "ui/setup/TDialogSetupPageProg.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "core/model/TDataPrj.h"
 #include "forms/edits/TComboBox.h"
 #include "forms/edits/colors.h"

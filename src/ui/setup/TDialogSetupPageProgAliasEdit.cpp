@@ -1,6 +1,6 @@
 #include "ui/setup/TDialogSetupPageProgAliasEdit.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "forms/edits/TComboBox.h"
 #include "forms/edits/TPortBox.h"
 #include "settings/TAppData.h"

@@ -1,6 +1,6 @@
 #include "ui/setup/TDialogSetupPageProgTypeEdit.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "settings/TAppData.h"
 
 namespace {

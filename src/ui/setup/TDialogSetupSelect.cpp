@@ -1,6 +1,6 @@
 #include "ui/setup/TDialogSetupSelect.h"
 
-#include "app/globals.h"
+#include "base/TLang.h"
 #include "forms/edits/colors.h"
 #include "settings/TAppData.h"
 #include "ui/dialog_parts.h"

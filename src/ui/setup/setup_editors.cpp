@@ -1,12 +1,13 @@
 #include "ui/setup/setup_editors.h"
 
-#include "app/globals.h"
 #include "base/TCmdCode.h"
+#include "base/TLang.h"
 #include "base/helpers.h"
 #include "core/model/TDataPrj.h"
 #include "forms/edits/TComboBox.h"
 #include "forms/edits/TFileDrop.h"
 #include "forms/edits/TWgtEditDec.h"
+#include "settings/TAppData.h"
 #include "ui/dialog_parts.h"
 #include "ui/language_files.h"
 #include "ui/setup/TWgtColorEnableEdit.h"
@@ -171,9 +172,4 @@ QString setupText(const TSetupRow& row)
     if (row.kind == TSetupKind::Number)
         return langText(466).arg(plainTitle(row.text));
     return row.text >= 0 ? langText(row.text) : cmdCode().name(row.command);
-}
-
-QString plainTitle(int text)
-{
-    return langText(text).remove(QLatin1Char('&'));
 }

@@ -55,5 +55,3 @@ struct TSetupEditor
 /// Shows the value that the setting has now. The widget belongs to parent.
 TSetupEditor makeSetupEditor(const TSetupRow& row, QWidget* parent);
 QString setupText(const TSetupRow& row);
-/// A text without the mark of its menu key.
-QString plainTitle(int text);

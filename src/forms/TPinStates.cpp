@@ -1,4 +1,4 @@
-#include "forms/edits/TPinStates.h"
+#include "forms/TPinStates.h"
 
 #include "forms/TFormCommand.h"
 #include "forms/edits/TComboBox.h"
