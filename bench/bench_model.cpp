@@ -107,7 +107,7 @@ double report(const TPart& part, const QString& smallFile, const QString& largeF
 /// Every command of the running configuration in turn, as a worker asks for them.
 void walkThrough()
 {
-    for (TRunStep step = project().nextStep(0, -1); step.found;)
+    for (TRunStep step = project().nextStep(0, -1); step.state == TRunStep::State::Found;)
         step = project().nextStep(0, step.data.value(key::id_cmd).toInt());
 }
 
