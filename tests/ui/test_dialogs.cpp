@@ -257,8 +257,9 @@ private slots:
     {
         appData().PathDevices = m_dir.file("few");
         m_dir.write("few/devices.lst", "W25Q128FW=a\nATmega16=a\nW25Q64FW=a\nATmega328P=b\nW25Q64=a\n");
-        m_dir.write("few/b", "warning=l|Mind this.");
-        expect<TDialogSelectDevice>([](TDialogSelectDevice& dialog) {
+        const QString lines = QStringLiteral("Mind this. ").repeated(60).trimmed();
+        m_dir.write("few/b", "warning=l|" + lines.toUtf8());
+        expect<TDialogSelectDevice>([&lines](TDialogSelectDevice& dialog) {
             auto* line = dialog.findChild<QLineEdit*>();
             const auto filtered = [&](const char* text) {
                 line->clear();
@@ -281,7 +282,8 @@ private slots:
             QVERIFY(!warning->isVisible());
             QTest::keyClicks(line, "f");
             QCOMPARE(filtered("mega328p"), QString("ATmega328P"));
-            QCOMPARE(warning->isVisible() ? warning->text() : QString(), QString("Mind this."));
+            QCOMPARE(warning->isVisible() ? warning->text() : QString(), lines);
+            QTRY_VERIFY(warning->height() >= warning->heightForWidth(warning->width()));
             QCOMPARE(filtered("w25q64"), QString("W25Q64"));
             QTest::keyClick(line, Qt::Key_Return);
         });

@@ -146,9 +146,18 @@ void TDialogSelectDevice::showWarnings(const QHash<QString, QString>& files)
         const TData chip =
             file.isEmpty() ? TData() : readDescription(deviceFolderFile(devicesFolder(), file));
         showWarning(m_warning, deviceWarnings(chip));
+        fitWarning();
     };
+    m_warning->installEventFilter(this);
     connect(m_list, &QListWidget::itemSelectionChanged, this, show);
     show();
+}
+
+/// A layout gives wrapped lines the height that they need only where there is room.
+void TDialogSelectDevice::fitWarning()
+{
+    if (isVisible() && !m_warning->isHidden())
+        m_warning->setMinimumHeight(m_warning->heightForWidth(m_list->width()));
 }
 
 QString TDialogSelectDevice::selected() const
@@ -159,6 +168,8 @@ QString TDialogSelectDevice::selected() const
 
 bool TDialogSelectDevice::eventFilter(QObject* object, QEvent* event)
 {
+    if (object == m_warning && event->type() == QEvent::Resize)
+        fitWarning();
     if (event->type() != QEvent::KeyPress || !isListKey(static_cast<QKeyEvent*>(event)->key()))
         return TDialogBase::eventFilter(object, event);
     // From a name that the filter hides the first that is shown comes next.

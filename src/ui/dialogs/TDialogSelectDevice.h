@@ -38,6 +38,7 @@ private:
     void buildFilter(QBoxLayout* layout);
     /// Shows what the description of the selected chip warns of. files: by name.
     void showWarnings(const QHash<QString, QString>& files);
+    void fitWarning();
     void selectOnly(QListWidgetItem* only);
     void updateAccept();
 

@@ -111,8 +111,11 @@ void TWgtLogExec::recolor()
 void TWgtLogExec::showBarColor()
 {
     QPalette colors; // without a role set it is the one of the style
-    if (m_isStopped)
-        colors.setColor(QPalette::Highlight, m_colors.at(static_cast<int>(TLogText::Color::Stopped)));
+    if (m_isStopped) {
+        const QColor stopped = m_colors.at(static_cast<int>(TLogText::Color::Stopped));
+        colors.setColor(QPalette::Highlight, stopped);
+        colors.setColor(QPalette::HighlightedText, readableOn(stopped, palette().highlightedText().color()));
+    }
     m_bar->setPalette(colors);
 }
 

@@ -12,6 +12,7 @@
 #include "ui/window_helpers.h"
 
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QSignalBlocker>
 #include <QSplitter>
@@ -98,7 +99,8 @@ void TDialogSetupPageProg::makeTables()
     m_types = makeRowTable({langText(185), langText(186)}, this);
     m_aliases->setObjectName(QStringLiteral("aliases"));
     m_types->setObjectName(QStringLiteral("types"));
-    m_aliases->setColumnWidth(ColumnEnabled, 40);
+    m_aliases->setColumnWidth(ColumnEnabled,
+                              qMax(40, m_aliases->horizontalHeader()->sectionSizeHint(ColumnEnabled)));
     m_aliases->setColumnWidth(ColumnPort, 120);
 }
 
