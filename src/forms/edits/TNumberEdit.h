@@ -123,7 +123,14 @@ private:
         const T value = number(text);
         enter(value, m_keepsTyped ? value : fitted(value));
     }
-    void step(const QString& text, int delta) override { enterFitted(stepped(number(text), delta)); }
+    void step(const QString& text, int delta) override
+    {
+        const T from = number(text);
+        const T to = stepped(from, delta);
+        // A key that moves nothing is no new wish.
+        if (from != m_value || fitted(to) != m_value || m_isForeign)
+            enterFitted(to);
+    }
     void takeDefault() override { enterFitted(m_default); }
 
     T number(const QString& text) const
