@@ -23,13 +23,6 @@ QVariant param(const TData& data, const QString& key, int line = __builtin_LINE(
     return getParam("misc/TNormCmdParam", line, data, key);
 }
 
-/// Every one of these parameters is a number or missing.
-template <typename... Keys> bool areNumbers(const TData& data, const Keys&... keys)
-{
-    qint64 number = 0;
-    return (readNumber(data.value(keys), number) && ...);
-}
-
 /// The piece lies in the region; by subtraction, since numbers from a file may be anything.
 bool inRegion(qint64 addr, qint64 count, qint64 begin, qint64 size)
 {

@@ -18,6 +18,12 @@ QVariant getParam(const char* source, int line, const TData& data, const QString
 bool readNumber(const QVariant& value, qint64& number);
 /// The same for a number of 32 bits with a sign: the rest would be cut off where it is used.
 bool readInt(const QVariant& value, qint64& number);
+/// Every one of these parameters is a number or missing.
+template <typename... Keys> bool areNumbers(const TData& data, const Keys&... keys)
+{
+    qint64 number = 0;
+    return (readNumber(data.value(keys), number) && ...);
+}
 
 /// A memory region of a chip: the last address is begin + size - 1.
 struct TRegion

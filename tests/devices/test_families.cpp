@@ -142,6 +142,7 @@ dev25 | set_clk clk=7000000 | 7 MHz | wrong
 dev25 | set_clk clk=4302967296 | 4302967296 | wrong
 dev25 | erase_blocks | 0x00..0x7FFFFF (8 Mbyte) | valid | size=65536 begin=0 count=128
 dev25 | erase_blocks begin=1 count=2 | 0x10000..0x2FFFF (128 Kbyte) | valid
+dev25 | erase_blocks count=x | 0x00..0xFFFFFFFFFFFFFFFF (0 byte) | wrong
 dev25 size=0x8000 | erase_blocks | 0x00..0xFFFFFFFFFFFFFFFF (0 byte) | valid | size=65536 begin=0 count=0
 dev25 | char_write | 0x00..0x7FFFFF :0xFF | valid | addr_device=0 count=0x800000 fill_char=255
 dev25 | char_write count=x | 0x00..0xFFFFFFFFFFFFFFFF :0xFF | wrong
@@ -153,6 +154,7 @@ dev25 addr_begin=16 | file_write | HEX: | wrong | file= format=HEX addr_file=0 a
 dev25 | status_reg_read | 000260 | valid | data=000260
 dev25 | security_reg_erase | Registers: 111 | valid | data=255
 dev25 | security_reg_erase data=6 | Registers: 110 | valid
+dev25 | security_reg_erase data=x | Registers: 000 | wrong
 dev25 security_reg_size=0 | security_reg_test_empty | Registers: | valid
 dev25 | security_reg_read | HEX: | wrong | file= format=HEX addr_file=0 addr_device=0 count=768
 dev25 | security_reg_read file=x | HEX: x | valid
@@ -297,6 +299,9 @@ private slots:
         QTEST(block, "block");
         data[key::addr] = 8;
         QCOMPARE(bench.device().checkDeviceParams(data), !hasPins);
+        data[key::clk] = "4302967296";
+        data[key::addr] = 3;
+        QVERIFY(!bench.device().checkDeviceParams(data));
     }
 
     // Three registers of an older project on a chip that is now known to have fewer.

@@ -24,6 +24,7 @@ counter limit=0 delta=0 value=* | 0 2147483647 | -1 2147483648 92233720368547758
 counter value=0 delta=0 limit=* | 0 2147483647 | -1 2147483648
 counter value=0 limit=0 delta=* | -2147483648 2147483647 | -2147483649 2147483648
 delay value=* | 0 2147483647 | -1 2147483648 x 18446744073709551617
+calc_crc count=* | 0 4294967296 | x
 execute cfg=* | 0 | x -1 4294967296
 jamp to_cmd=* | 0 | x -1 4294967296
 process file=x must_succeed=* | 0 1 true false | yes 4294967296

@@ -277,13 +277,16 @@ bool TFamilyDevice::checkParams(const TData& data) const
         return validFile(data, region.begin, region.size);
     case Shape::Leave:
         return validLeave(data, hasReset());
+    case Shape::Blocks:
+        // Text would count as 0: nothing would be erased, and the run would end well.
+        return areNumbers(data, key::size, key::begin, key::count);
+    case Shape::RegisterMask:
+        return areNumbers(data, key::data);
     case Shape::Separator:
     case Shape::Plain:
     case Shape::Ident:
     case Shape::Pins:
-    case Shape::Blocks:
     case Shape::Register:
-    case Shape::RegisterMask:
         break;
     }
     return true;
@@ -291,7 +294,8 @@ bool TFamilyDevice::checkParams(const TData& data) const
 
 bool TFamilyDevice::checkDeviceParams(const TData& data) const
 {
-    return IDevice::checkDeviceParams(data);
+    qint64 clk = 0;
+    return readInt(data.value(key::clk), clk);
 }
 
 bool TFamilyDevice::setDeviceDefaults(TData& data) const

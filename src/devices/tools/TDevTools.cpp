@@ -173,6 +173,11 @@ void defaultCalcCrc(TData& data)
     data[key::fill] = 255;
 }
 
+bool checkCalcCrc(const TData& data)
+{
+    return areNumbers(data, key::addr, key::count, key::fill);
+}
+
 QString textCalcCrc(const TData& data)
 {
     return QStringLiteral("%1: %2").arg(param(data, key::crc_name).toString(),
@@ -190,7 +195,7 @@ const TDevTools::Row TDevTools::rowTable[] = {
     {cmd::stop, defaultNone, checkNone, textNone},
     {cmd::execute, defaultExecute, checkExecute, textExecute},
     {cmd::set_prog, defaultSetProg, checkSetProg, textSetProg},
-    {cmd::calc_crc, defaultCalcCrc, checkNone, textCalcCrc},
+    {cmd::calc_crc, defaultCalcCrc, checkCalcCrc, textCalcCrc},
 };
 
 TDevTools::TDevTools(const QString& name, const TData& data)
