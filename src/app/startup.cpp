@@ -2,13 +2,12 @@
 
 #include "base/TLang.h"
 #include "base/helpers.h"
+#include "base/qt_versions.h"
 #include "base/types.h"
 #include "settings/TAppData.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QLibraryInfo>
-#include <QTextCodec>
 #include <QTranslator>
 
 #include <algorithm>
@@ -21,7 +20,7 @@ constexpr const char* qtParts[] = {"qtbase", "qtserialport"};
 /// In the language of the table, which tells its code.
 void loadQtWords()
 {
-    const QStringList folders{appData().PathLanguage, QLibraryInfo::location(QLibraryInfo::TranslationsPath)};
+    const QStringList folders{appData().PathLanguage, qtTranslationsFolder()};
     for (const char* part : qtParts) {
         const QString name = QLatin1String(part);
         // The words of the language before are those of the translator of that name.
@@ -42,7 +41,7 @@ void startEngine()
 {
     registerMetaTypes();
     QDir::setCurrent(QCoreApplication::applicationDirPath());
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    makeUtf8Default();
     appData().load();
     loadLanguage();
 }

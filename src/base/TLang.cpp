@@ -1,5 +1,7 @@
 #include "base/TLang.h"
 
+#include "base/qt_versions.h"
+
 #include <QFile>
 #include <QTextStream>
 
@@ -11,7 +13,7 @@ void TLang::load(const QString& file)
     if (!device.open(QIODevice::ReadOnly | QIODevice::Text))
         return;
     QTextStream stream(&device);
-    stream.setCodec("UTF-8");
+    setUtf8(stream);
     QString line;
     while (stream.readLineInto(&line)) {
         if (line.startsWith(QLatin1Char('#')))

@@ -1,6 +1,7 @@
 #include "base/TSettings.h"
 
 #include "base/ini_text.h"
+#include "base/qt_versions.h"
 
 #include <QFile>
 
@@ -18,7 +19,7 @@ constexpr const char* flagWords[] = {"0", "false", "no", "off", "1", "true", "ye
 TSettings::TSettings(const QString& file)
     : QSettings(file, QSettings::IniFormat)
 {
-    setIniCodec("UTF-8");
+    setUtf8(*this);
 }
 
 TSettings::~TSettings() = default;

@@ -7,14 +7,6 @@ class QSaveFile;
 
 // Paths, texts and the diagnostic log. Any thread, but iconPath: main thread.
 
-/// Identity of the program.
-namespace identity {
-inline constexpr char shortName[] = "Velmarkion";
-inline constexpr char longName[] = "Velmarkion Studio";
-inline constexpr char version[] = "0.0.2";
-inline constexpr char date[] = "03.01.2023";
-} // namespace identity
-
 /// Folder of the executable + "/" + its base name + "." + suffix.
 QString fileInAppDir(const QString& suffix);
 /// Icon of that name in the icon set 0 or 1.

@@ -2,6 +2,7 @@
 
 #include "app/startup.h"
 #include "base/helpers.h"
+#include "base/identity.h"
 #include "console/TArguments.h"
 #include "console/TRunSession.h"
 #include "console/check.h"

@@ -42,8 +42,8 @@ void TFormCommand::takeKept(const QVariant&) {}
 
 int TFormCommand::intParam(const QString& key) const
 {
-    return static_cast<int>(qBound<qint64>(std::numeric_limits<int>::min(), param(key).toLongLong(),
-                                           std::numeric_limits<int>::max()));
+    return static_cast<int>(std::clamp<qint64>(param(key).toLongLong(), std::numeric_limits<int>::min(),
+                                               std::numeric_limits<int>::max()));
 }
 
 void TFormCommand::report()

@@ -373,7 +373,7 @@ QByteArray pinPayload(int duration, const QString& state)
 QByteArray durationBytes(int duration)
 {
     using Field = std::numeric_limits<qint16>;
-    const int ms = qBound<int>(Field::min(), duration, Field::max());
+    const int ms = std::clamp<int>(duration, Field::min(), Field::max());
     QByteArray bytes;
     bytes.append(static_cast<char>(ms & 0xFF));
     bytes.append(static_cast<char>((ms >> 8) & 0xFF));
@@ -509,7 +509,7 @@ QString bytesToHexLike(const QString& pattern, const QByteArray& bytes)
     int used = 0;
     for (int i = 0; i < pattern.size() && used < digits.size(); ++i)
         text.append(pattern.at(i) == QLatin1Char(' ') ? pattern.at(i) : digits.at(used++));
-    return text.append(digits.midRef(used));
+    return text.append(digits.mid(used));
 }
 
 QString textCompare(qint64 addr, quint8 expected, quint8 read)

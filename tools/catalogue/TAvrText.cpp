@@ -1,5 +1,6 @@
 #include "TAvrText.h"
 
+#include <QRegularExpression>
 #include <QtAlgorithms>
 
 namespace {
@@ -167,7 +168,7 @@ QList<TChip> TAvrText::chips() const
     QList<TChip> list;
     for (const TTable::Row& row : m_chips.rows()) {
         const QString name = row.text("name");
-        const int digits = name.indexOf(QRegExp("\\d"));
+        const int digits = name.indexOf(QRegularExpression(QStringLiteral("\\d")));
         const QString group = name.startsWith("AT90S")  ? "AT90S"
                               : name.startsWith("AT90") ? "AT90"
                                                         : name.left(digits);

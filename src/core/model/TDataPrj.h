@@ -5,8 +5,8 @@
 
 #include <QHash>
 #include <QList>
-#include <QMutex>
 #include <QObject>
+#include <QRecursiveMutex>
 #include <QSet>
 #include <QStringList>
 
@@ -190,7 +190,7 @@ private:
     void setAutoDetectParam(TDataCmd& command, const TData& data);
     void mergeParam(TDataCmd& command, const TData& data);
 
-    mutable QMutex m_mutex{QMutex::Recursive};
+    mutable QRecursiveMutex m_mutex;
     bool m_changed = false;
     quint64 m_revision = 0;
     TFileStamp m_stamp;

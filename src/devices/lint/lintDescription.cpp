@@ -236,7 +236,7 @@ void checkStatusRegisters(TLintFile& file)
     const bool isNamed = file.has(key::status_reg_count);
     const qint64 count = isNamed ? file.number(key::status_reg_count) : 3;
     file.expect(count >= 1 && count <= 3, key::status_reg_count, "1 to 3 registers");
-    file.expect(isHex(file.text(key::status_reg_def), 2 * int(qBound<qint64>(1, count, 3))),
+    file.expect(isHex(file.text(key::status_reg_def), 2 * int(std::clamp<qint64>(count, 1, 3))),
                 key::status_reg_def,
                 isNamed ? "not as many bytes as registers" : "three bytes are read and written");
     file.expect(file.number(key::alg_status_reg_read) == 0 || !file.has(key::status_reg_cfg),

@@ -8,6 +8,7 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <limits>
 
 namespace {
@@ -24,7 +25,7 @@ int percentOf(qint64 pos, qint64 total)
         return 100;
     const qint64 percent = pos > safe || pos < -safe ? pos / qMax<qint64>(total / 100, 1) : pos * 100 / total;
     // A loop reports the address behind its last piece, which lies past the end of a short range.
-    return int(qBound<qint64>(0, percent, 100));
+    return int(std::clamp<qint64>(percent, 0, 100));
 }
 
 TData detached(TData data)

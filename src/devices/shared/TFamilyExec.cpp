@@ -17,6 +17,8 @@
 
 #include <QtEndian>
 
+#include <algorithm>
+
 namespace {
 
 constexpr char source[] = "devices/TFamilyExec";
@@ -434,7 +436,7 @@ bool TFamilyExec::fileToChip(const TMemory& memory, const TPieces& pieces, qint6
         const bool isBehindChip = addr > lastAllowed && addr <= file.lastWanted();
         if (addr < firstAllowed || (isBehindChip && (addr <= range.last || !tally.hasTaken())))
             return failOutside();
-        const auto n = int(qBound<qint64>(0, lastUsed - addr + 1, bytes.size()));
+        const auto n = int(std::clamp<qint64>(lastUsed - addr + 1, 0, bytes.size()));
         const Bytes part = [&](qint64 from, qint64 count) { return bytes.mid(int(from - addr), int(count)); };
         loop = (this->*work)(memory, addr, addr + n - 1, progress, range.last, part);
         tally.take(addr, n);

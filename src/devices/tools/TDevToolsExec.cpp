@@ -17,6 +17,7 @@
 #include <QThread>
 #include <QTimer>
 
+#include <algorithm>
 #include <limits>
 
 namespace {
@@ -69,7 +70,7 @@ void startOnce(QTimer& timer, qint64 ms)
 {
     timer.setSingleShot(true);
     timer.setTimerType(Qt::PreciseTimer);
-    timer.start(static_cast<int>(qBound<qint64>(0, ms, std::numeric_limits<int>::max())));
+    timer.start(static_cast<int>(std::clamp<qint64>(ms, 0, std::numeric_limits<int>::max())));
 }
 
 } // namespace

@@ -1,8 +1,9 @@
 #include "devices/tools/run_process.h"
 
+#include "base/qt_versions.h"
+
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QProcess>
 
 #ifdef Q_OS_UNIX
 #include <csignal>
@@ -19,10 +20,13 @@ constexpr int forcedEnd = 1000; // ms
 
 /// A program in a process group of its own: an interrupt typed on the terminal goes to us alone, and it is
 /// the stop that ends the program.
-class Program : public QProcess
+class Program : public TPreparedProcess
 {
 public:
-    using QProcess::QProcess;
+    explicit Program(QObject* parent)
+        : TPreparedProcess(&ownGroup, parent)
+    {
+    }
 
     /// Both reach what the program has started too, as the commands of a shell.
     void askToEnd()
@@ -36,15 +40,14 @@ public:
             kill();
     }
 
-protected:
-    void setupChildProcess() override
+private:
+    static void ownGroup()
     {
 #ifdef Q_OS_UNIX
         ::setpgid(0, 0);
 #endif
     }
 
-private:
     bool signalGroup(bool force) const
     {
 #ifdef Q_OS_UNIX

@@ -9,6 +9,7 @@
 #include <QFormLayout>
 #include <QSignalBlocker>
 
+#include <algorithm>
 #include <limits>
 
 TFormDevEraseBlocks::TFormDevEraseBlocks(const TData& params, const QList<int>& sizes, qint64 total)
@@ -46,7 +47,7 @@ void TFormDevEraseBlocks::setRanges()
 {
     const int size = m_sizes.value(m_size->currentIndex());
     const qint64 most = std::numeric_limits<int>::max();
-    const int blocks = size > 0 ? int(qBound<qint64>(0, m_total / size, most)) : 0;
+    const int blocks = size > 0 ? int(std::clamp<qint64>(m_total / size, 0, most)) : 0;
     m_begin->setRange(0, blocks - 1); // without a block there is only 0
     const int begin = m_begin->value();
     const int rest = begin >= 0 && begin < blocks ? blocks - begin : blocks;

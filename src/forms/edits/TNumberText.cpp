@@ -66,7 +66,7 @@ void TNumberText::read(const QString& text, int& value) const
 {
     qint64 wide = 0;
     read(text, wide);
-    value = int(qBound<qint64>(std::numeric_limits<int>::min(), wide, std::numeric_limits<int>::max()));
+    value = int(std::clamp<qint64>(wide, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
 }
 
 void TNumberText::read(const QString& text, double& value) const

@@ -68,7 +68,7 @@ QVector<int> keyNumbers(TSettings& ini, const QString& group, const QString& pre
     ini.endGroup();
     for (const QString& key : keys) {
         bool ok = false;
-        const int number = key.startsWith(prefix) ? key.midRef(prefix.size()).toInt(&ok) : 0;
+        const int number = key.startsWith(prefix) ? key.mid(prefix.size()).toInt(&ok) : 0;
         if (ok)
             numbers.append(number);
     }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QMutex>
 #include <QObject>
+#include <QRecursiveMutex>
 #include <QStringList>
 #include <QVector>
 
@@ -71,7 +71,7 @@ private:
     void limits(const QString& group, double& min, double& max) const;
     double groupDefault(const QString& group) const;
 
-    mutable QMutex m_mutex{QMutex::Recursive};
+    mutable QRecursiveMutex m_mutex;
     QString m_file;
     int m_interfaceId = 0;
     int m_baudRate = 0;

@@ -2,6 +2,7 @@
 
 #include "base/TLang.h"
 #include "base/helpers.h"
+#include "base/identity.h"
 #include "ui/dialog_parts.h"
 
 #include <QFormLayout>

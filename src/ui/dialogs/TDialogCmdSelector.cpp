@@ -19,6 +19,7 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <memory>
 
 namespace {
@@ -157,7 +158,8 @@ void TDialogCmdSelector::settleBeside(const QSize& size)
     const QRect beside = m_beside->frameGeometry();
     const QRect screen = m_beside->screen()->availableGeometry();
     const qint64 left = qint64(beside.right()) + 1 + appData().WindowCmdSelector;
-    const QPoint corner(static_cast<int>(qBound<qint64>(screen.left(), left, screen.right())), beside.top());
+    const QPoint corner(static_cast<int>(std::clamp<qint64>(left, screen.left(), screen.right())),
+                        beside.top());
     settle({corner, size}, *m_beside->screen());
 }
 

@@ -2,6 +2,7 @@
 
 #include "base/TLang.h"
 #include "base/helpers.h"
+#include "base/identity.h"
 #include "core/model/TDataPrj.h"
 #include "settings/TAppData.h"
 #include "ui/TButtonAction.h"
