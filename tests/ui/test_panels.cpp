@@ -4,6 +4,7 @@
 #include "core/model/TDataPrj.h"
 #include "devices/TDeviceList.h"
 #include "exec/RunBench.h"
+#include "exec/TLineGate.h"
 #include "forms/TFormCommand.h"
 #include "forms/TFormFactory.h"
 #include "settings/TAppData.h"
@@ -31,7 +32,7 @@ private slots:
         m_ids = {m_bench->addCmd(m_cfgs[0], "delay value=1"), m_bench->addCmd(m_cfgs[0], "counter value=2"),
                  m_bench->addCmd(m_cfgs[0], "stop")};
         m_bench->addCmd(m_cfgs[1], "stop");
-        m_prj = std::make_unique<TWgtPrj>();
+        m_prj = std::make_unique<TWgtPrj>(m_gate);
         m_prj->resize(500, 400);
         m_prj->show();
         build();
@@ -221,7 +222,7 @@ private slots:
         tab(0)->slotExecEventText(ceText, "text");
         QTRY_COMPARE(order, QStringList({"line", "event"}));
         // The panel may go meanwhile.
-        const QPointer<TWgtConfig> config = new TWgtConfig(m_cfgs[0], {});
+        const QPointer<TWgtConfig> config = new TWgtConfig(m_cfgs[0], {}, m_gate);
         QTimer::singleShot(0, this, [config] { delete config; });
         config->slotExecEventText(ceText, "late");
         QVERIFY(!config);
@@ -258,6 +259,7 @@ private:
 
     TFormFactory m_forms;
     std::optional<RunBench> m_bench;
+    TLineGate m_gate;
     std::unique_ptr<TWgtPrj> m_prj;
     QList<int> m_cfgs;
     QList<int> m_ids; ///< delay, counter, stop in the first configuration

@@ -43,7 +43,7 @@ void TMainWindow::createLayout()
 {
     m_prjList = new TWgtPrjList;
     m_prjList->setFrameStyle(QFrame::Box | QFrame::Sunken);
-    m_prj = new TWgtPrj;
+    m_prj = new TWgtPrj(m_gate);
     m_splitter = new QSplitter(Qt::Horizontal);
     m_splitter->addWidget(m_prjList);
     m_splitter->addWidget(m_prj);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/types.h"
+#include "exec/TLineGate.h"
 #include "exec/TRunControl.h"
 #include "ui/main/TWgtStatusBar.h"
 #include "ui/main/main_actions.h"
@@ -286,6 +287,7 @@ private:
     QSet<int> m_staleForms;
     QPointer<TDialogCmdSelector> m_cmdSelector;
     QPointer<TDialogManual> m_manual;
+    TLineGate m_gate;
     TRunControl m_runs;
 
     /// Counts the openings: ids of commands and configurations mean something within one only.

@@ -313,7 +313,7 @@ QAction* TMainWindow::createAction(const ActionRow& row)
 
 void TMainWindow::trigger(const ActionRow& row)
 {
-    TWgtConfig::betweenLines(this, [this, row] { act(row); });
+    m_gate.betweenLines(this, [this, row] { act(row); });
 }
 
 void TMainWindow::act(const ActionRow& row)

@@ -52,7 +52,7 @@ TMainWindow::~TMainWindow()
 void TMainWindow::closeEvent(QCloseEvent* event)
 {
     event->ignore();
-    TWgtConfig::betweenLines(this, [this] { askToLeave(); });
+    m_gate.betweenLines(this, [this] { askToLeave(); });
     if (m_mayClose)
         event->accept();
 }
@@ -127,7 +127,7 @@ void TMainWindow::goOnAfterRuns()
 
 void TMainWindow::slotSelectPrj(const QString& project_file)
 {
-    TWgtConfig::betweenLines(this, [this, project_file] { selectPrj(project_file); });
+    m_gate.betweenLines(this, [this, project_file] { selectPrj(project_file); });
 }
 
 void TMainWindow::selectPrj(const QString& project_file)

@@ -9,6 +9,7 @@
 #include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"
 #include "core/model/references.h"
+#include "exec/TLineGate.h"
 #include "forms/TFormCommand.h"
 #include "forms/edits/colors.h"
 #include "settings/TAppData.h"
@@ -18,15 +19,11 @@
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QScopedValueRollback>
 #include <QScrollArea>
 #include <QSignalBlocker>
 #include <QSplitter>
 #include <QTabWidget>
 #include <QTextEdit>
-
-#include <algorithm>
-#include <utility>
 
 namespace {
 
@@ -55,39 +52,12 @@ TData paramsOf(const TDataCmd& command)
     return data;
 }
 
-/// Events are being let in within a line.
-bool isLetIn = false;
-/// What the user has asked for within a line, to be done behind it.
-QList<std::function<void()>> waiting;
-
-void doWaiting()
-{
-    const QList<std::function<void()>> steps = std::exchange(waiting, {});
-    for (const auto& step : steps)
-        step();
-}
-
-/// Keeps the window alive during a burst of lines. Nothing is let in within another run's line: that run
-/// would have to wait, with its chip under power, until all others have nothing to tell. (To leave out the
-/// user's input would starve it: the flag outlives the call in the event loop's own round.)
-void letEventsIn()
-{
-    if (isLetIn || !waiting.isEmpty())
-        return;
-    {
-        const QScopedValueRollback<bool> guard(isLetIn, true);
-        QCoreApplication::processEvents();
-    }
-    // No line lets events in before it is their turn, so the event loop itself comes to them.
-    if (!waiting.isEmpty())
-        QMetaObject::invokeMethod(qApp, &doWaiting, Qt::QueuedConnection);
-}
-
 } // namespace
 
-TWgtConfig::TWgtConfig(int id_cfg, const QString& description, QWidget* parent)
+TWgtConfig::TWgtConfig(int id_cfg, const QString& description, TLineGate& gate, QWidget* parent)
     : QWidget(parent)
     , m_idCfg(id_cfg)
+    , m_gate(gate)
     , m_cmdList(new TWgtCmdList(this))
     , m_splitter(new QSplitter(this))
 {
@@ -326,26 +296,14 @@ void TWgtConfig::runEnded()
     m_log->lock(false);
 }
 
-void TWgtConfig::betweenLines(QObject* receiver, const std::function<void()>& step)
-{
-    if (!isLetIn) {
-        step();
-        return;
-    }
-    waiting.append([receiver = QPointer<QObject>(receiver), step] {
-        if (receiver)
-            step();
-    });
-}
-
 void TWgtConfig::slotExecEventText(TCodeExec code, const QString& text1, const QString& text2)
 {
     const QPointer<TWgtConfig> self(this);
-    letEventsIn();
+    m_gate.letEventsIn();
     if (!self)
         return;
     m_log->addEvent(code, text1, text2);
-    letEventsIn();
+    m_gate.letEventsIn();
 }
 
 void TWgtConfig::slotExecEventText(TCodeExec code, const QString& text1)
@@ -356,11 +314,11 @@ void TWgtConfig::slotExecEventText(TCodeExec code, const QString& text1)
 void TWgtConfig::slotExecEventProc(int procent)
 {
     const QPointer<TWgtConfig> self(this);
-    letEventsIn();
+    m_gate.letEventsIn();
     if (!self)
         return;
     m_log->setPercent(procent);
-    letEventsIn();
+    m_gate.letEventsIn();
 }
 
 void TWgtConfig::slotSplitterMoved()

@@ -6,8 +6,6 @@
 #include <QPointer>
 #include <QWidget>
 
-#include <functional>
-
 class QHBoxLayout;
 class QLabel;
 class QScrollArea;
@@ -15,6 +13,7 @@ class QSplitter;
 class QTabWidget;
 class QTextEdit;
 class TDataCmd;
+class TLineGate;
 class TWgtCmdList;
 class TWgtLogExec;
 
@@ -27,7 +26,8 @@ public:
     /// The pages, in the order of the view menu.
     enum Page { PageDescription, PageParam, PageExec };
 
-    TWgtConfig(int id_cfg, const QString& description, QWidget* parent = nullptr);
+    /// The gate is the window's, for all its tabs.
+    TWgtConfig(int id_cfg, const QString& description, TLineGate& gate, QWidget* parent = nullptr);
     ~TWgtConfig() override;
 
     int idCfg() const;
@@ -51,9 +51,6 @@ public:
     void reloadColors();
     /// The last run ended because the user had stopped it.
     bool isStopped() const { return m_isStopped; }
-    /// Does step at once or, inside a line that a run is writing to a log, as soon as that line is done:
-    /// a box or a dialog that opens within a line would hold its run up. Nothing when receiver has gone.
-    static void betweenLines(QObject* receiver, const std::function<void()>& step);
 
     // IRunView
     QObject* receiver() override;
@@ -91,6 +88,7 @@ private:
     void removeStrayRows();
 
     const int m_idCfg;
+    TLineGate& m_gate;
     TWgtCmdList* m_cmdList = nullptr;
     QSplitter* m_splitter = nullptr;
     QLabel* m_title = nullptr;

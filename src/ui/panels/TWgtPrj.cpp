@@ -42,8 +42,9 @@ QColor TAppData::*tabColor(const TWgtConfig& tab)
 
 } // namespace
 
-TWgtPrj::TWgtPrj(QWidget* parent)
+TWgtPrj::TWgtPrj(TLineGate& gate, QWidget* parent)
     : QFrame(parent)
+    , m_gate(gate)
     , m_tabs(new QTabWidget(this))
 {
     setFrameStyle(QFrame::Panel | QFrame::Sunken);
@@ -93,7 +94,7 @@ void TWgtPrj::dropTab(int index)
 
 TWgtConfig* TWgtPrj::insertTab(int index, int id_cfg)
 {
-    auto* tab = new TWgtConfig(id_cfg, project().cfgDescription(id_cfg), m_tabs);
+    auto* tab = new TWgtConfig(id_cfg, project().cfgDescription(id_cfg), m_gate, m_tabs);
     m_tabs->insertTab(index, tab, tabName(project().cfgName(id_cfg)));
     m_tabs->show();
     tab->setOrientation(appData().CfgOrientation != 0);

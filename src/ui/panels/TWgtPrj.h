@@ -13,7 +13,8 @@ class TWgtPrj : public QFrame
     Q_OBJECT
 
 public:
-    explicit TWgtPrj(QWidget* parent = nullptr);
+    /// The gate is the window's; all tabs write their lines through it.
+    explicit TWgtPrj(TLineGate& gate, QWidget* parent = nullptr);
     ~TWgtPrj() override;
 
     /// Deletes all tabs and makes them again from the project.
@@ -78,6 +79,7 @@ private:
     void dropTab(int index);
     template <typename Call> void forEachTab(const Call& call);
 
+    TLineGate& m_gate;
     QTabWidget* m_tabs = nullptr;
     TWgtConfig::Page m_page = TWgtConfig::PageDescription;
     bool m_hideUnchecked = false;
