@@ -47,14 +47,7 @@ protected:
     void setParam(const QString& key, const QVariant& value) { m_params[key] = value; }
     void report();
 
-    /// Shows value in a field unless it stands there or the user is typing in it.
-    template <typename Field, typename Value> static void showIn(Field* field, const Value& value)
-    {
-        if (field->value() != value && !isEdited(field))
-            field->setValue(value);
-    }
-
-    /// The same for a number, as it is stored under key.
+    /// Shows the number stored under key in a field unless the user is typing in it.
     template <typename Field> void showStored(Field* field, const QString& key) const
     {
         if (!isEdited(field))

@@ -486,11 +486,6 @@ uint fromHex(const QString& s)
     return s.toUInt(nullptr, 16);
 }
 
-qlonglong fromHexLong(const QString& s)
-{
-    return s.toLongLong(nullptr, 16);
-}
-
 QByteArray hexToBytes(const QString& s)
 {
     return QByteArray::fromHex(withoutBlanks(s).toLatin1());

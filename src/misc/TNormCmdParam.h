@@ -107,7 +107,6 @@ QString hex(int n);
 QString hex(uint n);
 QString hex(qlonglong n);
 uint fromHex(const QString& s);
-qlonglong fromHexLong(const QString& s);
 /// White space does not count.
 QByteArray hexToBytes(const QString& s);
 QString bytesToHex(const QByteArray& bytes);

@@ -12,7 +12,6 @@ public:
 
     /// Plain text; text() is what is left of it on the screen.
     void setFullText(const QString& text);
-    QString fullText() const { return m_fullText; }
 
     QSize minimumSizeHint() const override;
 

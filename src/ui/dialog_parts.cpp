@@ -93,6 +93,11 @@ QString askFile(QWidget* parent, const QString& title, const QString& current, c
                                         QFileDialog::DontConfirmOverwrite);
 }
 
+QString suffixFilter(const QString& suffix)
+{
+    return QStringLiteral("*.%1").arg(suffix);
+}
+
 QWidget* actionColumn(const QList<QAction*>& actions, QWidget* parent)
 {
     auto* widget = new QWidget(parent);

@@ -36,6 +36,9 @@ TBrowseLine makeBrowseLine(const QString& text, QWidget* parent);
 /// the choice itself, so nothing is asked about that.
 QString askFile(QWidget* parent, const QString& title, const QString& current, const QString& filter);
 
+/// What a file dialog shows: the files with that suffix, which is given without the dot.
+QString suffixFilter(const QString& suffix);
+
 /// One tool button for each action, below each other; null makes a gap. The buttons take no focus.
 QWidget* actionColumn(const QList<QAction*>& actions, QWidget* parent);
 /// A context menu of the actions at a place of the widget's viewport; null makes a separator.

@@ -10,6 +10,7 @@
 #include <QFontInfo>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QSignalBlocker>
 #include <QStyle>
@@ -201,6 +202,14 @@ void applyFontSettings()
         appData().FontMonoName = font.family();
     if (appData().FontMonoSize == 0)
         appData().FontMonoSize = info.pointSize();
+}
+
+QString wildcardPattern(const QString& text)
+{
+    QString pattern = QRegularExpression::escape(text);
+    pattern.replace(QLatin1String("\\*"), QLatin1String(".*"));
+    pattern.replace(QLatin1String("\\?"), QLatin1String("."));
+    return pattern;
 }
 
 void moveTableRow(QTableWidget* table, int delta)

@@ -47,6 +47,10 @@ void applyStyleSettings();
 /// follow it.
 void applyFontSettings();
 
+/// A regular expression of what a filter says: "*" and "?" stand for any characters, everything else for
+/// itself.
+QString wildcardPattern(const QString& text);
+
 /// Swaps the current row with the one delta rows away, if there is one, and makes that row current.
 /// The table emits nothing.
 void moveTableRow(QTableWidget* table, int delta);

@@ -143,8 +143,6 @@ Chips | big | on | +Chips,>+AVR,>>mega8,>>tiny,>+Flash [W25],>>big,Other
         find("AVR")->setExpanded(true);
         m_list->restoreCurrent(find(dragged));
         QSignalSpy selected(m_list.get(), &TWgtPrjList::signalProjectSelect);
-        QSignalSpy dropped(tree, &TTreeWidget::signalDropped);
-        const QString before = shape();
         const QRect rect = target.isEmpty() ? tree->viewport()->rect() : tree->visualItemRect(find(target));
         const int y = place == "above" ? rect.top() : place == "below" ? rect.bottom() : rect.center().y();
         QMimeData mime;
@@ -154,7 +152,6 @@ Chips | big | on | +Chips,>+AVR,>>mega8,>>tiny,>+Flash [W25],>>big,Other
         QTEST(shape(), "nodes");
         QCOMPARE(m_list->nodeName(), dragged);
         QCOMPARE(selected.size(), 0);
-        QCOMPARE(dropped.size(), shape() == before ? 0 : 1);
         QVERIFY(event.dropAction() != Qt::MoveAction);
     }
 

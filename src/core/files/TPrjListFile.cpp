@@ -116,7 +116,7 @@ bool joinPrjList(const QString& folder, TPrjFileMode mode, const QByteArray& con
 {
     if (file.isEmpty())
         return true;
-    const QString path = absFile(folder, withSuffix(file, QStringLiteral("prj")));
+    const QString path = absFile(folder, withSuffix(file, prjSuffix));
     const bool exists = QFileInfo::exists(path);
     if (mode == TPrjFileMode::Paste && exists) {
         error = qt_error_string(EEXIST);

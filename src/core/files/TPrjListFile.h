@@ -56,5 +56,8 @@ enum class TPrjFileMode {
 /// group and stays so. False with the reason in error when the file cannot be made.
 [[nodiscard]] bool joinPrjList(const QString& folder, TPrjFileMode mode, const QByteArray& content,
                                QString& file, QString& error);
+/// The suffixes of projects and of lists of them, without the dot.
+constexpr QLatin1String prjSuffix("prj");
+constexpr QLatin1String prjListSuffix("lst");
 /// file with "." and suffix behind it, if it does not end so already.
 QString withSuffix(const QString& file, const QString& suffix);

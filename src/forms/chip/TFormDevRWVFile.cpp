@@ -7,6 +7,7 @@
 #include "forms/edits/TComboBox.h"
 #include "forms/edits/TWgtEditFileName.h"
 #include "forms/edits/TWgtEditHexDec64.h"
+#include "forms/edits/file_filters.h"
 
 #include <QFormLayout>
 #include <QSignalBlocker>
@@ -28,17 +29,6 @@ enum Text {
 /// Intel HEX carries its own addresses, of 32 bits.
 constexpr qint64 greatestHexAddress = 0xFFFFFFFF;
 
-QString fileFilter()
-{
-#ifdef Q_OS_WIN
-    const QString all = QStringLiteral("*.*");
-#else
-    // Many dumps have no suffix, and "*.*" would hide them here.
-    const QString all = QStringLiteral("*");
-#endif
-    return QStringLiteral("Files (%1);;All Files (%2)").arg(TFormat::fileFilter(), all);
-}
-
 } // namespace
 
 TFormDevRWVFile::TFormDevRWVFile(const TData& params)
@@ -51,7 +41,7 @@ TFormDevRWVFile::TFormDevRWVFile(const TData& params)
 {
     const bool isRead = params.value(key::cmd).toString().contains(QLatin1String("read"));
     m_file->setPurpose(isRead ? TWgtEditFileName::Save : TWgtEditFileName::Open);
-    m_file->setFilter(fileFilter());
+    m_file->setFilter(dataFileFilter());
     m_file->setTitle(langText(labelTitle));
     m_file->setButtonTip(langText(labelBrowse));
     m_format->addItems(TFormat::formatList());

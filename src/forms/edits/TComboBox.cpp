@@ -5,12 +5,10 @@
 #include <QAbstractItemView>
 #include <QScrollBar>
 #include <QStyleOptionComboBox>
-#include <QWheelEvent>
 
 TComboBox::TComboBox(QWidget* parent)
-    : QComboBox(parent)
+    : TSteadyBox(parent)
 {
-    setFocusPolicy(Qt::StrongFocus);
     connect(this, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &TComboBox::slotChanged);
     slotChanged();
 }
@@ -42,13 +40,4 @@ void TComboBox::showPopup()
 void TComboBox::slotChanged()
 {
     markFault(this, currentIndex() < 0);
-}
-
-void TComboBox::wheelEvent(QWheelEvent* event)
-{
-    // Left alone, the event scrolls the page.
-    if (hasFocus())
-        QComboBox::wheelEvent(event);
-    else
-        event->ignore();
 }

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <QComboBox>
+#include "forms/edits/TSteadyBox.h"
 
-/// A combo box that changes only when the user means it: the wheel counts only with the focus. Without
-/// a current entry it shows the colour of faults.
-class TComboBox : public QComboBox
+/// A choice among fixed entries. Without a current entry it shows the colour of faults.
+class TComboBox : public TSteadyBox
 {
     Q_OBJECT
 
@@ -21,9 +20,6 @@ public:
 public slots:
     /// Colours the box by its current entry.
     void slotChanged();
-
-protected:
-    void wheelEvent(QWheelEvent* event) override;
 
 private:
     int m_leastLetters = 0; ///< that have to be seen; 0 for the whole of each entry

@@ -4,14 +4,12 @@
 
 #include <QLineEdit>
 #include <QSignalBlocker>
-#include <QWheelEvent>
 
 TPortBox::TPortBox(QWidget* parent)
-    : QComboBox(parent)
+    : TSteadyBox(parent)
 {
     setEditable(true);
     setInsertPolicy(QComboBox::NoInsert);
-    setFocusPolicy(Qt::StrongFocus);
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(8);
     setCompleter(nullptr); // would change the case of a name to that of another
@@ -43,14 +41,6 @@ void TPortBox::focusInEvent(QFocusEvent* event)
     if (count() == 0)
         fill();
     QComboBox::focusInEvent(event);
-}
-
-void TPortBox::wheelEvent(QWheelEvent* event)
-{
-    if (hasFocus())
-        QComboBox::wheelEvent(event);
-    else
-        event->ignore();
 }
 
 void TPortBox::fill()

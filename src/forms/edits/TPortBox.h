@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QComboBox>
+#include "forms/edits/TSteadyBox.h"
 
 /// A serial port: one that the system has, or any name that is typed. The list is that of the moment at
 /// which it is opened.
-class TPortBox : public QComboBox
+class TPortBox : public TSteadyBox
 {
     Q_OBJECT
 
@@ -22,7 +22,6 @@ signals:
 
 protected:
     void focusInEvent(QFocusEvent* event) override;
-    void wheelEvent(QWheelEvent* event) override;
 
 private:
     void fill();

@@ -29,7 +29,7 @@ void setDanger(QWidget* widget);
 QLabel* warningLabel(QWidget* parent);
 /// Shows lines in such a label.
 void showWarning(QLabel* label, const QStringList& lines);
-/// text as a button or check box has to be given it, so that an "&" shows as itself.
+/// text as a button, a tab or a menu has to be given it, so that an "&" shows as itself.
 QString literalLabel(QString text);
 /// Height of one line of text and a frame in the widget's font, in pixels: usual unless the font needs
 /// more.

@@ -9,7 +9,7 @@
 #include "forms/edits/TWgtEditFileName.h"
 #include "forms/edits/TWgtEditHexDec.h"
 #include "forms/edits/TWgtEditHexDec64.h"
-#include "forms/edits/all_files.h"
+#include "forms/edits/file_filters.h"
 
 #include <QFormLayout>
 #include <QLabel>
@@ -68,8 +68,7 @@ TWgtEditFileName* TFormToolsCalcCRC::addFile(QFormLayout* layout)
     auto* edit = new TWgtEditFileName(QString(), this);
     edit->setBaseFolder(project().workPath());
     edit->setTitle(langText(337));
-    edit->setFilter(
-        QStringLiteral("Files (%1);;All Files (%2)").arg(TFormat::fileFilter(), allFilesPattern()));
+    edit->setFilter(dataFileFilter());
     edit->setButtonTip(langText(338));
     layout->addRow(langText(336), edit);
     connect(edit, &TWgtEditFileName::signalChanged, this,

@@ -3,7 +3,7 @@
 #include "base/TLang.h"
 #include "base/keys.h"
 #include "forms/edits/TWgtEditFileName.h"
-#include "forms/edits/all_files.h"
+#include "forms/edits/file_filters.h"
 
 #include <QCheckBox>
 #include <QFormLayout>

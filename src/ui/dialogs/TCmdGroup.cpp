@@ -86,8 +86,7 @@ void TCmdGroup::build(const QStringList& keys, const QStringList& titles)
             column->addSpacing(appData().WindowCmdSelectorButtonSeparatorHeight);
             continue;
         }
-        auto* button =
-            new QPushButton(QString(titles.at(i)).replace(QLatin1Char('&'), QLatin1String("&&")), content);
+        auto* button = new QPushButton(literalLabel(titles.at(i)), content);
         button->setFixedHeight(lineHeight(button, appData().WindowCmdSelectorButtonHeight, 6));
         button->setObjectName(keys.at(i));
         paint(button, keys.at(i));

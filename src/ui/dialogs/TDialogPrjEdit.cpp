@@ -1,7 +1,9 @@
 #include "ui/dialogs/TDialogPrjEdit.h"
 
 #include "base/TLang.h"
+#include "core/files/TPrjListFile.h"
 #include "settings/TAppData.h"
+#include "ui/dialog_parts.h"
 
 namespace {
 
@@ -9,7 +11,7 @@ namespace {
 TNameFile rows(const QString& title, const QString& name, const QString& file, const QString& folder,
                bool mustExist)
 {
-    TNameFile rows{title, name, file, 105, 106, folder, QStringLiteral("*.prj"), langText(107)};
+    TNameFile rows{title, name, file, 105, 106, folder, suffixFilter(prjSuffix), langText(107)};
     rows.mustExist = mustExist;
     rows.needsFile = false;
     return rows;

@@ -2,12 +2,13 @@
 
 #include "core/files/TPrjListFile.h"
 #include "settings/TAppData.h"
+#include "ui/dialog_parts.h"
 
 namespace {
 
 TNameFile rows(const QString& title, const QString& name, const QString& file)
 {
-    TNameFile rows{title, name, file, 169, 170, appData().PathProjects, QStringLiteral("*.lst"), title};
+    TNameFile rows{title, name, file, 169, 170, appData().PathProjects, suffixFilter(prjListSuffix), title};
     rows.mustExist = false;
     return rows;
 }

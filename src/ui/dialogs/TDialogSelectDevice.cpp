@@ -10,6 +10,7 @@
 #include "link/lists/line_rules.h"
 #include "settings/TAppData.h"
 #include "ui/dialog_parts.h"
+#include "ui/window_helpers.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>
@@ -23,13 +24,10 @@
 
 namespace {
 
-/// A text to be found anywhere, in which "*" and "?" have a meaning, and a set such as "[a-f58]" stands for
-/// one of its signs.
+/// A text to be found anywhere, in which a set such as "[a-f58]" stands for one of its signs, too.
 QRegularExpression filterPattern(const QString& text)
 {
-    QString pattern = QRegularExpression::escape(text);
-    pattern.replace(QLatin1String("\\*"), QLatin1String(".*"));
-    pattern.replace(QLatin1String("\\?"), QLatin1String("."));
+    QString pattern = wildcardPattern(text);
     static const QRegularExpression set(QStringLiteral(R"(\\\[((?:\w|\\-)+)\\\])"));
     pattern.replace(set, QStringLiteral("[\\1]"));
     return QRegularExpression(pattern, QRegularExpression::CaseInsensitiveOption);

@@ -21,8 +21,6 @@ namespace {
 
 constexpr int leastLetters = 36; // of a name and its file, to be seen
 
-const QLatin1String suffix("lst");
-
 enum Column { ColumnName, ColumnFile };
 /// Of the name's cell: other keys of the file.
 constexpr int roleOthers = Qt::UserRole;
@@ -60,10 +58,10 @@ QString cleanPath(const QString& file)
 /// With the suffix of a list, and "_new" before it as often as it takes to name no file that exists.
 QString freeFile(const QString& file)
 {
-    QString name = withSuffix(file, suffix);
+    QString name = withSuffix(file, prjListSuffix);
     while (QFileInfo::exists(absFile(appData().PathProjects, name))) {
-        name.chop(suffix.size() + 1);
-        name = QStringLiteral("%1_new.%2").arg(name, suffix);
+        name.chop(prjListSuffix.size() + 1);
+        name = QStringLiteral("%1_new.%2").arg(name, prjListSuffix);
     }
     return name;
 }

@@ -229,7 +229,7 @@ private:
     void reloadList();
     void openOtherList(const QString& name, const QString& file);
     QString listProblem() const;
-    void insertNode(int title, TWgtPrjList::Mode mode, TWgtPrjList::Place place);
+    void insertNode(int title, TPrjFileMode mode, TWgtPrjList::Place place);
     void changeNode(const QString& name, const QString& file);
     void removeNode(const QTreeWidgetItem* node, const QString& name);
 

@@ -6,6 +6,7 @@
 #include "core/model/IDevice.h"
 #include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"
+#include "forms/edits/colors.h"
 #include "settings/TAppData.h"
 #include "ui/TButtonAction.h"
 #include "ui/dialogs/TDialogCmdSelector.h"
@@ -159,12 +160,6 @@ const QList<int>& menuContent(TMainMenu id)
 QString ownText(TMainAction id)
 {
     return id == maSetLanguage ? QStringLiteral("Language") : QStringLiteral("About Qt...");
-}
-
-/// A name of the user's, for a place where "&" underlines.
-QString shown(QString name)
-{
-    return name.replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
 QString insertText(TMainAction id, int text)
@@ -515,7 +510,7 @@ void TMainWindow::slotChangePrj(bool change)
 void TMainWindow::setPasteText(TMainAction id, int text, const QString& name)
 {
     const QString own = langText(text).section(QLatin1Char('['), 0, 0).trimmed();
-    action(id)->setText(QStringLiteral("%1 [%2]").arg(own, shown(name)));
+    action(id)->setText(QStringLiteral("%1 [%2]").arg(own, literalLabel(name)));
 }
 
 void TMainWindow::slotOpenContextMenuPrjList(const QPoint& pos)

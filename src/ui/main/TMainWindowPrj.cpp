@@ -13,39 +13,39 @@
 
 void TMainWindow::slotPrjNew()
 {
-    insertNode(100, TWgtPrjList::Create, TWgtPrjList::Sibling);
+    insertNode(100, TPrjFileMode::Create, TWgtPrjList::Sibling);
 }
 
 void TMainWindow::slotPrjNewSub()
 {
-    insertNode(101, TWgtPrjList::Create, TWgtPrjList::Child);
+    insertNode(101, TPrjFileMode::Create, TWgtPrjList::Child);
 }
 
 void TMainWindow::slotPrjAdd()
 {
-    insertNode(102, TWgtPrjList::Add, TWgtPrjList::Sibling);
+    insertNode(102, TPrjFileMode::Add, TWgtPrjList::Sibling);
 }
 
 void TMainWindow::slotPrjAddSub()
 {
-    insertNode(103, TWgtPrjList::Add, TWgtPrjList::Child);
+    insertNode(103, TPrjFileMode::Add, TWgtPrjList::Child);
 }
 
 void TMainWindow::slotPrjPasteNew()
 {
-    insertNode(109, TWgtPrjList::Paste, TWgtPrjList::Sibling);
+    insertNode(109, TPrjFileMode::Paste, TWgtPrjList::Sibling);
 }
 
 void TMainWindow::slotPrjPasteNewSub()
 {
-    insertNode(110, TWgtPrjList::Paste, TWgtPrjList::Child);
+    insertNode(110, TPrjFileMode::Paste, TWgtPrjList::Child);
 }
 
-void TMainWindow::insertNode(int title, TWgtPrjList::Mode mode, TWgtPrjList::Place place)
+void TMainWindow::insertNode(int title, TPrjFileMode mode, TWgtPrjList::Place place)
 {
-    const bool pastes = mode == TWgtPrjList::Paste;
+    const bool pastes = mode == TPrjFileMode::Paste;
     TDialogPrjEdit dialog(langText(title), pastes ? m_prjClip.name : QString(), QString(),
-                          m_prjList->listFolder(), this, mode == TWgtPrjList::Add);
+                          m_prjList->listFolder(), this, mode == TPrjFileMode::Add);
     do {
         if (dialog.exec() != QDialog::Accepted)
             return;

@@ -3,6 +3,7 @@
 #include "core/files/TCtrlProject.h"
 #include "core/files/TPrjListFile.h"
 #include "settings/TAppData.h"
+#include "ui/dialog_parts.h"
 #include "ui/dialogs/TDialogSelectPrjList.h"
 #include "ui/main/TMainWindow.h"
 #include "ui/panels/TTreeWidget.h"
@@ -17,16 +18,9 @@
 #include <QFileDialog>
 #include <QFileInfo>
 
-namespace {
-
-const QString listSuffix = QStringLiteral("lst");
-const QString listFilter = QStringLiteral("*.lst");
-
-} // namespace
-
 void TMainWindow::slotPrjListNew()
 {
-    const QString file = askNewFile(90, QCoreApplication::applicationDirPath(), listSuffix, true);
+    const QString file = askNewFile(90, QCoreApplication::applicationDirPath(), prjListSuffix, true);
     if (file.isEmpty())
         return;
     if ((m_prjList->isLoaded() && isSameFile(file, m_prjList->listFile())) || !writeEmptyList(file)) {
@@ -42,7 +36,8 @@ void TMainWindow::slotPrjListLoad()
 {
     const QString now =
         m_prjList->listFile().isEmpty() ? TPrjListFile::path(appData().PrjListFile) : m_prjList->listFile();
-    const QString file = QFileDialog::getOpenFileName(this, langText(92), absDir(now), listFilter);
+    const QString file =
+        QFileDialog::getOpenFileName(this, langText(92), absDir(now), suffixFilter(prjListSuffix));
     if (!file.isEmpty())
         openOtherList(file, file);
     updateState();
@@ -126,7 +121,7 @@ void TMainWindow::slotPrjListReload()
 
 void TMainWindow::slotPrjListSaveAs()
 {
-    const QString file = askNewFile(96, QCoreApplication::applicationDirPath(), listSuffix, false);
+    const QString file = askNewFile(96, QCoreApplication::applicationDirPath(), prjListSuffix, false);
     if (file.isEmpty())
         return;
     const QString source = m_prjList->listFile();

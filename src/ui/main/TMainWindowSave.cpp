@@ -4,6 +4,7 @@
 #include "core/files/TPrjListFile.h"
 #include "core/model/TDataPrj.h"
 #include "settings/TAppData.h"
+#include "ui/dialog_parts.h"
 #include "ui/main/TMainWindow.h"
 #include "ui/panels/TTreeWidget.h"
 #include "ui/panels/TWgtPrj.h"
@@ -24,7 +25,7 @@ constexpr int keepChanges = 2;
 /// The name of a file to write, with its suffix; empty when the user does not want to.
 QString TMainWindow::askNewFile(int title, const QString& start, const QString& suffix, bool confirmOverwrite)
 {
-    QFileDialog dialog(this, langText(title), start, QStringLiteral("*.%1").arg(suffix));
+    QFileDialog dialog(this, langText(title), start, suffixFilter(suffix));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(suffix);
     dialog.setOption(QFileDialog::DontConfirmOverwrite, !confirmOverwrite);
@@ -102,7 +103,7 @@ bool TMainWindow::keepList()
         if (answer == 1) {
             stored = Stored::GivenUp;
         } else {
-            const QString other = askNewFile(96, file, QStringLiteral("lst"), true);
+            const QString other = askNewFile(96, file, prjListSuffix, true);
             if (!other.isEmpty() && m_prjList->saveCopy(other))
                 stored = Stored::Yes;
         }
@@ -215,7 +216,7 @@ void TMainWindow::reopenNode(QTreeWidgetItem* node)
 
 QString TMainWindow::askPrjFile()
 {
-    return askNewFile(428, project().file(), QStringLiteral("prj"), true);
+    return askNewFile(428, project().file(), prjSuffix, true);
 }
 
 QTreeWidgetItem* TMainWindow::copyPrjTo(const QString& file)

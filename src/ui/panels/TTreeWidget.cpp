@@ -99,8 +99,6 @@ void TTreeWidget::dropEvent(QDropEvent* event)
     // Ends scrolling and takes the line away.
     QDragLeaveEvent leave;
     QTreeWidget::dragLeaveEvent(&leave);
-    if (moved)
-        emit signalDropped();
 }
 
 void TTreeWidget::focusInEvent(QFocusEvent* event)

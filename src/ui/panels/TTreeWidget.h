@@ -17,10 +17,6 @@ public:
     /// Makes the node current; nothing for an index that no node has.
     void selectByIndex(int index);
 
-signals:
-    /// Nodes have been moved by drag and drop.
-    void signalDropped();
-
 protected:
     void dropEvent(QDropEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;

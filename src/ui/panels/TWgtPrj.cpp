@@ -4,6 +4,7 @@
 #include "core/model/TDataCfg.h"
 #include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"
+#include "forms/edits/colors.h"
 #include "settings/TAppData.h"
 #include "ui/panels/TWgtCmdList.h"
 #include "ui/setting_colors.h"
@@ -16,12 +17,6 @@
 #include <QVBoxLayout>
 
 namespace {
-
-/// A name as it is, where "&" would mark a key.
-QString tabName(QString name)
-{
-    return name.replace(QLatin1Char('&'), QLatin1String("&&"));
-}
 
 /// Of a tab that has a state of its own; null for the default colour.
 QColor TAppData::*tabColor(const TWgtConfig& tab)
@@ -95,7 +90,7 @@ void TWgtPrj::dropTab(int index)
 TWgtConfig* TWgtPrj::insertTab(int index, int id_cfg)
 {
     auto* tab = new TWgtConfig(id_cfg, project().cfgDescription(id_cfg), m_gate, m_tabs);
-    m_tabs->insertTab(index, tab, tabName(project().cfgName(id_cfg)));
+    m_tabs->insertTab(index, tab, literalLabel(project().cfgName(id_cfg)));
     m_tabs->show();
     tab->setOrientation(appData().CfgOrientation != 0);
     tab->setSplitterSizes(appData().WindowMainCfgSplitter);
@@ -126,7 +121,7 @@ void TWgtPrj::setTabText(int id_cfg, const QString& name)
 {
     const int index = m_tabs->indexOf(tabOf(id_cfg));
     if (index >= 0)
-        m_tabs->setTabText(index, tabName(name));
+        m_tabs->setTabText(index, literalLabel(name));
 }
 
 int TWgtPrj::count() const

@@ -6,6 +6,7 @@
 #include "settings/TAppData.h"
 #include "ui/TWgtLabelElided.h"
 #include "ui/panels/TTreeWidget.h"
+#include "ui/window_helpers.h"
 
 #include <QFileIconProvider>
 #include <QFileInfo>
@@ -42,28 +43,11 @@ QFrame* newLine(QWidget* parent)
     return line;
 }
 
-/// "*" and "?" stand for any characters, everything else for itself.
 QRegularExpression filterPattern(const QString& text)
 {
-    QString pattern = QRegularExpression::escape(text);
-    pattern.replace(QLatin1String("\\*"), QLatin1String(".*"));
-    pattern.replace(QLatin1String("\\?"), QLatin1String("."));
-    return QRegularExpression(pattern, QRegularExpression::CaseInsensitiveOption |
-                                           QRegularExpression::DotMatchesEverythingOption |
-                                           QRegularExpression::UseUnicodePropertiesOption);
-}
-
-TPrjFileMode fileMode(TWgtPrjList::Mode mode)
-{
-    switch (mode) {
-    case TWgtPrjList::Create:
-        return TPrjFileMode::Create;
-    case TWgtPrjList::Paste:
-        return TPrjFileMode::Paste;
-    case TWgtPrjList::Add:
-        break;
-    }
-    return TPrjFileMode::Add;
+    return QRegularExpression(wildcardPattern(text), QRegularExpression::CaseInsensitiveOption |
+                                                         QRegularExpression::DotMatchesEverythingOption |
+                                                         QRegularExpression::UseUnicodePropertiesOption);
 }
 
 } // namespace
@@ -376,12 +360,12 @@ void TWgtPrjList::setCurrentNode(const QString& name, const QString& file)
         setNode(m_tree->currentItem(), name, file);
 }
 
-bool TWgtPrjList::insertNode(const QString& name, const QString& file, Mode mode, Place place,
+bool TWgtPrjList::insertNode(const QString& name, const QString& file, TPrjFileMode mode, Place place,
                              const QByteArray& content)
 {
     QString stored = file;
     m_errorText.clear();
-    if (!joinPrjList(listFolder(), fileMode(mode), content, stored, m_errorText))
+    if (!joinPrjList(listFolder(), mode, content, stored, m_errorText))
         return false;
     QTreeWidgetItem* current = m_tree->currentItem();
     QTreeWidgetItem* parent = place == Child ? current : (current ? current->parent() : nullptr);

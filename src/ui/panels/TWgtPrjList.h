@@ -22,12 +22,6 @@ public:
         Sibling, ///< directly below the current node, same parent
         Child    ///< last child of the current node
     };
-    /// What happens to the file of a new node.
-    enum Mode {
-        Create, ///< a new project is written; an existing file is taken as it is
-        Add,    ///< the file is not touched
-        Paste   ///< the content is written; fails when the file exists
-    };
 
     explicit TWgtPrjList(QWidget* parent = nullptr);
     ~TWgtPrjList() override;
@@ -74,7 +68,7 @@ public:
     void setCurrentNode(const QString& name, const QString& file);
     /// Makes a node and makes it current, which opens its project. False when the file could not be
     /// written or, for a paste, exists; then there is no node and errorText() tells why.
-    [[nodiscard]] bool insertNode(const QString& name, const QString& file, Mode mode, Place place,
+    [[nodiscard]] bool insertNode(const QString& name, const QString& file, TPrjFileMode mode, Place place,
                                   const QByteArray& content = {});
     /// The node of a project file, absolute; a new one directly below another one, or at the end, if
     /// there is none. The current node stays.
