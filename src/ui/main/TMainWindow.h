@@ -29,11 +29,6 @@ class TWgtPrj;
 /// The program's one top-level window: owns all menus, tool buttons and actions, turns the state of the
 /// list, the project and the selected command into what is enabled, and does what the actions ask for on
 /// the model, the panels and the files. Main thread; it never waits for a worker.
-///
-/// Its sources are split by subject: TMainWindow.cpp (construction, settings), TMainWindowActions.cpp
-/// (tables, menus, buttons, state), TMainWindowPrjList.cpp, TMainWindowPrj.cpp, TMainWindowCfg.cpp,
-/// TMainWindowCmd.cpp (operations), TMainWindowRun.cpp (runs), TMainWindowLife.cpp (opening and closing),
-/// TMainWindowSave.cpp (saving).
 class TMainWindow : public QMainWindow
 {
     Q_OBJECT
