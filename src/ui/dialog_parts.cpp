@@ -3,11 +3,13 @@
 #include "base/TLang.h"
 #include "base/TSettings.h"
 #include "base/helpers.h"
+#include "core/files/TPrjListFile.h"
 #include "forms/edits/colors.h"
 
 #include <QAction>
 #include <QDialog>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -91,6 +93,24 @@ QString askFile(QWidget* parent, const QString& title, const QString& current, c
 {
     return QFileDialog::getSaveFileName(parent, title, current, filter, nullptr,
                                         QFileDialog::DontConfirmOverwrite);
+}
+
+QString askNewFile(QWidget* parent, const QString& title, const QString& start, const QString& suffix,
+                   bool confirmOverwrite)
+{
+    QFileDialog dialog(parent, title, start, suffixFilter(suffix));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(suffix);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, !confirmOverwrite);
+    while (dialog.exec() == QDialog::Accepted) {
+        const QString chosen = dialog.selectedFiles().value(0);
+        QString file = withSuffix(chosen, suffix);
+        // The dialog has asked about the file that was typed, not about the one with another suffix.
+        if (file == chosen || !confirmOverwrite || !QFileInfo::exists(file))
+            return file;
+        dialog.selectFile(file);
+    }
+    return QString();
 }
 
 QString suffixFilter(const QString& suffix)

@@ -36,6 +36,9 @@ TBrowseLine makeBrowseLine(const QString& text, QWidget* parent);
 /// the choice itself, so nothing is asked about that.
 QString askFile(QWidget* parent, const QString& title, const QString& current, const QString& filter);
 
+/// Asks for a file to write, of that suffix and with it; empty when the user does not want to.
+QString askNewFile(QWidget* parent, const QString& title, const QString& start, const QString& suffix,
+                   bool confirmOverwrite);
 /// What a file dialog shows: the files with that suffix, which is given without the dot.
 QString suffixFilter(const QString& suffix);
 

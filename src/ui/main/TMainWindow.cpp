@@ -7,117 +7,129 @@
 #include "settings/TAppData.h"
 #include "ui/TButtonAction.h"
 #include "ui/dialogs/TDialogAbout.h"
+#include "ui/dialogs/TDialogCmdSelector.h"
 #include "ui/dialogs/TDialogManual.h"
 #include "ui/dialogs/TDialogSetLanguage.h"
 #include "ui/language_files.h"
-#include "ui/panels/TTreeWidget.h"
+#include "ui/main/TActionState.h"
 #include "ui/panels/TWgtPrj.h"
+#include "ui/panels/TWgtPrjList.h"
 #include "ui/setup/TDialogSetupSelect.h"
 #include "ui/window_helpers.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QCloseEvent>
 #include <QDir>
+#include <QMenu>
 #include <QSplitter>
-#include <QStyle>
-#include <QVBoxLayout>
 
 TMainWindow::TMainWindow()
-    : m_runs([this](int id_cfg) -> IRunView* { return m_prj->tabOf(id_cfg); })
+    : m_panels(new TMainPanels(m_gate))
+    , m_runs([this](int id_cfg) -> IRunView* { return prj()->tabOf(id_cfg); })
+    , m_session(*m_panels, m_runs, m_gate)
+    , m_prjListActions(*m_panels, m_session)
+    , m_prjActions(*m_panels, m_session, m_clipboard)
+    , m_cfgActions(*m_panels, m_session, m_clipboard)
+    , m_cmdActions(*m_panels, m_session, m_clipboard)
+    , m_runActions(*m_panels, m_session, m_runs)
+    , m_actions(*this, *m_panels, m_gate)
+    , m_toolBar(new TMainToolBar(m_actions, *m_panels))
+    , m_menus(*this, m_actions)
 {
     const TAppData& app = appData();
     setWindowTitle(QLatin1String(identity::shortName));
     placeOnScreen(this, app.WindowMainCenter, app.WindowMainLeft, app.WindowMainTop, app.WindowMainWidth,
                   app.WindowMainHeight);
-    createActions();
-    createLayout();
-    createMenus();
-    openStartList();
+    m_panels->setToolBar(m_toolBar);
+    setCentralWidget(m_panels);
+    m_session.openStartList();
+    connectSession();
     connectPanels();
-    openLastPrj();
-    applyInterface();
+    connectRuns();
+    m_session.openLastPrj();
+    m_panels->applyInterface();
     updateState();
 }
 
-void TMainWindow::createLayout()
+TMainWindow::~TMainWindow()
 {
-    m_prjList = new TWgtPrjList;
-    m_prjList->setFrameStyle(QFrame::Box | QFrame::Sunken);
-    m_prj = new TWgtPrj(m_gate);
-    m_splitter = new QSplitter(Qt::Horizontal);
-    m_splitter->addWidget(m_prjList);
-    m_splitter->addWidget(m_prj);
-    m_splitter->setStretchFactor(1, 1);
-    m_splitter->setSizes(appData().WindowMainPrjSplitter);
-    m_status = new TWgtStatusBar;
-
-    auto* central = new QWidget;
-    auto* layout = new QVBoxLayout(central);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addWidget(createToolBar());
-    layout->addWidget(m_splitter, 1);
-    layout->addWidget(m_status);
-    setCentralWidget(central);
+    m_session.stopRuns();
+    const TAppData& app = appData();
+    if (app.SaveSettingsApp)
+        app.saveApp();
+    if (app.SaveSettingsWindow) {
+        takeWindowSettings();
+        app.saveWindow();
+    }
+    delete m_cmdSelector;
+    m_session.clear();
+    disconnect(m_panels, nullptr, this, nullptr);
 }
 
-void TMainWindow::openStartList()
+void TMainWindow::connectSession()
 {
-    const TAppData& app = appData();
-    if (!app.PrjListFile.isEmpty() && !m_prjList->load(app.PrjListName, app.PrjListFile, app.PrjListExpand))
-        m_status->showText(listProblem(), TWgtStatusBar::Red);
-    m_prjList->dragMode(app.PrjListDragDrop);
+    connect(&m_session, &TPrjSession::signalOpened, this, [this] { m_clipboard.dropReferences(); });
+    connect(&m_session, &TPrjSession::signalShown, this, &TMainWindow::showSession);
+    connect(&m_session, &TPrjSession::signalMayClose, this, &TMainWindow::leave);
+    // What a run has sent may arrive behind a save: the state of now counts.
+    connect(&project(), &TDataPrj::signalChangePrj, this, [this] { slotChangePrj(project().isChanged()); });
 }
 
 void TMainWindow::connectPanels()
 {
     // Queued: the tree is in the middle of its own change when it tells of a node, and boxes may follow.
-    connect(m_prjList, &TWgtPrjList::signalProjectSelect, this, &TMainWindow::slotSelectPrj,
+    connect(prjList(), &TWgtPrjList::signalProjectSelect, this, &TMainWindow::slotSelectPrj,
             Qt::QueuedConnection);
-    connect(m_prjList, &TWgtPrjList::signalContextMenuRequested, this,
+    connect(prjList(), &TWgtPrjList::signalContextMenuRequested, this,
             &TMainWindow::slotOpenContextMenuPrjList);
-    // What a run has sent may arrive behind a save: the state of now counts.
-    connect(&project(), &TDataPrj::signalChangePrj, this, [this] { slotChangePrj(project().isChanged()); });
+    connect(m_panels, &TMainPanels::signalState, this, &TMainWindow::updateState);
+    connect(m_panels, &TMainPanels::signalSelectCmd, this, &TMainWindow::slotSelectCmd);
+    connect(m_panels, &TMainPanels::signalSetViewParamCmd, this, &TMainWindow::slotSetViewParamCmd);
+    connect(m_panels, &TMainPanels::signalSplitterCfgMoved, this, &TMainWindow::slotSplitterCfgMoved);
+    connect(m_panels, &TMainPanels::signalContextMenuRequested, this, &TMainWindow::slotOpenContextMenuPrj);
+}
 
+void TMainWindow::connectRuns()
+{
+    connect(&m_runActions, &TRunActions::signalStop, this, &TMainWindow::signalStop);
+    connect(&m_runActions, &TRunActions::signalPauseReset, this, &TMainWindow::signalPauseReset);
     connect(this, &TMainWindow::signalStop, &m_runs, &TRunControl::stop);
     connect(this, &TMainWindow::signalPauseReset, &m_runs, &TRunControl::resume);
     connect(&m_runs, &TRunControl::signalStatusChanged, this, &TMainWindow::slotStatusChanged);
     connect(&m_runs, &TRunControl::signalRunEnded, this, &TMainWindow::slotExecFinished);
-    connect(&m_runs, &TRunControl::signalIdle, this, &TMainWindow::goOnAfterRuns, Qt::QueuedConnection);
-    connectPrj();
 }
 
-void TMainWindow::openLastPrj()
+void TMainWindow::updateState()
 {
-    const TAppData& app = appData();
-    if (!app.OpenLastPrj)
-        return;
-    m_prjList->selectByIndex(app.LastPrj);
-    if (m_prjList->hasNode())
-        openCurrentNode();
-    showPlace(app.LastCfg, app.LastCmd);
+    const TActionState state(*m_panels, m_clipboard, !isWaitingForRuns());
+    m_actions.refresh(state, m_clipboard);
+    m_toolBar->refresh(state);
+    if (m_cmdSelector)
+        m_cmdSelector->setAdding(state.holds(TMainActionRow::HasCfg | TMainActionRow::Free));
+    if (state.holds(TMainActionRow::PrjOpen))
+        prj()->refreshTabColors();
 }
 
-void TMainWindow::showPlace(int tab, int row)
+void TMainWindow::showSession()
 {
-    if (!project().isOpen())
-        return;
-    if (tab >= 0 && tab < m_prj->count())
-        m_prj->setCurrentIndex(tab);
-    m_prj->setCurrentRow(row);
-    m_prj->focusTable();
+    m_actions.takeSettings();
+    if (m_cmdSelector)
+        m_cmdSelector->slotSelectCmd(prj()->currentCfg(), prj()->currentCmd());
 }
 
-void TMainWindow::applyInterface()
+void TMainWindow::closeEvent(QCloseEvent* event)
 {
-    const TAppData& app = appData();
-    // Setting the style that is in force already would polish every widget again.
-    if (QApplication::style()->objectName().compare(app.Style, Qt::CaseInsensitive) != 0)
-        ::setStyle(app.Style);
-    m_prjList->setTitleVisible(app.PrjListShowName);
-    m_prjList->setFilterVisible(app.PrjListShowFilter);
-    m_prj->reloadColors();
-    m_prj->setTabBarAutoHide(app.PrjHideTabCfg);
+    event->ignore();
+    m_session.askToLeave();
+    if (m_session.mayClose())
+        event->accept();
+}
+
+void TMainWindow::leave()
+{
+    delete m_cmdSelector;
+    close();
 }
 
 void TMainWindow::slotSettings()
@@ -141,14 +153,13 @@ void TMainWindow::applySettings()
     project().clearCaches();
     project().bindAll();
     project().validateAll();
-    m_prj->refreshAll();
-    refreshForms();
-    m_prj->setOrientation(appData().CfgOrientation != 0);
-    action(maPrjListDragDrop)->setChecked(appData().PrjListDragDrop);
-    m_prjList->dragMode(appData().PrjListDragDrop);
-    action(maCmdUncheckHide)->setChecked(appData().HideUncheckCmd);
-    m_prj->hideUnchecked(appData().HideUncheckCmd);
-    applyInterface();
+    prj()->refreshAll();
+    m_panels->refreshForms();
+    prj()->setOrientation(appData().CfgOrientation != 0);
+    m_actions.takeSettings();
+    prjList()->dragMode(appData().PrjListDragDrop);
+    prj()->hideUnchecked(appData().HideUncheckCmd);
+    m_panels->applyInterface();
     updateState();
 }
 
@@ -171,7 +182,7 @@ void TMainWindow::takeWindowSettings()
     app.WindowMainTop = place.top();
     app.WindowMainWidth = place.width();
     app.WindowMainHeight = place.height();
-    app.WindowMainPrjSplitter = m_splitter->sizes();
+    app.WindowMainPrjSplitter = m_panels->splitter()->sizes();
 }
 
 void TMainWindow::slotSetLanguage()
@@ -215,37 +226,59 @@ void TMainWindow::slotAboutQt()
     QApplication::aboutQt();
 }
 
-void TMainWindow::slotQuit()
+TDialogCmdSelector* TMainWindow::cmdSelector() const
 {
-    close();
+    return m_cmdSelector;
 }
 
-void TMainWindow::setPage(TWgtConfig::Page page)
+void TMainWindow::slotCmdSelector()
 {
-    static constexpr TMainAction actions[] = {maSetViewParamPrj, maSetViewParamCmd, maSetViewParamExec};
-    if (!project().isOpen())
-        return;
-    m_prj->setPage(page);
-    action(actions[page])->setChecked(true);
+    if (m_cmdSelector) {
+        delete m_cmdSelector;
+    } else {
+        m_cmdSelector = new TDialogCmdSelector(prj()->currentCfg(), prj()->currentCmd(), button(mbExecute));
+        m_cmdSelector->setAttribute(Qt::WA_DeleteOnClose);
+        connect(m_cmdSelector, &QObject::destroyed, this, &TMainWindow::slotCmdSelectorClose);
+        connect(m_cmdSelector, &TDialogCmdSelector::signalAddCmd, this, &TMainWindow::slotNewCmd);
+        connect(prj(), &TWgtPrj::signalSelectCmd, m_cmdSelector, &TDialogCmdSelector::slotSelectCmd);
+        m_cmdSelector->showNormal();
+    }
+    action(maCmdSelector)->setChecked(!m_cmdSelector.isNull());
+    button(mbCmdSelector)->setChecked(!m_cmdSelector.isNull());
 }
 
-void TMainWindow::slotSetViewParamPrj()
+void TMainWindow::slotCmdSelectorClose()
 {
-    setPage(TWgtConfig::PageDescription);
+    m_cmdSelector.clear();
+    action(maCmdSelector)->setChecked(false);
+    button(mbCmdSelector)->setChecked(false);
 }
 
-void TMainWindow::slotSetViewParamCmd()
+void TMainWindow::slotPrjListDragDrop()
 {
-    setPage(TWgtConfig::PageParam);
+    m_prjListActions.setDragDrop(action(maPrjListDragDrop)->isChecked());
 }
 
-void TMainWindow::slotSetViewParamExec()
+void TMainWindow::slotCmdUncheckHide()
 {
-    setPage(TWgtConfig::PageExec);
+    m_cmdActions.hideUnchecked(action(maCmdUncheckHide)->isChecked());
 }
 
 void TMainWindow::slotSplitterCfgMoved(const TSplitterPos& splitter)
 {
     appData().WindowMainCfgSplitter = splitter;
-    m_prj->setSplitterSizes(splitter);
+    prj()->setSplitterSizes(splitter);
+}
+
+void TMainWindow::slotOpenContextMenuPrjList(const QPoint& pos)
+{
+    updateState();
+    m_menus.contextPrjList()->popup(pos);
+}
+
+void TMainWindow::slotOpenContextMenuPrj(const QPoint& pos)
+{
+    updateState();
+    const bool isCtrl = QApplication::keyboardModifiers() == Qt::ControlModifier;
+    (isCtrl ? m_menus.contextCfg() : m_menus.contextCmd())->popup(pos);
 }

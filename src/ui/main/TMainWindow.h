@@ -3,32 +3,26 @@
 #include "base/types.h"
 #include "exec/TLineGate.h"
 #include "exec/TRunControl.h"
-#include "ui/main/TWgtStatusBar.h"
-#include "ui/main/main_actions.h"
-#include "ui/panels/TWgtConfig.h"
-#include "ui/panels/TWgtPrjList.h"
+#include "ui/main/TCfgActions.h"
+#include "ui/main/TCmdActions.h"
+#include "ui/main/TCmdClipboard.h"
+#include "ui/main/TMainActions.h"
+#include "ui/main/TMainMenus.h"
+#include "ui/main/TMainPanels.h"
+#include "ui/main/TMainToolBar.h"
+#include "ui/main/TPrjActions.h"
+#include "ui/main/TPrjListActions.h"
+#include "ui/main/TPrjSession.h"
+#include "ui/main/TRunActions.h"
 
 #include <QMainWindow>
 #include <QPointer>
-#include <QSet>
 
-#include <array>
-#include <functional>
-
-class QAction;
-class QMenu;
-class QSplitter;
-class QTreeWidgetItem;
-class TButtonAction;
-class TDataCmd;
 class TDialogCmdSelector;
 class TDialogManual;
-class TProgTask;
-class TWgtPrj;
 
-/// The program's one top-level window: owns all menus, tool buttons and actions, turns the state of the
-/// list, the project and the selected command into what is enabled, and does what the actions ask for on
-/// the model, the panels and the files. Main thread; it never waits for a worker.
+/// The program's one top-level window: puts its parts together, shows what is on as their state changes, and
+/// hands each action to the part that does it. Main thread; it never waits for a worker.
 class TMainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -39,95 +33,95 @@ public:
     ~TMainWindow() override;
 
     QAction* action(TMainAction id) const { return m_actions.at(id); }
-    TButtonAction* button(TMainButton id) const { return m_buttons.at(id); }
+    TButtonAction* button(TMainButton id) const { return m_toolBar->button(id); }
     QMenu* menu(TMainMenu id) const { return m_menus.at(id); }
-    TWgtPrjList* prjList() const { return m_prjList; }
-    TWgtPrj* prj() const { return m_prj; }
-    TWgtStatusBar* statusLine() const { return m_status; }
+    TWgtPrjList* prjList() const { return m_panels->prjList(); }
+    TWgtPrj* prj() const { return m_panels->prj(); }
+    TWgtStatusBar* statusLine() const { return m_panels->status(); }
     TRunControl* runs() { return &m_runs; }
     /// Null while it is closed.
     TDialogCmdSelector* cmdSelector() const;
     /// Runs have been asked to end, and something waits for that.
-    bool isWaitingForRuns() const { return static_cast<bool>(m_afterRuns); }
+    bool isWaitingForRuns() const { return m_session.isWaitingForRuns(); }
 
 signals:
     void signalStop(int id_cfg);
     void signalPauseReset(int id_cfg);
 
 public slots:
-    void slotPrjListNew();
-    void slotPrjListLoad();
-    void slotPrjListSelect();
-    void slotPrjListReload();
-    void slotPrjListSaveAs();
-    void slotPrjListOpenFolder();
+    void slotPrjListNew() { m_prjListActions.create(); }
+    void slotPrjListLoad() { m_prjListActions.load(); }
+    void slotPrjListSelect() { m_prjListActions.select(); }
+    void slotPrjListReload() { m_prjListActions.reload(); }
+    void slotPrjListSaveAs() { m_prjListActions.saveAs(); }
+    void slotPrjListOpenFolder() { m_prjListActions.openFolder(); }
     void slotPrjListDragDrop();
 
-    void slotPrjNew();
-    void slotPrjNewSub();
-    void slotPrjAdd();
-    void slotPrjAddSub();
-    void slotPrjCopy();
-    void slotPrjPasteNew();
-    void slotPrjPasteNewSub();
-    void slotPrjEdit();
-    void slotPrjSave();
-    void slotPrjSaveAs();
-    void slotPrjDelete();
-    void slotPrjDeleteSubAll();
-    void slotPrjOpenFolder();
+    void slotPrjNew() { m_prjActions.create(); }
+    void slotPrjNewSub() { m_prjActions.createSub(); }
+    void slotPrjAdd() { m_prjActions.add(); }
+    void slotPrjAddSub() { m_prjActions.addSub(); }
+    void slotPrjCopy() { m_prjActions.copy(); }
+    void slotPrjPasteNew() { m_prjActions.paste(); }
+    void slotPrjPasteNewSub() { m_prjActions.pasteSub(); }
+    void slotPrjEdit() { m_prjActions.edit(); }
+    void slotPrjSave() { m_session.save(); }
+    void slotPrjSaveAs() { m_session.saveAs(); }
+    void slotPrjDelete() { m_prjActions.remove(); }
+    void slotPrjDeleteSubAll() { m_prjActions.removeSubAll(); }
+    void slotPrjOpenFolder() { m_prjActions.openFolder(); }
 
-    void slotCfgNew();
-    void slotCfgCopy();
-    void slotCfgPaste();
-    void slotCfgEdit();
-    void slotCfgDelete();
+    void slotCfgNew() { m_cfgActions.create(); }
+    void slotCfgCopy() { m_cfgActions.copy(); }
+    void slotCfgPaste() { m_cfgActions.paste(); }
+    void slotCfgEdit() { m_cfgActions.edit(); }
+    void slotCfgDelete() { m_cfgActions.remove(); }
 
     void slotCmdSelector();
-    void slotCmdNewSetProgDevice();
-    void slotCmdNewSetProg();
-    void slotCmdNewSetDevice();
-    void slotCmdCopy();
-    void slotCmdCopySelected();
-    void slotCmdPaste();
-    void slotCmdDeleteCur();
-    void slotCmdDeleteSelected();
-    void slotCmdDeleteError();
-    void slotCmdDeleteDev();
-    void slotCmdDeleteAll();
-    void slotCmdCheckAll();
-    void slotCmdUcheckAll();
-    void slotCmdMoveUp();
-    void slotCmdMoveDown();
+    void slotCmdNewSetProgDevice() { m_cmdActions.addSetProgDevice(); }
+    void slotCmdNewSetProg() { m_cmdActions.addSetProg(); }
+    void slotCmdNewSetDevice() { m_cmdActions.addSetDevice(); }
+    void slotCmdCopy() { m_cmdActions.copy(); }
+    void slotCmdCopySelected() { m_cmdActions.copySelected(); }
+    void slotCmdPaste() { m_cmdActions.paste(); }
+    void slotCmdDeleteCur() { m_cmdActions.removeCurrent(); }
+    void slotCmdDeleteSelected() { m_cmdActions.removeSelected(); }
+    void slotCmdDeleteError() { m_cmdActions.removeFaulty(); }
+    void slotCmdDeleteDev() { m_cmdActions.removeOfDevice(); }
+    void slotCmdDeleteAll() { m_cmdActions.removeAll(); }
+    void slotCmdCheckAll() { m_cmdActions.setAllChecked(true); }
+    void slotCmdUcheckAll() { m_cmdActions.setAllChecked(false); }
+    void slotCmdMoveUp() { m_cmdActions.move(-1); }
+    void slotCmdMoveDown() { m_cmdActions.move(1); }
     void slotCmdUncheckHide();
 
-    void slotExecIDProg();
-    void slotExecReset();
-    void slotExecCfg();
-    void slotExecClearState();
-    void slotExecClearAllState();
+    void slotExecIDProg() { m_runActions.identify(); }
+    void slotExecReset() { m_runActions.reset(); }
+    void slotExecCfg() { m_runActions.execute(); }
+    void slotExecClearState() { m_runActions.clearCurrent(); }
+    void slotExecClearAllState() { m_runActions.clearAll(); }
 
-    void slotQuit();
+    void slotQuit() { close(); }
     void slotSettings();
     void slotSetLanguage();
     void slotSaveSettings();
     void slotHelp();
     void slotAbout();
     void slotAboutQt();
-    void slotSetViewParamPrj();
-    void slotSetViewParamCmd();
-    void slotSetViewParamExec();
+    void slotSetViewParamPrj() { m_panels->setPage(TWgtConfig::PageDescription); }
+    void slotSetViewParamCmd() { m_panels->setPage(TWgtConfig::PageParam); }
+    void slotSetViewParamExec() { m_panels->setPage(TWgtConfig::PageExec); }
 
-    void slotExecFinished(int id_cfg);
-    void slotExecuteFromCmd(int id_cfg);
-    void slotStatusChanged(int id_cfg, int status);
+    void slotExecFinished(int /*id_cfg*/) { updateState(); }
+    void slotExecuteFromCmd(int id_cfg) { m_runActions.start(id_cfg); }
+    void slotStatusChanged(int id_cfg, int status) { m_runActions.statusChanged(id_cfg, status); }
     /// Opens the project of the node that is current; nothing when the file is not that node's any more.
-    void slotSelectPrj(const QString& project_file);
-    void slotChangePrj(bool change);
+    void slotSelectPrj(const QString& project_file) { m_session.selectPrj(project_file); }
+    void slotChangePrj(bool change) { m_toolBar->setChanged(change); }
     void slotSplitterCfgMoved(const TSplitterPos& splitter);
-    void slotSelectCmd();
+    void slotSelectCmd() { m_session.showSelected(); }
     /// Adds a command behind the current one, with the defaults of its family.
-    void slotNewCmd(const QString& cmd_code, bool cmd_state);
+    void slotNewCmd(const QString& cmd_code, bool cmd_state) { m_cmdActions.add(cmd_code, cmd_state); }
     void slotOpenContextMenuPrjList(const QPoint& pos);
     void slotOpenContextMenuPrj(const QPoint& pos);
     void slotCmdSelectorClose();
@@ -136,163 +130,30 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    struct ActionRow;
-    struct ButtonRow;
-    using Step = std::function<void()>;
-    /// What became of changes that were to be stored.
-    enum class Stored {
-        Yes,     ///< they are in the file, or there were none
-        GivenUp, ///< the user wants what somebody else has written there meanwhile
-        NotNow,  ///< the user wants neither
-        Failed   ///< the file could not be written; the status line tells why
-    };
-
-    // Construction.
-    void createActions();
-    QAction* createAction(const ActionRow& row);
-    void createMenus();
-    void fillMenu(QMenu* menu, const QList<int>& content);
-    void createLayout();
-    QWidget* createToolBar();
-    TButtonAction* createButton(const ButtonRow& row, QWidget* parent);
+    void connectSession();
     void connectPanels();
-    void openStartList();
-    void openLastPrj();
-    /// In the open project, if there is one; the table gets the focus.
-    void showPlace(int tab, int row);
-    void applyInterface();
+    void connectRuns();
+    void updateState();
+    void showSession();
+    void leave();
     void applySettings();
     void takeWindowSettings();
     void tellUnsavedSettings();
 
-    // State.
-    void trigger(const ActionRow& row);
-    void act(const ActionRow& row);
-    quint32 conditions() const;
-    quint32 cmdConditions() const;
-    quint32 runConditions() const;
-    void updateState();
-    void updateDeleteTexts();
-    void updateExecute();
-    /// The action's own text with the name of what would be pasted.
-    void setPasteText(TMainAction id, int text, const QString& name);
-    void report(const QString& text, TWgtStatusBar::Code code);
-    void showFolder(const QString& file);
-    /// Stores what is being typed in a field, as leaving the field would.
-    void commitEdit();
-
-    // Opening and closing.
-    /// Goes on with then when no run is left: at once, or after the user has agreed to stop the runs and
-    /// the last one has ended. Otherwise refused is done. A later call takes the place of one that waits.
-    void stopRunsThen(const Step& then, const Step& refused = {});
-    void goOnAfterRuns();
-    void selectPrj(const QString& project_file);
-    void selectPrjLater();
-    void openCurrentNode();
-    void loadPrj(const QString& file);
-    void connectPrj();
-    void disconnectPrj();
-    void showPrj();
-    void backToOpenNode();
-    /// Asks for unsaved changes. False when the project stays open.
-    [[nodiscard]] bool closePrj();
-    [[nodiscard]] bool saveBeforeClosing();
-    [[nodiscard]] bool saveElsewhereBeforeClosing();
-    /// Closes the project and stores the list, asking where it takes that. False when one of them stays.
-    [[nodiscard]] bool closePrjAndList();
-    void askToLeave();
-    void leave();
-    void storeWithoutAsking();
-
-    // Saving. A file that somebody else has written meanwhile is not written over without a question.
-    [[nodiscard]] Stored askOutdated(const QString& file);
-    [[nodiscard]] Stored storePrj();
-    [[nodiscard]] Stored storeList();
-    /// Before the list is left: false when it stays. Otherwise its changes are stored or given up.
-    [[nodiscard]] bool keepList();
-    bool saveList();
-    /// Opens the project anew, from its file.
-    void reopenPrj();
-    void reopenNode(QTreeWidgetItem* node);
-    QString askPrjFile();
-    /// Writes the open project there; the node of that file, new if need be. Null when it is not written.
-    QTreeWidgetItem* copyPrjTo(const QString& file);
-    QString askNewFile(int title, const QString& start, const QString& suffix, bool confirmOverwrite);
-
-    // Project list and projects.
-    bool loadList(const QString& name, const QString& file);
-    void reloadList();
-    void openOtherList(const QString& name, const QString& file);
-    QString listProblem() const;
-    void insertNode(int title, TPrjFileMode mode, TWgtPrjList::Place place);
-    void changeNode(const QString& name, const QString& file);
-    void removeNode(const QTreeWidgetItem* node, const QString& name);
-
-    // Configurations and commands.
-    void refreshForms();
-    void showNewCfg(int id_cfg, int row);
-    void removeCfg(int id_cfg);
-    [[nodiscard]] bool isOneCfg() const;
-    void insertAfterQuestion(bool isAsked, const QString& question, const QStringList& words);
-    TData pasted(TData command, int id_cfg, int opening) const;
-    void removeCmdsIf(const std::function<bool(const TDataCmd&)>& leaves);
-    void rebuildTab(int row, bool isNew = false);
-    void showAfterDelete();
-    void setAllChecked(bool on);
-    void moveCmd(int delta);
-    QString cmdTitle(int id_cmd) const;
-
-    // Runs.
-    void pressActive(TWgtConfig* tab, int id_cfg);
-    void clearState(int id_cfg);
-    void doTask(bool showsPage, bool (TProgTask::*work)());
-    void setPage(TWgtConfig::Page page);
-
-    std::array<QMenu*, mmCount> m_menus{};
-    std::array<QAction*, maCount> m_actions{};
-    std::array<TButtonAction*, mbCount> m_buttons{};
-    QMenu* m_contextPrjList = nullptr;
-    QMenu* m_contextCfg = nullptr;
-    QMenu* m_contextCmd = nullptr;
-    QWidget* m_toolBar = nullptr;
-    QWidget* m_toolsRight = nullptr;
-    QSplitter* m_splitter = nullptr;
-    TWgtPrj* m_prj = nullptr;
-    TWgtPrjList* m_prjList = nullptr;
-    TWgtStatusBar* m_status = nullptr;
-
-    struct
-    {
-        QString name;
-        QString file;
-        QByteArray content;
-    } m_prjClip;
-    /// Copied commands, and the opening of a project in which their references mean something.
-    QList<TData> m_cmdClip;
-    int m_cmdClipOpening = -1;
-    struct
-    {
-        QList<TData> commands;
-        QString name;
-        QString description;
-        int opening = -1;
-    } m_cfgClip;
-
-    /// Configurations whose open form has to be made anew before it is shown.
-    QSet<int> m_staleForms;
+    // In the order of their needs.
+    TLineGate m_gate;
+    TMainPanels* const m_panels; ///< the central widget
+    TRunControl m_runs;
+    TCmdClipboard m_clipboard;
+    TPrjSession m_session;
+    TPrjListActions m_prjListActions;
+    TPrjActions m_prjActions;
+    TCfgActions m_cfgActions;
+    TCmdActions m_cmdActions;
+    TRunActions m_runActions;
+    TMainActions m_actions;
+    TMainToolBar* const m_toolBar; ///< stands in the panels
+    TMainMenus m_menus;
     QPointer<TDialogCmdSelector> m_cmdSelector;
     QPointer<TDialogManual> m_manual;
-    TLineGate m_gate;
-    TRunControl m_runs;
-
-    /// Counts the openings: ids of commands and configurations mean something within one only.
-    int m_opening = 0;
-    /// The node whose project is shown, to be looked up before use, and its file.
-    QTreeWidgetItem* m_openNode = nullptr;
-    QString m_openPath;
-    Step m_afterRuns;
-    bool m_showsChange = false; ///< the save button has the icon of a changed project
-    bool m_isActing = false;
-    bool m_isClosing = false;
-    bool m_mayClose = false;
 };

@@ -1,90 +1,94 @@
+#include "ui/main/TPrjActions.h"
+
 #include "base/TLang.h"
 #include "base/helpers.h"
 #include "core/files/TPrjListFile.h"
 #include "core/model/TDataPrj.h"
 #include "settings/TAppData.h"
 #include "ui/dialogs/TDialogPrjEdit.h"
-#include "ui/main/TMainWindow.h"
+#include "ui/main/TCmdClipboard.h"
+#include "ui/main/TMainPanels.h"
+#include "ui/main/TPrjSession.h"
 #include "ui/panels/TTreeWidget.h"
-#include "ui/panels/TWgtPrjList.h"
 #include "ui/window_helpers.h"
 
-#include <QFile>
+TPrjActions::TPrjActions(TMainPanels& panels, TPrjSession& session, TCmdClipboard& clipboard)
+    : m_panels(panels)
+    , m_session(session)
+    , m_clipboard(clipboard)
+    , m_prjList(panels.prjList())
+{
+}
 
-void TMainWindow::slotPrjNew()
+void TPrjActions::create()
 {
     insertNode(100, TPrjFileMode::Create, TWgtPrjList::Sibling);
 }
 
-void TMainWindow::slotPrjNewSub()
+void TPrjActions::createSub()
 {
     insertNode(101, TPrjFileMode::Create, TWgtPrjList::Child);
 }
 
-void TMainWindow::slotPrjAdd()
+void TPrjActions::add()
 {
     insertNode(102, TPrjFileMode::Add, TWgtPrjList::Sibling);
 }
 
-void TMainWindow::slotPrjAddSub()
+void TPrjActions::addSub()
 {
     insertNode(103, TPrjFileMode::Add, TWgtPrjList::Child);
 }
 
-void TMainWindow::slotPrjPasteNew()
+void TPrjActions::paste()
 {
     insertNode(109, TPrjFileMode::Paste, TWgtPrjList::Sibling);
 }
 
-void TMainWindow::slotPrjPasteNewSub()
+void TPrjActions::pasteSub()
 {
     insertNode(110, TPrjFileMode::Paste, TWgtPrjList::Child);
 }
 
-void TMainWindow::insertNode(int title, TPrjFileMode mode, TWgtPrjList::Place place)
+void TPrjActions::insertNode(int title, TPrjFileMode mode, TWgtPrjList::Place place)
 {
     const bool pastes = mode == TPrjFileMode::Paste;
-    TDialogPrjEdit dialog(langText(title), pastes ? m_prjClip.name : QString(), QString(),
-                          m_prjList->listFolder(), this, mode == TPrjFileMode::Add);
+    TDialogPrjEdit dialog(langText(title), pastes ? m_clipboard.prjName() : QString(), QString(),
+                          m_prjList->listFolder(), m_panels.window(), mode == TPrjFileMode::Add);
     do {
         if (dialog.exec() != QDialog::Accepted)
             return;
         // A group would have no place for what was copied.
         if (pastes && dialog.file().isEmpty())
-            m_status->showText(langText(107), TWgtStatusBar::Red);
+            m_panels.status()->showText(langText(107), TWgtStatusBar::Red);
     } while (pastes && dialog.file().isEmpty());
 
     const bool made = m_prjList->insertNode(dialog.name(), dialog.file(), mode, place,
-                                            pastes ? m_prjClip.content : QByteArray());
+                                            pastes ? m_clipboard.prjContent() : QByteArray());
     const QString reason = m_prjList->errorText();
-    const bool saved = saveList();
+    const bool saved = m_session.saveList();
     if (!made)
-        report(QStringLiteral("%1: %2").arg(dialog.file(), reason), TWgtStatusBar::Red);
+        m_panels.report(QStringLiteral("%1: %2").arg(dialog.file(), reason), TWgtStatusBar::Red);
     else if (pastes && saved)
-        report(langText(111).arg(m_prjClip.name), TWgtStatusBar::Green);
-    updateState();
+        m_panels.report(langText(111).arg(m_clipboard.prjName()), TWgtStatusBar::Green);
+    m_panels.updateState();
 }
 
-void TMainWindow::slotPrjCopy()
+void TPrjActions::copy()
 {
-    QFile file(m_prjList->nodePath());
-    if (!file.open(QIODevice::ReadOnly)) {
-        report(file.errorString(), TWgtStatusBar::Red);
+    QString error;
+    if (!m_clipboard.copyPrj(m_prjList->nodeName(), m_prjList->nodePath(), error)) {
+        m_panels.report(error, TWgtStatusBar::Red);
         return;
     }
-    m_prjClip.name = m_prjList->nodeName();
-    m_prjClip.file = m_prjList->nodeFile();
-    m_prjClip.content = file.readAll();
-    setPasteText(maPrjPasteNew, 18, m_prjClip.name);
-    setPasteText(maPrjPasteNewSub, 19, m_prjClip.name);
-    report(langText(108).arg(m_prjClip.name), TWgtStatusBar::Green);
-    updateState();
+    m_panels.report(langText(108).arg(m_clipboard.prjName()), TWgtStatusBar::Green);
+    m_panels.updateState();
 }
 
-void TMainWindow::slotPrjEdit()
+void TPrjActions::edit()
 {
     TDialogPrjEdit dialog(langText(104), m_prjList->nodeName(), m_prjList->nodeFile(),
-                          m_prjList->listFolder(), this);
+                          m_prjList->listFolder(), m_panels.window());
     if (dialog.exec() != QDialog::Accepted)
         return;
     QString file = dialog.file();
@@ -92,7 +96,7 @@ void TMainWindow::slotPrjEdit()
     // One that was typed is stored as inserting stores it; one that was left alone stays as it stands.
     if (file != m_prjList->nodeFile() &&
         !joinPrjList(m_prjList->listFolder(), TPrjFileMode::Add, {}, file, error)) {
-        report(QStringLiteral("%1: %2").arg(file, error), TWgtStatusBar::Red);
+        m_panels.report(QStringLiteral("%1: %2").arg(file, error), TWgtStatusBar::Red);
         return;
     }
     const QString path = file.isEmpty() ? QString() : absFile(m_prjList->listFolder(), file);
@@ -101,64 +105,58 @@ void TMainWindow::slotPrjEdit()
         return;
     }
     const QTreeWidgetItem* node = m_prjList->tree()->currentItem();
-    stopRunsThen([this, node, name = dialog.name(), file] {
-        if (node != m_prjList->tree()->currentItem() || !closePrj())
+    m_session.stopRunsThen([this, node, name = dialog.name(), file] {
+        if (node != m_prjList->tree()->currentItem() || !m_session.closePrj())
             return;
         changeNode(name, file);
-        openCurrentNode();
+        m_session.openCurrentNode();
     });
 }
 
-void TMainWindow::changeNode(const QString& name, const QString& file)
+void TPrjActions::changeNode(const QString& name, const QString& file)
 {
     m_prjList->setCurrentNode(name, file);
     // The menu of another node may be used before its project is opened.
-    if (m_prjList->tree()->currentItem() == m_openNode)
+    if (m_prjList->tree()->currentItem() == m_session.openNode())
         project().setName(name);
-    saveList();
-    updateState();
+    m_session.saveList();
+    m_panels.updateState();
 }
 
-void TMainWindow::slotPrjDelete()
+void TPrjActions::remove()
 {
     const QString name = m_prjList->nodeName();
-    if (appData().ConfirmProjectDeleteCur && !msgAsk(langText(113).arg(name), this))
+    if (appData().ConfirmProjectDeleteCur && !msgAsk(langText(113).arg(name), m_panels.window()))
         return;
     const QTreeWidgetItem* node = m_prjList->tree()->currentItem();
-    stopRunsThen([this, node, name] { removeNode(node, name); });
+    m_session.stopRunsThen([this, node, name] { removeNode(node, name); });
 }
 
-void TMainWindow::removeNode(const QTreeWidgetItem* node, const QString& name)
+void TPrjActions::removeNode(const QTreeWidgetItem* node, const QString& name)
 {
-    if (node != m_prjList->tree()->currentItem() || !closePrj())
+    if (node != m_prjList->tree()->currentItem() || !m_session.closePrj())
         return;
     m_prjList->deleteNode();
-    if (saveList())
-        report(langText(114).arg(name), TWgtStatusBar::Green);
-    updateState();
+    if (m_session.saveList())
+        m_panels.report(langText(114).arg(name), TWgtStatusBar::Green);
+    m_panels.updateState();
     // Some other node is current now, or none.
-    selectPrjLater();
+    m_session.selectPrjLater();
 }
 
-void TMainWindow::slotPrjDeleteSubAll()
+void TPrjActions::removeSubAll()
 {
     const QString name = m_prjList->nodeName();
-    if (appData().ConfirmProjectDeleteSubAll && !msgAsk(langText(115).arg(name), this))
+    if (appData().ConfirmProjectDeleteSubAll && !msgAsk(langText(115).arg(name), m_panels.window()))
         return;
     m_prjList->deleteChildren();
-    if (saveList())
-        report(langText(116).arg(name), TWgtStatusBar::Green);
-    updateState();
+    if (m_session.saveList())
+        m_panels.report(langText(116).arg(name), TWgtStatusBar::Green);
+    m_panels.updateState();
 }
 
-void TMainWindow::slotPrjOpenFolder()
+void TPrjActions::openFolder()
 {
     if (project().isOpen())
-        showFolder(project().file());
-}
-
-void TMainWindow::showFolder(const QString& file)
-{
-    if (!openFolder(file))
-        report(langText(463).arg(absDir(file)), TWgtStatusBar::Red);
+        m_panels.showFolder(project().file());
 }

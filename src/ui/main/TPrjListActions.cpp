@@ -1,3 +1,5 @@
+#include "ui/main/TPrjListActions.h"
+
 #include "base/TLang.h"
 #include "base/helpers.h"
 #include "core/files/TCtrlProject.h"
@@ -5,12 +7,11 @@
 #include "settings/TAppData.h"
 #include "ui/dialog_parts.h"
 #include "ui/dialogs/TDialogSelectPrjList.h"
-#include "ui/main/TMainWindow.h"
-#include "ui/panels/TTreeWidget.h"
+#include "ui/main/TMainPanels.h"
+#include "ui/main/TPrjSession.h"
 #include "ui/panels/TWgtPrjList.h"
 #include "ui/window_helpers.h"
 
-#include <QAction>
 #include <QCoreApplication>
 #include <QDebug>
 #include <QDir>
@@ -18,132 +19,105 @@
 #include <QFileDialog>
 #include <QFileInfo>
 
-void TMainWindow::slotPrjListNew()
+TPrjListActions::TPrjListActions(TMainPanels& panels, TPrjSession& session)
+    : m_panels(panels)
+    , m_session(session)
+    , m_prjList(panels.prjList())
 {
-    const QString file = askNewFile(90, QCoreApplication::applicationDirPath(), prjListSuffix, true);
+}
+
+void TPrjListActions::create()
+{
+    const QString file = askNewFile(m_panels.window(), langText(90), QCoreApplication::applicationDirPath(),
+                                    prjListSuffix, true);
     if (file.isEmpty())
         return;
     if ((m_prjList->isLoaded() && isSameFile(file, m_prjList->listFile())) || !writeEmptyList(file)) {
         qDebug().noquote() << QStringLiteral("%1: %2").arg(langText(91), file);
-        report(QStringLiteral("%1: %2").arg(langText(91), file), TWgtStatusBar::Red);
-        updateState();
+        m_panels.report(QStringLiteral("%1: %2").arg(langText(91), file), TWgtStatusBar::Red);
+        m_panels.updateState();
         return;
     }
-    openOtherList(file, file);
+    m_session.openOtherList(file, file);
 }
 
-void TMainWindow::slotPrjListLoad()
+void TPrjListActions::load()
 {
     const QString now =
         m_prjList->listFile().isEmpty() ? TPrjListFile::path(appData().PrjListFile) : m_prjList->listFile();
-    const QString file =
-        QFileDialog::getOpenFileName(this, langText(92), absDir(now), suffixFilter(prjListSuffix));
+    const QString file = QFileDialog::getOpenFileName(m_panels.window(), langText(92), absDir(now),
+                                                      suffixFilter(prjListSuffix));
     if (!file.isEmpty())
-        openOtherList(file, file);
-    updateState();
+        m_session.openOtherList(file, file);
+    m_panels.updateState();
 }
 
-void TMainWindow::openOtherList(const QString& name, const QString& file)
-{
-    stopRunsThen([this, name, file] {
-        if (closePrjAndList())
-            loadList(name, file);
-    });
-}
-
-/// The list as it is on the disk, for changes that the user has given up.
-void TMainWindow::reloadList()
-{
-    stopRunsThen([this, open = m_openPath] {
-        if (!closePrj() || !loadList(m_prjList->listName(), m_prjList->listFile()))
-            return;
-        if (QTreeWidgetItem* node = open.isEmpty() ? nullptr : m_prjList->nodeOf(open))
-            m_prjList->tree()->setCurrentItem(node);
-    });
-}
-
-/// Shows another list, or the same one anew. The project is closed, and changes of the old one are stored.
-bool TMainWindow::loadList(const QString& name, const QString& file)
-{
-    const bool loaded = m_prjList->load(name, file, appData().PrjListExpand);
-    if (!loaded) {
-        report(listProblem(), TWgtStatusBar::Red);
-        msgError(langText(98).arg(QDir::toNativeSeparators(file)), this);
-    }
-    updateState();
-    return loaded;
-}
-
-/// Why there is no list.
-QString TMainWindow::listProblem() const
-{
-    const QString reason =
-        m_prjList->errorText().isEmpty() ? m_prjList->statusText() : m_prjList->errorText();
-    return QStringLiteral("%1: %2").arg(m_prjList->listFile(), reason);
-}
-
-void TMainWindow::slotPrjListSelect()
+void TPrjListActions::select()
 {
     const QString lists = QFileInfo(appData().SelectPrjListFile).absoluteFilePath();
-    TDialogSelectPrjList dialog(lists, this);
+    TDialogSelectPrjList dialog(lists, m_panels.window());
     if (!dialog.isLoaded()) {
-        msgError(langText(97).arg(QDir::toNativeSeparators(lists)), this);
+        msgError(langText(97).arg(QDir::toNativeSeparators(lists)), m_panels.window());
         return;
     }
     dialog.setPreset(m_prjList->listName(), m_prjList->listFile());
     bool accepted = false;
-    Stored stored = Stored::Yes;
+    TPrjSession::Stored stored = TPrjSession::Stored::Yes;
     do {
         accepted = dialog.exec() == QDialog::Accepted;
-        stored = dialog.isChanged() && dialog.isOutdated() ? askOutdated(lists) : Stored::Yes;
-    } while (stored == Stored::NotNow);
-    if (stored == Stored::Yes && dialog.isChanged() && !dialog.write())
-        report(QStringLiteral("%1: %2").arg(lists, dialog.errorText()), TWgtStatusBar::Red);
+        stored = dialog.isChanged() && dialog.isOutdated() ? m_session.askOutdated(lists)
+                                                           : TPrjSession::Stored::Yes;
+    } while (stored == TPrjSession::Stored::NotNow);
+    if (stored == TPrjSession::Stored::Yes && dialog.isChanged() && !dialog.write())
+        m_panels.report(QStringLiteral("%1: %2").arg(lists, dialog.errorText()), TWgtStatusBar::Red);
     if (accepted) {
-        stopRunsThen([this, name = dialog.name(), file = dialog.file()] {
-            if (!closePrjAndList() || !loadList(name, file))
+        m_session.stopRunsThen([this, name = dialog.name(), file = dialog.file()] {
+            if (!m_session.closePrjAndList() || !m_session.loadList(name, file))
                 return;
             appData().PrjListName = name;
             appData().PrjListFile = file;
-            m_status->showText(QString(), TWgtStatusBar::Plain);
+            m_panels.status()->showText(QString(), TWgtStatusBar::Plain);
         });
     }
-    updateState();
+    m_panels.updateState();
 }
 
-void TMainWindow::slotPrjListReload()
+void TPrjListActions::reload()
 {
     const QString file = m_prjList->listFile();
-    if (file.isEmpty() || (appData().ConfirmProjectsListReload && !msgAsk(langText(95), this)))
+    if (file.isEmpty() || (appData().ConfirmProjectsListReload && !msgAsk(langText(95), m_panels.window())))
         return;
-    openOtherList(m_prjList->listName(), file);
+    m_session.openOtherList(m_prjList->listName(), file);
 }
 
-void TMainWindow::slotPrjListSaveAs()
+void TPrjListActions::saveAs()
 {
-    const QString file = askNewFile(96, QCoreApplication::applicationDirPath(), prjListSuffix, false);
+    const QString file = askNewFile(m_panels.window(), langText(96), QCoreApplication::applicationDirPath(),
+                                    prjListSuffix, false);
     if (file.isEmpty())
         return;
     const QString source = m_prjList->listFile();
-    const Stored stored = storeList();
-    if (stored == Stored::NotNow)
+    const TPrjSession::Stored stored = m_session.storeList();
+    if (stored == TPrjSession::Stored::NotNow)
         return;
     // A list whose own file cannot be written is saved here all the same.
-    const bool copied = stored == Stored::Failed ? !QFileInfo::exists(file) && m_prjList->saveCopy(file)
-                                                 : QFile::copy(source, file);
+    const bool copied = stored == TPrjSession::Stored::Failed
+                            ? !QFileInfo::exists(file) && m_prjList->saveCopy(file)
+                            : QFile::copy(source, file);
     if (!copied)
-        msgError(langText(99).arg(QDir::toNativeSeparators(source), QDir::toNativeSeparators(file)), this);
-    if (stored == Stored::GivenUp)
-        reloadList();
+        msgError(langText(99).arg(QDir::toNativeSeparators(source), QDir::toNativeSeparators(file)),
+                 m_panels.window());
+    if (stored == TPrjSession::Stored::GivenUp)
+        m_session.reloadList();
 }
 
-void TMainWindow::slotPrjListOpenFolder()
+void TPrjListActions::openFolder()
 {
-    showFolder(m_prjList->listFile());
+    m_panels.showFolder(m_prjList->listFile());
 }
 
-void TMainWindow::slotPrjListDragDrop()
+void TPrjListActions::setDragDrop(bool on)
 {
-    appData().PrjListDragDrop = action(maPrjListDragDrop)->isChecked();
+    appData().PrjListDragDrop = on;
     m_prjList->dragMode(appData().PrjListDragDrop);
 }

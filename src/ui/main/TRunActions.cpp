@@ -1,35 +1,44 @@
+#include "ui/main/TRunActions.h"
+
 #include "base/TLang.h"
 #include "core/model/TDataPrj.h"
 #include "exec/TProgTask.h"
+#include "exec/TRunControl.h"
 #include "settings/TAppData.h"
-#include "ui/main/TMainWindow.h"
+#include "ui/main/TMainPanels.h"
+#include "ui/main/TPrjSession.h"
 #include "ui/panels/TWgtLogExec.h"
 #include "ui/panels/TWgtPrj.h"
 #include "ui/window_helpers.h"
 
 #include <QApplication>
 
-void TMainWindow::slotExecuteFromCmd(int id_cfg)
+TRunActions::TRunActions(TMainPanels& panels, TPrjSession& session, TRunControl& runs)
+    : m_panels(panels)
+    , m_session(session)
+    , m_runs(runs)
+    , m_prj(panels.prj())
+{
+}
+
+TRunActions::~TRunActions() = default;
+
+void TRunActions::start(int id_cfg)
 {
     m_runs.start(id_cfg);
 }
 
 // The worker waits while this runs: no boxes, no events.
-void TMainWindow::slotStatusChanged(int id_cfg, int status)
+void TRunActions::statusChanged(int id_cfg, int status)
 {
     // A run that another one has started behind the stop.
-    if (isWaitingForRuns() && status == csRun)
+    if (m_session.isWaitingForRuns() && status == csRun)
         QMetaObject::invokeMethod(
             this, [this, id_cfg] { emit signalStop(id_cfg); }, Qt::QueuedConnection);
-    updateState();
+    m_panels.updateState();
 }
 
-void TMainWindow::slotExecFinished(int)
-{
-    updateState();
-}
-
-void TMainWindow::slotExecCfg()
+void TRunActions::execute()
 {
     TWgtConfig* tab = m_prj->current();
     if (!tab)
@@ -40,20 +49,20 @@ void TMainWindow::slotExecCfg()
     } else {
         const QString question =
             project().cfgList().size() == 1 ? langText(384) : langText(385).arg(project().cfgName(id_cfg));
-        if (!appData().ConfirmExecConfig || msgAsk(question, this)) {
+        if (!appData().ConfirmExecConfig || msgAsk(question, m_panels.window())) {
             if (appData().ExecShowProgExec)
-                slotSetViewParamExec();
-            slotExecuteFromCmd(id_cfg);
+                m_panels.setPage(TWgtConfig::PageExec);
+            start(id_cfg);
         }
     }
-    updateState();
+    m_panels.updateState();
 }
 
 /// The start button while the configuration runs or pauses. With Ctrl a pause ends the run.
-void TMainWindow::pressActive(TWgtConfig* tab, int id_cfg)
+void TRunActions::pressActive(TWgtConfig* tab, int id_cfg)
 {
     if (appData().ExecShowProgExec)
-        slotSetViewParamExec();
+        m_panels.setPage(TWgtConfig::PageExec);
     if (project().cfgStatus(id_cfg) == csPause) {
         tab->logExec()->lock(true);
         if (QApplication::keyboardModifiers() != Qt::ControlModifier) {
@@ -64,39 +73,39 @@ void TMainWindow::pressActive(TWgtConfig* tab, int id_cfg)
     emit signalStop(id_cfg);
 }
 
-void TMainWindow::slotExecClearState()
+void TRunActions::clearCurrent()
 {
     clearState(m_prj->currentCfg());
-    updateState();
+    m_panels.updateState();
 }
 
-void TMainWindow::slotExecClearAllState()
+void TRunActions::clearAll()
 {
     for (int i = m_prj->count() - 1; i >= 0; --i)
         clearState(m_prj->tabAt(i)->idCfg());
-    updateState();
+    m_panels.updateState();
 }
 
-void TMainWindow::clearState(int id_cfg)
+void TRunActions::clearState(int id_cfg)
 {
     if (!isActive(project().cfgStatus(id_cfg)))
         project().setCfgStatus(id_cfg, csIdle);
 }
 
-void TMainWindow::slotExecIDProg()
+void TRunActions::identify()
 {
     doTask(appData().ExecShowProgIDProg, &TProgTask::identify);
 }
 
-void TMainWindow::slotExecReset()
+void TRunActions::reset()
 {
-    if (appData().ConfirmExecReset && !msgAsk(langText(383), this))
+    if (appData().ConfirmExecReset && !msgAsk(langText(383), m_panels.window()))
         return;
     doTask(appData().ExecShowProgReset, &TProgTask::reset);
 }
 
 /// Holds the window up for as long as the programmer takes to answer.
-void TMainWindow::doTask(bool showsPage, bool (TProgTask::*work)())
+void TRunActions::doTask(bool showsPage, bool (TProgTask::*work)())
 {
     TWgtConfig* tab = m_prj->current();
     if (!tab)
@@ -104,7 +113,7 @@ void TMainWindow::doTask(bool showsPage, bool (TProgTask::*work)())
     if (appData().ExecClearWindow)
         tab->logExec()->clear();
     if (showsPage)
-        slotSetViewParamExec();
+        m_panels.setPage(TWgtConfig::PageExec);
     TProgTask task(m_prj->currentCmd());
     // Past the tab's slot, which lets events in: a click must not reach this window in the middle.
     connect(&task, &TProgTask::signalEventText, tab->logExec(),
@@ -115,5 +124,5 @@ void TMainWindow::doTask(bool showsPage, bool (TProgTask::*work)())
     QApplication::setOverrideCursor(Qt::WaitCursor);
     (task.*work)();
     QApplication::restoreOverrideCursor();
-    updateState();
+    m_panels.updateState();
 }
