@@ -1,6 +1,7 @@
 #include "base/TLang.h"
 #include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"
+#include "exec/TLineGate.h"
 #include "forms/FormBench.h"
 #include "settings/TAppData.h"
 #include "ui/main/TFormHost.h"
@@ -54,7 +55,8 @@ public:
 
 private:
     TFormHost m_host;
-    TWgtPrj m_prj;
+    TLineGate m_gate;
+    TWgtPrj m_prj{m_gate};
 };
 
 /// Works the next dialog as soon as it is open.

@@ -82,9 +82,6 @@ Quit | Quit | 89
 
 constexpr char referenceRows[] = R"(
 CmdCopySelected, #2, CmdPaste | 2 0 EF4017=0 2 0 EF4017=0
-CfgCopy, CfgPasteNew New | 2 0 EF4017=0 2 0 EF4017=0
-CmdCopySelected, @Sub, CmdPaste | -1 -1
-CfgCopy, @Sub, CfgPasteNew New | -1 -1
 CmdCopySelected, @Sub, @Refs, #2, CmdPaste | 2 0 EF4017=0 -1 -1
 )";
 
