@@ -132,6 +132,12 @@ bool readInt(const QVariant& value, qint64& number)
     return readNumber(value, number) && number >= Int::min() && number <= Int::max();
 }
 
+bool isFlag(const QVariant& value)
+{
+    qint64 number = 0;
+    return readInt(value, number) || isFlagSet(value) || value.toString() == QLatin1String("false");
+}
+
 TRegion regionOf(const IDevice& device, Region region)
 {
     struct Keys

@@ -18,6 +18,9 @@ QVariant getParam(const char* source, int line, const TData& data, const QString
 bool readNumber(const QVariant& value, qint64& number);
 /// The same for a number of 32 bits with a sign: the rest would be cut off where it is used.
 bool readInt(const QVariant& value, qint64& number);
+/// A flag that isFlagSet reads as it is meant: a missing one, a number of 32 bits, "true" or "false". Other
+/// text would pass for "no".
+bool isFlag(const QVariant& value);
 /// Every one of these parameters is a number or missing.
 template <typename... Keys> bool areNumbers(const TData& data, const Keys&... keys)
 {

@@ -131,7 +131,7 @@ private slots:
             "first", "",
             {cmd + "'jamp', 'to_cmd': '7'", cmd + "'jamp', 'to_cmd': '-1'", cmd + "'jamp', 'to_cmd': '-1'",
              cmd + "'execute', 'cfg': '1'", cmd + "'execute', 'cfg': '-1'", cmd + "'counter', 'to_cmd': '1'",
-             cmd + "'auto_detect', 'route': 'EF4017=1|C2=-1|EF=0'"});
+             cmd + "'auto_detect', 'route': 'EF4017=1|C2=x=1|EF=0'"});
         QCOMPARE(saved(), head + first + ",\n" + configuration("second", "", {cmd + "'delay'"}) + tail);
     }
 

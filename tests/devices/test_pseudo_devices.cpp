@@ -29,11 +29,13 @@ execute cfg=* | 0 | x -1 4294967296
 jamp to_cmd=* | 0 | x -1 4294967296
 process file=x must_succeed=* | 0 1 true false | yes 4294967296
 set_vcc vcc=* | 1.8 1.75 5 5.04 | 1.74 5.06 x nan inf 1e300
-set_vpp vpp=* | 9 12.5 | 3.3
+set_vpp vpp=* | 9 12.5 25.59 | 3.3 25.6
 set_vicc vcc=3.3 icc=* | 1 200.04 | 200.06 0
 set_vicc icc=10 vcc=* | 5 | 5.1
-set_vipp vpp=12 ipp=* | 60 | 0.9 61
-set_vipp ipp=12 vpp=* | 13 | 14
+set_vipp vpp=12 ipp=* | 65.5359 | 0.9 65.536 71
+set_vipp ipp=12 vpp=* | 25.5 | 25.6 27
+auto_detect name=chip execute=0 stop=1 route=* | A1=0 A1=-1|B=2 | A1=x A1= A1=0|B=4294967296
+auto_detect name=chip route= execute=0 stop=* | 0 1 false | skip
 reset duration=* | -400 1000 | x 4294967396 0 5 -1001 -2147483648
 set_io state=* | -IHL ------- | -o
 set_freq duty_cycle=50 freq=* | 1000 8000000 | 999 8000001 4295967296
@@ -162,6 +164,8 @@ private slots:
         QFETCH(QString, good);
         QFETCH(QString, bad);
         BenchProject bench;
+        bench.dir().write("auto.lst", "chip=chip.dev|chip.sig\n");
+        bench.setChip({{"good", true}});
         const auto isGood = [&](const QString& value) {
             return isValid(bench, bench.add(QString(command).replace('*', value)));
         };

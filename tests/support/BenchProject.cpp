@@ -40,8 +40,8 @@ constexpr char model[] =
     "[Main] Interface=4660 [Port] TimeOut=10000 [Protocol] MAX_DATA=64 "
     "[PinType] I=true L=true H=true [Pins] 1=1,CS 2=1,SO 3=0,GND 4=1,SI "
     "[Reset] MIN=10 MAX=1000 DEF=-400 "
-    "[Vcc] MIN=1.8 MAX=5 DEF=3.3 [Vpp] MIN=9 MAX=13 DEF=12 "
-    "[Icc] MIN=1 MAX=200 DEF=50 [Ipp] MIN=1 MAX=60 DEF=20.5 "
+    "[Vcc] MIN=1.8 MAX=5 DEF=3.3 [Vpp] MIN=9 MAX=26 DEF=12 "
+    "[Icc] MIN=1 MAX=200 DEF=50 [Ipp] MIN=1 MAX=70 DEF=20.5 "
     "[Frequency] FQ_MIN=1000 FQ_MAX=8000000 FQ_DEF=1000000 DT_MIN=10 DT_MAX=90 DT_DEF=50 "
     "[CHIP] CLK_MIN=1000 CLK_MAX=20000000 CLK_DEF=1000000 ";
 

@@ -31,8 +31,13 @@ QString mapped(const QVariant& id, const TIdMap& map)
 QString mappedRoute(const QString& text, const TIdMap& map)
 {
     TPairStringList routes = TPairStringList::fromText(text);
-    for (int row = 0; row < routes.count(); ++row)
-        routes.setValue(row, mapped(routes.value(row), map));
+    for (int row = 0; row < routes.count(); ++row) {
+        // Text in place of an id is marked as wrong for as long as it stands there; -1 would not be.
+        bool isNumber = false;
+        routes.value(row).toInt(&isNumber);
+        if (isNumber)
+            routes.setValue(row, mapped(routes.value(row), map));
+    }
     return routes.toText();
 }
 

@@ -6,6 +6,7 @@
 #include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"
 #include "devices/prog/TDevProgExec.h"
+#include "link/lists/TPairStringList.h"
 #include "link/lists/TProg.h"
 #include "misc/TNormCmdParam.h"
 
@@ -33,7 +34,7 @@ const TProg* progOf(const TData& data)
 bool checkFamily(const TData& data)
 {
     const TDataCmd* command = commandOf(data);
-    const IDevice* family = command ? command->family() : nullptr;
+    const IDevice* family = command && command->prog() ? command->family() : nullptr;
     return family && family->checkDeviceParams(data);
 }
 
@@ -53,6 +54,18 @@ void defaultAutoDetect(TData& data)
     data[key::route] = QString();
     data[key::execute] = 0;
     data[key::stop] = 1;
+}
+
+bool checkAutoDetect(const TData& data)
+{
+    // A target that is no number would be taken for a missing route, and text for "skip" as what to do then.
+    const TPairStringList routes = TPairStringList::fromText(param(data, key::route).toString());
+    qint64 cfg = 0;
+    for (int row = 0; row < routes.count(); ++row) {
+        if (!readInt(routes.value(row), cfg))
+            return false;
+    }
+    return isFlag(param(data, key::execute)) && isFlag(param(data, key::stop)) && checkFamily(data);
 }
 
 QString textAutoDetect(const TData& data)
@@ -181,12 +194,16 @@ struct Supply
     Default voltDefault;
     Limits currentLimits;
     Default currentDefault;
+    double tooMuchCurrent; ///< mA; from here on the field of the frame, in microamperes, would wrap
 };
 
-constexpr Supply vcc = {key::vcc,           key::icc,          &TProg::vccLimits,
-                        &TProg::vccDefault, &TProg::iccLimits, &TProg::iccDefault};
-constexpr Supply vpp = {key::vpp,           key::ipp,          &TProg::vppLimits,
-                        &TProg::vppDefault, &TProg::ippLimits, &TProg::ippDefault};
+/// The same for the voltages, a byte of tenths.
+constexpr double tooManyVolts = 25.6;
+
+constexpr Supply vcc = {key::vcc,          key::icc,           &TProg::vccLimits, &TProg::vccDefault,
+                        &TProg::iccLimits, &TProg::iccDefault, 4294967.296};
+constexpr Supply vpp = {
+    key::vpp, key::ipp, &TProg::vppLimits, &TProg::vppDefault, &TProg::ippLimits, &TProg::ippDefault, 65.536};
 
 /// Compared in tenths, as the user sees and enters the values.
 bool inTenths(double value, double min, double max)
@@ -196,12 +213,15 @@ bool inTenths(double value, double min, double max)
     return qAbs(value) < sane && tenths(value) >= tenths(min) && tenths(value) <= tenths(max);
 }
 
-bool inLimits(const TData& data, const QString& key, const TProg& prog, Supply::Limits limits)
+/// A value that the frame cannot carry is wrong even where a description allows it: another one would be
+/// sent.
+bool inLimits(const TData& data, const QString& key, const TProg& prog, Supply::Limits limits, double tooMuch)
 {
     double min = 0;
     double max = 0;
     (prog.*limits)(min, max);
-    return inTenths(param(data, key).toDouble(), min, max);
+    const double value = param(data, key).toDouble();
+    return value < tooMuch && inTenths(value, min, max);
 }
 
 QString voltText(const TData& data, const QString& key)
@@ -218,7 +238,7 @@ template <const Supply& supply> void defaultVolts(TData& data)
 template <const Supply& supply> bool checkVolts(const TData& data)
 {
     const TProg* prog = progOf(data);
-    return prog && inLimits(data, supply.volts, *prog, supply.voltLimits);
+    return prog && inLimits(data, supply.volts, *prog, supply.voltLimits, tooManyVolts);
 }
 
 template <const Supply& supply> QString textVolts(const TData& data)
@@ -239,8 +259,8 @@ template <const Supply& supply> void defaultCurrent(TData& data)
 template <const Supply& supply> bool checkCurrent(const TData& data)
 {
     const TProg* prog = progOf(data);
-    return prog && inLimits(data, supply.volts, *prog, supply.voltLimits) &&
-           inLimits(data, supply.current, *prog, supply.currentLimits);
+    return prog && checkVolts<supply>(data) &&
+           inLimits(data, supply.current, *prog, supply.currentLimits, supply.tooMuchCurrent);
 }
 
 template <const Supply& supply> QString textCurrent(const TData& data)
@@ -254,7 +274,7 @@ template <const Supply& supply> QString textCurrent(const TData& data)
 
 const TDevProg::Row TDevProg::rowTable[] = {
     {cmd::set_device, defaultSetDevice, checkFamily, textSetDevice},
-    {cmd::auto_detect, defaultAutoDetect, checkFamily, textAutoDetect},
+    {cmd::auto_detect, defaultAutoDetect, checkAutoDetect, textAutoDetect},
     {cmd::reset, defaultReset, checkReset, textReset},
     {cmd::set_io, defaultSetIo, checkSetIo, textSetIo},
     {cmd::set_freq, defaultSetFreq, checkSetFreq, textSetFreq},

@@ -53,11 +53,8 @@ void defaultProcess(TData& data)
 
 bool checkProcess(const TData& data)
 {
-    // Older projects do not have the flag. Text that is none must not pass for "no".
-    qint64 number = 0;
-    const QVariant flag = data.value(key::must_succeed);
-    const bool isFlag = readInt(flag, number) || isFlagSet(flag) || flag.toString() == QLatin1String("false");
-    return isFlag && !param(data, key::file).toString().isEmpty();
+    // Older projects do not have the flag.
+    return isFlag(data.value(key::must_succeed)) && !param(data, key::file).toString().isEmpty();
 }
 
 QString textProcess(const TData& data)
