@@ -12,6 +12,9 @@ TLineGate::~TLineGate() = default;
 
 void TLineGate::doWaiting()
 {
+    // Somebody holds the gate by now, and calls again.
+    if (m_isLetIn)
+        return;
     const QList<std::function<void()>> steps = std::exchange(m_waiting, {});
     for (const auto& step : steps)
         step();
@@ -22,11 +25,15 @@ void TLineGate::doWaiting()
 // in the event loop's own round.)
 void TLineGate::letEventsIn()
 {
-    if (m_isLetIn || !m_waiting.isEmpty())
-        return;
+    if (!m_isLetIn && m_waiting.isEmpty())
+        holdWhile([] { QCoreApplication::processEvents(); });
+}
+
+void TLineGate::holdWhile(const std::function<void()>& work)
+{
     {
         const QScopedValueRollback<bool> guard(m_isLetIn, true);
-        QCoreApplication::processEvents();
+        work();
     }
     // No line lets events in before it is their turn, so the event loop itself comes to them.
     if (!m_waiting.isEmpty())

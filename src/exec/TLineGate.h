@@ -18,6 +18,9 @@ public:
     /// Keeps the window alive during a burst of lines: processes events, unless it stands in the line of
     /// another run. The caller may be gone afterwards.
     void letEventsIn();
+    /// Does work that lets events in by itself. Within it, as within a line, lines let nothing in, and what
+    /// must not begin waits for its end.
+    void holdWhile(const std::function<void()>& work);
     /// Does step at once or, inside a line that a run is writing to a log, as soon as that line is done:
     /// a box or a dialog that opens within a line would hold its run up. Nothing when receiver has gone.
     void betweenLines(QObject* receiver, const std::function<void()>& step);

@@ -10,6 +10,18 @@
 #include "link/lists/TProg.h"
 #include "link/wire/TSerialPort.h"
 
+#include <QCoreApplication>
+
+namespace {
+
+// A programmer that does not answer takes the whole time-out. A run that tells a line waits for this thread.
+void letOthersGoOn()
+{
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+} // namespace
+
 TProgTask::TProgTask(int id_cmd)
     : m_idCmd(id_cmd)
 {
@@ -61,6 +73,7 @@ bool TProgTask::openLink(TSerialPort& port)
     if (!setProg)
         return false;
     port.setUser(project().cfgName(setProg->cfgId()));
+    port.setWhileWaiting(letOthersGoOn);
     TDevToolsExec exec(setProg->toData());
     connect(&exec, &TDevToolsExec::signalEventText, this, &TProgTask::signalEventText);
     bool exit = false;

@@ -7,9 +7,10 @@
 class TSerialPort;
 
 /// What can be asked of a programmer outside a run: who it is, and a reset of the chip. Uses the link of
-/// the nearest set_prog at or before a command, opened for this one job. Works on the calling thread and
-/// holds it up until the programmer has answered; reports by signals, which a receiver on that thread
-/// takes directly.
+/// the nearest set_prog at or before a command, opened for this one job. Works on the calling thread until
+/// the programmer has answered, and lets its events in meanwhile, all but what the user does: windows are
+/// drawn and the lines of runs are taken. The caller sees to it that nothing else begins or closes the
+/// project. Reports by signals, which a receiver on that thread takes directly.
 class TProgTask : public QObject
 {
     Q_OBJECT

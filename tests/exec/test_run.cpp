@@ -182,7 +182,12 @@ private slots:
         connect(&progTask, &TProgTask::signalEventText, this, [&](TCodeExec code, const QString& text) {
             last = QStringLiteral("%1 %2").arg(QString::number(code), text).trimmed();
         });
+        QTimer window;
+        int ticks = 0;
+        connect(&window, &QTimer::timeout, this, [&] { ++ticks; });
+        window.start(1);
         const bool done = task == "reset" ? progTask.reset() : progTask.identify();
+        QVERIFY(ticks > 0 || !peer.isSilent());
         QTEST(last, "last");
         QCOMPARE(done, last.startsWith('5'));
         peer.finish();

@@ -223,6 +223,11 @@ void TSerialPort::setMaxData(quint16 bytes)
     m_maxData = bytes;
 }
 
+void TSerialPort::setWhileWaiting(const std::function<void()>& fn)
+{
+    m_whileWaiting = fn;
+}
+
 bool TSerialPort::exchange(quint8 command, QByteArray& data)
 {
     m_errorText.clear();
@@ -261,6 +266,8 @@ bool TSerialPort::sendFrame(quint8 command, const QByteArray& payload)
         // Noise has filled the buffer: nothing is written until there is room for what comes in.
         if (m_port->bytesAvailable() >= m_port->readBufferSize())
             m_port->clear(QSerialPort::Input);
+        if (m_whileWaiting)
+            m_whileWaiting();
     }
     return true;
 }
@@ -315,12 +322,14 @@ bool TSerialPort::receiveUpTo(int size, QByteArray& frame, TPatience& patience)
 // Appends what has arrived, at least one byte.
 bool TSerialPort::readAvailable(QByteArray& frame, TPatience& patience)
 {
-    if (m_port->bytesAvailable() == 0) {
-        TPatience silence(m_timeout);
-        while (!m_port->waitForReadyRead(qMin(silence.slice(), patience.slice()))) {
-            if (isBroken() || silence.isOver() || patience.isOver())
-                return false;
-        }
+    TPatience silence(m_timeout);
+    // Asked again each time: an owner that lets events in may have brought the bytes.
+    while (m_port->bytesAvailable() == 0 &&
+           !m_port->waitForReadyRead(qMin(silence.slice(), patience.slice()))) {
+        if (isBroken() || silence.isOver() || patience.isOver())
+            return false;
+        if (m_whileWaiting)
+            m_whileWaiting();
     }
     const int had = frame.size();
     frame.resize(had + static_cast<int>(m_port->bytesAvailable()));

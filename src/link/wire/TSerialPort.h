@@ -4,6 +4,8 @@
 #include <QSerialPort>
 #include <QStringList>
 
+#include <functional>
+
 class TPatience;
 
 /// The one door to the programmer: sends a request frame, waits for the reply frame, checks it.
@@ -40,6 +42,10 @@ public:
     void setTimeout(quint32 ms);
     /// Largest payload length accepted in a reply, in bytes.
     void setMaxData(quint16 bytes);
+
+    /// Called about every 50 ms of a wait in an exchange, for an owner that has something to keep alive
+    /// meanwhile; an empty function, as at first, is not. It must leave this port alone.
+    void setWhileWaiting(const std::function<void()>& fn);
 
     /// One exchange, no retry: blocks until the reply is complete or its time is over. data holds
     /// the request's payload (at most 65535 bytes) on entry and the reply's payload on success; on
@@ -87,6 +93,7 @@ private:
     QString m_path; ///< of the terminal that is open; empty when none is
     quint32 m_timeout = 0;
     quint16 m_maxData = 0;
+    std::function<void()> m_whileWaiting;
     bool m_linkFailed = false;
     QString m_errorText;
     bool m_hasExtendedAddress = false;

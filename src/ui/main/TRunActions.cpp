@@ -2,6 +2,7 @@
 
 #include "base/TLang.h"
 #include "core/model/TDataPrj.h"
+#include "exec/TLineGate.h"
 #include "exec/TProgTask.h"
 #include "exec/TRunControl.h"
 #include "settings/TAppData.h"
@@ -13,10 +14,11 @@
 
 #include <QApplication>
 
-TRunActions::TRunActions(TMainPanels& panels, TPrjSession& session, TRunControl& runs)
+TRunActions::TRunActions(TMainPanels& panels, TPrjSession& session, TRunControl& runs, TLineGate& gate)
     : m_panels(panels)
     , m_session(session)
     , m_runs(runs)
+    , m_gate(gate)
     , m_prj(panels.prj())
 {
 }
@@ -104,7 +106,8 @@ void TRunActions::reset()
     doTask(appData().ExecShowProgReset, &TProgTask::reset);
 }
 
-/// Holds the window up for as long as the programmer takes to answer.
+/// Takes as long as the programmer takes to answer. The window is drawn meanwhile and runs go on; what the
+/// user does waits.
 void TRunActions::doTask(bool showsPage, bool (TProgTask::*work)())
 {
     TWgtConfig* tab = m_prj->current();
@@ -122,7 +125,7 @@ void TRunActions::doTask(bool showsPage, bool (TProgTask::*work)())
                 log->repaint();
             });
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    (task.*work)();
+    m_gate.holdWhile([&] { (task.*work)(); });
     QApplication::restoreOverrideCursor();
     m_panels.updateState();
 }

@@ -2,6 +2,7 @@
 
 #include <QObject>
 
+class TLineGate;
 class TMainPanels;
 class TPrjSession;
 class TProgTask;
@@ -16,7 +17,7 @@ class TRunActions : public QObject
 
 public:
     /// All of them belong to the window.
-    TRunActions(TMainPanels& panels, TPrjSession& session, TRunControl& runs);
+    TRunActions(TMainPanels& panels, TPrjSession& session, TRunControl& runs, TLineGate& gate);
     ~TRunActions() override;
 
     void start(int id_cfg);
@@ -41,5 +42,6 @@ private:
     TMainPanels& m_panels;
     TPrjSession& m_session;
     TRunControl& m_runs;
+    TLineGate& m_gate;
     TWgtPrj* const m_prj;
 };
