@@ -9,11 +9,14 @@ namespace {
 
 enum class Kind { Blank, Group, Setting, Broken };
 
-/// One logical line: the text of a setting may run over several lines of the file inside quotes.
+/// A line of the file. QSettings lets a text in quotes, or one with a backslash at its end, run on into the
+/// lines below, but never writes one that does: here a line ends for itself, so that a forgotten quote costs
+/// no other setting.
 struct Line
 {
     Kind kind = Kind::Blank;
     bool isSound = true;
+    QByteArray missing; ///< what QSettings wants behind the text to end it there
     int begin = 0;
     int textEnd = 0; ///< behind the setting, where a comment may follow
     int end = 0;     ///< behind the line feed
@@ -68,14 +71,8 @@ private:
     void take(Line& line, int start)
     {
         int equals = -1;
-        line.textEnd = endOfText(start, m_spans, equals);
-        if (line.textEnd < 0) {
-            // A quote that is never closed would swallow the rest of the file. QSettings reads it so; here
-            // every line counts by itself from now on, so that the rest is kept.
-            m_spans = false;
-            line.isSound = false;
-            line.textEnd = endOfText(start, m_spans, equals);
-        }
+        line.textEnd = endOfText(start, equals, line.missing);
+        line.isSound = line.missing.isEmpty();
         if (m_text.at(start) == '[') {
             line.kind = Kind::Group;
             const QByteArray name = m_text.mid(start + 1, line.textEnd - start - 1);
@@ -92,38 +89,32 @@ private:
         }
     }
 
-    /// Where the setting that begins at pos ends; -1 when that is inside a quote that is never closed.
-    int endOfText(int pos, bool spans, int& equals) const
+    /// Where the text that begins at pos ends: before a comment or the line's end.
+    int endOfText(int pos, int& equals, QByteArray& missing) const
     {
-        equals = -1;
         bool inQuotes = false;
-        for (; pos < m_text.size(); ++pos) {
+        const auto isAtEnd = [this](int at) { return at >= m_text.size() || isBreak(m_text.at(at)); };
+        for (; !isAtEnd(pos); ++pos) {
             const char c = m_text.at(pos);
             if (c == '"')
                 inQuotes = !inQuotes;
             else if (c == '=' && equals < 0 && !inQuotes)
                 equals = pos;
-            else if (isBreak(c) ? !(inQuotes && spans) : c == ';' && !inQuotes)
+            else if (c == ';' && !inQuotes)
                 return pos;
+            else if (c == '\\' && isAtEnd(pos + 1))
+                missing = "\\";
             else if (c == '\\')
-                pos = behindEscape(pos);
+                ++pos;
         }
-        return inQuotes && spans ? -1 : m_text.size();
-    }
-
-    /// The last character that a backslash takes with it.
-    int behindEscape(int pos) const
-    {
-        const char first = m_text.size() > pos + 1 ? m_text.at(pos + 1) : '\0';
-        const char second = m_text.size() > pos + 2 ? m_text.at(pos + 2) : '\0';
-        const bool isPair = isBreak(first) && isBreak(second) && first != second;
-        return pos + (isPair ? 2 : 1);
+        if (inQuotes)
+            missing += '"';
+        return pos;
     }
 
     const QByteArray& m_text;
     int m_pos;
     QByteArray m_group;
-    bool m_spans = true;
 };
 
 /// What has still to be written of one group.
@@ -190,6 +181,23 @@ QList<int> brokenIniLines(const QByteArray& text, int limit)
         number += text.mid(line.begin, line.end - line.begin).count('\n');
     }
     return numbers;
+}
+
+QByteArray closedIni(const QByteArray& text)
+{
+    QByteArray closed;
+    int from = 0;
+    Reader reader(text);
+    Line line;
+    while (reader.next(line)) {
+        if (line.missing.isEmpty())
+            continue;
+        const bool isBroken = line.kind == Kind::Broken;
+        closed += text.mid(from, (isBroken ? line.begin : line.textEnd) - from);
+        closed += isBroken ? QByteArray() : line.missing;
+        from = isBroken ? line.end : line.textEnd;
+    }
+    return closed + text.mid(from);
 }
 
 QByteArray rawIniValue(const QByteArray& text, const QByteArray& key)

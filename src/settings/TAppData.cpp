@@ -13,6 +13,7 @@
 #include <QTemporaryDir>
 
 #include <functional>
+#include <memory>
 
 namespace {
 
@@ -113,6 +114,36 @@ QString settingsFile()
     return fileInAppDir(QStringLiteral("ini"));
 }
 
+/// The settings file for reading: one with an open quote by way of a copy in which the quote is closed.
+class StoredSettings
+{
+public:
+    StoredSettings()
+        : m_settings(readable())
+    {
+    }
+
+    const TSettings& get() const { return m_settings; }
+
+private:
+    QString readable()
+    {
+        QByteArray text;
+        QString error;
+        if (!readWholeFile(settingsFile(), text, error))
+            return settingsFile();
+        const QByteArray closed = closedIni(text);
+        if (closed == text)
+            return settingsFile();
+        m_folder = std::make_unique<QTemporaryDir>();
+        const QString copy = m_folder->filePath(QStringLiteral("settings.ini"));
+        return writeFileSafely(copy, closed, error) ? copy : settingsFile();
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    const TSettings m_settings;
+};
+
 void writeFields(TSettings& settings, const TAppData& data, Written group)
 {
     for (const SettingsRow& row : settingsRows()) {
@@ -157,33 +188,47 @@ bool stored(const std::function<void(TSettings&)>& write, const QSet<QString>& d
     return false;
 }
 
-/// Tells of lines that cannot be read: they stay in the file, but nobody heeds them.
-void logBrokenLines()
+/// Tells of lines that cannot be read as they stand. They stay in the file.
+void logBrokenLines(const QString& file)
 {
     constexpr int most = 10;
     QByteArray text;
     QString error;
-    if (!QFileInfo::exists(settingsFile()))
+    if (!QFileInfo::exists(file))
         return;
-    const bool isRead = readWholeFile(settingsFile(), text, error);
+    const bool isRead = readWholeFile(file, text, error);
     QStringList numbers;
     for (const int number : brokenIniLines(text, most))
         numbers.append(QString::number(number));
     if (!isRead)
-        logError(QStringLiteral("Settings"), QStringLiteral("%1: %2").arg(settingsFile(), error));
+        logError(QStringLiteral("Settings"), QStringLiteral("%1: %2").arg(file, error));
     else if (!numbers.isEmpty())
-        logError(QStringLiteral("Settings"), QStringLiteral("%1: no setting in line %2%3")
-                                                 .arg(settingsFile(), numbers.join(QStringLiteral(", ")),
+        logError(QStringLiteral("Settings"), QStringLiteral("%1: cannot be read as it stands: line %2%3")
+                                                 .arg(file, numbers.join(QStringLiteral(", ")),
                                                       QLatin1String(numbers.size() == most ? "..." : "")));
+}
+
+/// The rows of a list. Those that are none are told of: a programmer that is missing has a reason then.
+QList<QStringList> toldRows(const TSettings& settings, const QString& group, const QString& key, int length)
+{
+    const Rows rows = readRows(settings, group, key, length);
+    for (const int number : rows.otherNumbers) {
+        logError(QStringLiteral("Settings"),
+                 QStringLiteral("%1: not %2 parts: %3/%4%5")
+                     .arg(settingsFile(), QString::number(length), group, key, QString::number(number)));
+    }
+    return rows.good.values();
 }
 
 } // namespace
 
 void TAppData::load()
 {
-    const TSettings settings(settingsFile());
+    const StoredSettings stored;
+    const TSettings& settings = stored.get();
     const TAppData defaults;
-    logBrokenLines();
+    for (const char* suffix : {"ini", "hk"})
+        logBrokenLines(fileInAppDir(QLatin1String(suffix)));
     for (const SettingsRow& row : settingsRows()) {
         const auto read = [&](auto field) {
             this->*field = readField(settings, QLatin1String(row.key), defaults.*field);
@@ -191,18 +236,18 @@ void TAppData::load()
         std::visit(read, row.field);
     }
     progTypes.clear();
-    for (const QStringList& row : readRows(settings, typeGroup, typeKey, 2).good.values())
+    for (const QStringList& row : toldRows(settings, typeGroup, typeKey, 2))
         progTypes.append(row.at(0), row.at(1));
     progNames.clear();
-    for (const QStringList& row : readRows(settings, nameGroup, nameKey, 4).good.values())
+    for (const QStringList& row : toldRows(settings, nameGroup, nameKey, 4))
         progNames.append(row.at(1), row.at(0) == QLatin1String("1"), row.at(2), row.at(3));
 }
 
 bool TAppData::saveApp() const
 {
-    const TSettings old(settingsFile());
-    const Rows types = readRows(old, typeGroup, typeKey, 2);
-    const Rows names = readRows(old, nameGroup, nameKey, 4);
+    const StoredSettings old;
+    const Rows types = readRows(old.get(), typeGroup, typeKey, 2);
+    const Rows names = readRows(old.get(), nameGroup, nameKey, 4);
     const auto write = [&](TSettings& settings) {
         writeFields(settings, *this, Written::App);
         writeRows(settings, typeGroup, typeKey, toRows(progTypes), types);
