@@ -8,6 +8,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonObject>
@@ -109,6 +110,22 @@ QString withSuffix(const QString& file, const QString& suffix)
 {
     const bool hasSuffix = QFileInfo(file).suffix().compare(suffix, Qt::CaseInsensitive) == 0;
     return hasSuffix ? file : QStringLiteral("%1.%2").arg(file, suffix);
+}
+
+bool copyPrjList(const QString& from, const QString& to)
+{
+    if (QFileInfo::exists(to))
+        return false;
+    if (absDir(from) == absDir(to))
+        return QFile::copy(from, to);
+    TPrjListFile list;
+    const TPrjListFile::Result result = list.read(from);
+    if (result == TPrjListFile::Failed)
+        return false;
+    if (result == TPrjListFile::Empty)
+        return QFile::copy(from, to);
+    list.changeFolder(absDir(from), absDir(to));
+    return list.write(to);
 }
 
 bool joinPrjList(const QString& folder, TPrjFileMode mode, const QByteArray& content, QString& file,

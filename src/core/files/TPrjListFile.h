@@ -59,5 +59,9 @@ enum class TPrjFileMode {
 /// The suffixes of projects and of lists of them, without the dot.
 constexpr QLatin1String prjSuffix("prj");
 constexpr QLatin1String prjListSuffix("lst");
+/// Copies a list to a file that is not there yet. The projects of a list are named from its folder: in
+/// another folder the relative names change, so that they lead to the same files. False when it cannot be
+/// done.
+[[nodiscard]] bool copyPrjList(const QString& from, const QString& to);
 /// file with "." and suffix behind it, if it does not end so already.
 QString withSuffix(const QString& file, const QString& suffix);

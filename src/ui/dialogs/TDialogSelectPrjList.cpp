@@ -66,21 +66,6 @@ QString freeFile(const QString& file)
     return name;
 }
 
-/// The projects of a list are named from its folder, so in another folder their names change.
-bool copyList(const QString& from, const QString& to)
-{
-    if (absDir(from) == absDir(to))
-        return QFile::copy(from, to);
-    TPrjListFile list;
-    const TPrjListFile::Result result = list.read(from);
-    if (result == TPrjListFile::Failed)
-        return false;
-    if (result == TPrjListFile::Empty)
-        return QFile::copy(from, to);
-    list.changeFolder(absDir(from), absDir(to));
-    return list.write(to);
-}
-
 } // namespace
 
 TDialogSelectPrjList::TDialogSelectPrjList(const QString& file, QWidget* parent)
@@ -235,7 +220,7 @@ void TDialogSelectPrjList::slotNew()
 void TDialogSelectPrjList::slotCopy()
 {
     const QString from = TPrjListFile::path(file());
-    create(172, {name(), freeFile(file())}, [&from](const QString& path) { return copyList(from, path); });
+    create(172, {name(), freeFile(file())}, [&from](const QString& path) { return copyPrjList(from, path); });
 }
 
 void TDialogSelectPrjList::slotAdd()
