@@ -109,8 +109,9 @@ PrjListNew test.lst | test.lst | Two .Sub Group One
 PrjListNew fresh | fresh.lst |
 PrjListNew fresh, -PrjEdit CfgNew, PrjListLoad test.lst | test.lst | Two .Sub Group One
 PrjListSaveAs copy.lst, PrjListLoad copy.lst | copy.lst | Two .Sub Group One
+PrjListSaveAs far/copy.lst, PrjListLoad far/copy.lst, @Two, +CfgNew | far/copy.lst | Two .Sub Group One
 PrjListSaveAs other.lst, PrjListLoad other.lst | other.lst | Other | other.lst
-PrjListLoad bad.lst, -PrjNew PrjListReload | bad.lst | | bad.lst
+PrjListLoad far/bad.lst, -PrjNew PrjListReload | far/bad.lst | | bad.lst
 PrjListLoad one.prj, -PrjNew PrjListReload | one.prj | | one.prj
 PrjListReload | test.lst | Two .Sub Group One
 PrjListSelect | other.lst | Other
@@ -266,7 +267,7 @@ private slots:
         WindowBench bench;
         const QString lists = bench.dir().file("projects/");
         bench.dir().write("projects/other.lst", R"({"list": [{"parent": 0, "name": "Other", "file": ""}]})");
-        bench.dir().write("projects/bad.lst", "{ no list");
+        bench.dir().write("projects/far/bad.lst", "{ no list");
         bench.openSamples("One");
         TTreeWidget* tree = bench.window().prjList()->tree();
         tree->addTopLevelItem(tree->takeTopLevelItem(0));

@@ -19,6 +19,20 @@
 #include <QFileDialog>
 #include <QFileInfo>
 
+#include <algorithm>
+
+namespace {
+
+/// Such a name leads elsewhere from another folder.
+bool hasRelativeFile(const QList<TPrjListItem>& items)
+{
+    return std::any_of(items.begin(), items.end(), [](const TPrjListItem& item) {
+        return !item.file.isEmpty() && QFileInfo(item.file).isRelative();
+    });
+}
+
+} // namespace
+
 TPrjListActions::TPrjListActions(TMainPanels& panels, TPrjSession& session)
     : m_panels(panels)
     , m_session(session)
@@ -97,18 +111,25 @@ void TPrjListActions::saveAs()
     if (file.isEmpty())
         return;
     const QString source = m_prjList->listFile();
+    const bool isFree = !QFileInfo::exists(file);
+    const bool isNear = absDir(file) == absDir(source) || !hasRelativeFile(m_prjList->items());
+    const int answer = isFree && !isNear ? msgChoose(langText(488), {77, 78, 81}, 0, m_panels.window()) : 1;
+    if (answer == 2)
+        return;
     const TPrjSession::Stored stored = m_session.storeList();
     if (stored == TPrjSession::Stored::NotNow)
         return;
     // A list whose own file cannot be written is saved here all the same.
-    const bool copied = stored == TPrjSession::Stored::Failed
-                            ? !QFileInfo::exists(file) && m_prjList->saveCopy(file)
-                            : QFile::copy(source, file);
+    const bool copied = isFree && (stored == TPrjSession::Stored::Failed ? m_prjList->saveCopy(file)
+                                   : answer == 0                         ? copyPrjList(source, file)
+                                                                         : QFile::copy(source, file));
     if (!copied)
         msgError(langText(99).arg(QDir::toNativeSeparators(source), QDir::toNativeSeparators(file)),
                  m_panels.window());
     if (stored == TPrjSession::Stored::GivenUp)
         m_session.reloadList();
+    if (copied && stored != TPrjSession::Stored::Failed)
+        m_panels.report(langText(489).arg(QDir::toNativeSeparators(file)), TWgtStatusBar::Green);
 }
 
 void TPrjListActions::openFolder()
