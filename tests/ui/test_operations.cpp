@@ -40,6 +40,7 @@ constexpr char commandRows[] = R"(
 #0, CmdCopyOne, #2, CmdPaste | A: delay !pause stop delay; B: stop | 3 | 132:Delay
 #2, CmdCopyOne, #-, CmdPaste | A: stop delay !pause stop; B: stop | 0
 #0, CmdCopySelected | A: delay !pause stop; B: stop | 0 | 129
+#0, CmdUncheckAll, CmdCopySelected, -CmdPaste | A: !delay !pause !stop; B: stop | 0 | 136
 #0, CmdCopySelected, #1, CmdPaste | A: delay !pause delay stop stop; B: stop | 2 | 133
 #0, CmdNewSetProg | A: delay set_prog !pause stop; B: stop | 1
 #2, CmdNewSetProgDevice | A: delay !pause stop set_prog set_device; B: stop | 4
@@ -281,6 +282,8 @@ private slots:
         QVERIFY(bench.play(steps));
         QVERIFY(bench.close());
         QVERIFY(bench.dir().read("projects/one.prj").contains("configurations"));
+        // A place in a list that is not the one of the next start would be that of another project.
+        QCOMPARE(appData().LastPrj < 0, steps != "PrjListNew test.lst");
         QTEST(bench.window().prjList()->listFile().remove(lists), "file");
         QTEST(bench.nodeNames(), "nodes");
         QVERIFY(bench.boxes.join(' ').contains(box));

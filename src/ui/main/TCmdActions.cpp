@@ -97,6 +97,10 @@ void TCmdActions::copy()
 
 void TCmdActions::copySelected()
 {
+    if (!project().hasEnabled(m_prj->currentCfg())) {
+        msgInfo(langText(136), m_panels.window());
+        return;
+    }
     m_clipboard.copyChecked(m_prj->currentCfg());
     m_panels.report(langText(129), TWgtStatusBar::Green);
     m_panels.updateState();

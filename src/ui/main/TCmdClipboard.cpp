@@ -2,12 +2,11 @@
 
 #include "base/TCmdCode.h"
 #include "base/TLang.h"
+#include "base/json_file.h"
 #include "base/keys.h"
 #include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"
 #include "core/model/references.h"
-
-#include <QFile>
 
 namespace {
 
@@ -67,13 +66,12 @@ int TCmdClipboard::pasteCfg(const QString& name, int index) const
 
 bool TCmdClipboard::copyPrj(const QString& name, const QString& path, QString& error)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        error = file.errorString();
+    // Whole or not at all: a copy that was cut in the reading would be pasted as a project.
+    QByteArray content;
+    if (!readWholeFile(path, content, error))
         return false;
-    }
     m_prjName = name;
-    m_prjContent = file.readAll();
+    m_prjContent = content;
     return true;
 }
 

@@ -129,6 +129,7 @@ void TMainWindow::closeEvent(QCloseEvent* event)
 void TMainWindow::leave()
 {
     delete m_cmdSelector;
+    delete m_manual; // before the settings are stored, so that its place is among them
     close();
 }
 

@@ -108,7 +108,9 @@ void TPrjSession::leave()
     if (!closePrjAndList())
         return;
     TAppData& app = appData();
-    app.LastPrj = m_prjList->indexOfSelected();
+    // A place in another list would lead to another project when the program starts with its own list.
+    const bool isStartList = isSameFile(m_prjList->listFile(), TPrjListFile::path(app.PrjListFile));
+    app.LastPrj = isStartList ? m_prjList->indexOfSelected() : -1;
     app.LastCfg = tab;
     app.LastCmd = row;
     m_mayClose = true;
