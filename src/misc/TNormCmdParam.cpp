@@ -32,15 +32,6 @@ bool inRegion(qint64 addr, qint64 count, qint64 begin, qint64 size)
     return offset < size && count <= size - offset;
 }
 
-bool isDigitsAndBlanks(const QString& text)
-{
-    return !text.isEmpty() && std::all_of(text.cbegin(), text.cend(), [](QChar c) {
-        return c == QLatin1Char(' ') || (c >= QLatin1Char('0') && c <= QLatin1Char('9')) ||
-               (c >= QLatin1Char('A') && c <= QLatin1Char('F')) ||
-               (c >= QLatin1Char('a') && c <= QLatin1Char('f'));
-    });
-}
-
 QString withoutBlanks(QString text)
 {
     static const QRegularExpression blanks(QStringLiteral("\\s"));
@@ -216,13 +207,11 @@ bool validData(const TData& data, qint64 begin, qint64 size)
     qint64 addr = 0;
     QString text;
     dataParam(data, addr, text);
-    if (!isDigitsAndBlanks(text) || !areNumbers(data, key::addr_device))
-        return false;
-    const qint64 digits = text.size() - text.count(QLatin1Char(' '));
-    if (digits % 2 != 0 || addr < 0 || begin < 0 || size < 0)
+    const int bytes = hexLength(text);
+    if (bytes < 0 || !areNumbers(data, key::addr_device) || addr < 0 || begin < 0 || size < 0)
         return false;
     // Only the end counts here. Sums of two numbers below 2^63 fit into 64 bits.
-    return quint64(addr) + quint64(digits / 2) <= quint64(begin) + quint64(size);
+    return quint64(addr) + quint64(bytes) <= quint64(begin) + quint64(size);
 }
 
 QString textData(const TData& data, const QString& cmd, QWidget* form)
@@ -490,6 +479,18 @@ QString hex(qlonglong n)
 uint fromHex(const QString& s)
 {
     return s.toUInt(nullptr, 16);
+}
+
+int hexLength(const QString& s)
+{
+    const auto isAllowed = [](QChar c) {
+        return c == QLatin1Char(' ') || (c >= QLatin1Char('0') && c <= QLatin1Char('9')) ||
+               (c >= QLatin1Char('A') && c <= QLatin1Char('F')) ||
+               (c >= QLatin1Char('a') && c <= QLatin1Char('f'));
+    };
+    const int digits = s.size() - s.count(QLatin1Char(' '));
+    const bool isHex = !s.isEmpty() && digits % 2 == 0 && std::all_of(s.cbegin(), s.cend(), isAllowed);
+    return isHex ? digits / 2 : -1;
 }
 
 QByteArray hexToBytes(const QString& s)

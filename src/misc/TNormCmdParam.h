@@ -110,6 +110,9 @@ QString hex(int n);
 QString hex(uint n);
 QString hex(qlonglong n);
 uint fromHex(const QString& s);
+/// Bytes that a hexadecimal text gives, blanks not counting; -1 for an empty one, for half a byte and for
+/// text that is none.
+int hexLength(const QString& s);
 /// White space does not count.
 QByteArray hexToBytes(const QString& s);
 QString bytesToHex(const QByteArray& bytes);

@@ -386,7 +386,7 @@ private slots:
         row("AABB", "", "AABB", "AABB");
         row("AA BB", "", "AA BB", "AA BB"); // blanks do not count
         row("", "", "0102", "0102");
-        row("AABBCC", "", "0102", "0102");
+        row("AABBCC", "", "AABBCC", "AABBCC"); // nothing else is written in its place
         row("AABB", longChip, "050607", "AABB");
         row("AABB", otherChip, "0304", "AABB");
         row("AABB", unreadableChip, "AABB", "AABB");

@@ -152,6 +152,9 @@ dev25 | data_read | 0x00..0x00 : | wrong | addr_device=0 data=
 dev25 | data_write data=a1~b2 | 0x00..0x01 :A1 B2 | valid
 dev25 addr_begin=16 | file_write | HEX: | wrong | file= format=HEX addr_file=0 addr_device=16 count=0x800000
 dev25 | status_reg_read | 000260 | valid | data=000260
+dev25 | status_reg_read data=1C | 1C | valid
+dev25 | status_reg_write data=1c~0260 | 1c 0260 | valid
+dev25 | status_reg_verify data=1C02 | 1C02 | wrong
 dev25 | security_reg_erase | Registers: 111 | valid | data=255
 dev25 | security_reg_erase data=6 | Registers: 110 | valid
 dev25 | security_reg_erase data=x | Registers: 000 | wrong
@@ -167,6 +170,7 @@ dev25 | leave state=? | ?-- | wrong
 avr | leave | -300 ms, --- | valid | state= reset=true duration=-300
 avr | leave duration=300 | 300 ms, --- | wrong
 avr | lock_write | FF | valid | data=FF
+avr | fuse_write data=6299FX | 6299FX | wrong
 avr | flash_char_verify | 0x00..0x3FFFF :0xFF | valid
 avr | eeprom_char_write | 0x00..0xFFF :0xFF | valid
 avr | eeprom_data_write addr_device=4096 data=00 | 0x1000..0x1000 :00 | wrong

@@ -865,8 +865,9 @@ void TDataPrj::normalizeAll()
     }
 }
 
-/// A chip's defaults may replace stored fuses and registers only when the chip is another one than
-/// they were made for, or when they cannot be meant for this one.
+/// A chip's defaults replace stored fuses and registers only when the chip is another one than they were
+/// made for. A text of the wrong length stays as well: the check finds it, where a default in its place
+/// would be written to the chip without a word.
 bool TDataPrj::renew(TDataCmd& command)
 {
     const IDevice* device = command.device();
@@ -879,15 +880,18 @@ bool TDataPrj::renew(TDataCmd& command)
     }
     const QVariant stored = command.param(key::data);
     TData fresh = command.toData();
-    const int digits = hexDigits(stored);
-    if (!device->refreshParams(fresh) || (digits > 0 && hexDigits(fresh.value(key::data)) == digits))
+    if (!device->refreshParams(fresh))
         return false;
-    // All three status registers, from before the description told how many there are: the first ones count.
-    constexpr int threeRegisters = 6;
-    if (digits == threeRegisters && family->deviceValue(key::status_reg_count).isValid()) {
+    if (const int digits = hexDigits(stored)) {
+        // All three status registers, from before the description told how many there are: the first ones
+        // count.
+        constexpr int threeRegisters = 6;
+        const int wanted = hexDigits(fresh.value(key::data));
         const QByteArray bytes = QByteArray::fromHex(stored.toByteArray());
-        const int count = hexDigits(fresh.value(key::data)) / 2;
-        fresh.insert(key::data, QString::fromLatin1(bytes.left(count).toHex().toUpper()));
+        if (digits != threeRegisters || bytes.size() * 2 != digits || wanted >= digits ||
+            !family->deviceValue(key::status_reg_count).isValid())
+            return false;
+        fresh.insert(key::data, QString::fromLatin1(bytes.left(wanted / 2).toHex().toUpper()));
     }
     command.fromData(fresh);
     return true;

@@ -282,14 +282,22 @@ bool TFamilyDevice::checkParams(const TData& data) const
         return areNumbers(data, key::size, key::begin, key::count);
     case Shape::RegisterMask:
         return areNumbers(data, key::data);
+    case Shape::Register:
+        return command->action == Action::Read || validRegister(command->area, data);
     case Shape::Separator:
     case Shape::Plain:
     case Shape::Ident:
     case Shape::Pins:
-    case Shape::Register:
         break;
     }
     return true;
+}
+
+bool TFamilyDevice::validRegister(Area area, const TData& data) const
+{
+    const TRegisterKeys* keys = registerKeys(area);
+    const int bytes = keys ? hexLength(deviceValue(keys->def).toString()) : 0;
+    return bytes > 0 && hexLength(data.value(key::data).toString()) == bytes;
 }
 
 bool TFamilyDevice::checkDeviceParams(const TData& data) const

@@ -48,6 +48,8 @@ private:
     void defaultBlocks(TData& data) const;
     QString registerText(const TCommandRow& row, const TData& data, QWidget* openForm) const;
     TFormSpec registerSpec(const TCommandRow& row, const TData& data) const;
+    /// The stored value has as many bytes as the register.
+    bool validRegister(Area area, const TData& data) const;
 
     const TCommandTable m_table;
     QStringList m_keys;
