@@ -56,6 +56,14 @@ QString fittedState(int id_cmd, bool withoutChip)
     return padState(state, prog->pinList(chip ? chip->section() : QString(), true).size());
 }
 
+/// The fill byte is the low part of a number without a sign; one that is none would become 0.
+bool validFill(const TData& data)
+{
+    qint64 fill = 0;
+    return readNumber(data.value(key::fill_char), fill) && fill >= 0 &&
+           fill <= std::numeric_limits<quint32>::max();
+}
+
 /// The sign of the pulse is what the chip wants and its length what the programmer can.
 bool validPulse(qint64 duration, bool positive, const TProg& prog)
 {
@@ -164,7 +172,7 @@ bool validChar(const TData& data, qint64 begin, qint64 size)
     qint64 count = 0;
     quint8 fill = 0;
     charParam(data, addr, count, fill);
-    return areNumbers(data, key::addr_device, key::count, key::fill_char) &&
+    return areNumbers(data, key::addr_device, key::count) && validFill(data) &&
            inRegion(addr, count, begin, size);
 }
 
@@ -336,8 +344,9 @@ bool validLeave(const TData& data, bool withReset)
     const IDevice* chip = command->family();
     if (!withReset || !chip)
         return true;
-    return validPulse(param(data, key::duration).toLongLong(), chip->deviceValue(key::reset_pol).toBool(),
-                      *prog);
+    qint64 duration = 0;
+    return readInt(param(data, key::duration), duration) &&
+           validPulse(duration, chip->deviceValue(key::reset_pol).toBool(), *prog);
 }
 
 void defaultLeave(TData& data, bool withReset)

@@ -146,6 +146,7 @@ dev25 | erase_blocks count=x | 0x00..0xFFFFFFFFFFFFFFFF (0 byte) | wrong
 dev25 size=0x8000 | erase_blocks | 0x00..0xFFFFFFFFFFFFFFFF (0 byte) | valid | size=65536 begin=0 count=0
 dev25 | char_write | 0x00..0x7FFFFF :0xFF | valid | addr_device=0 count=0x800000 fill_char=255
 dev25 | char_write count=x | 0x00..0xFFFFFFFFFFFFFFFF :0xFF | wrong
+dev25 | char_write fill_char=4294967551 | 0x00..0x7FFFFF :0xFF | wrong
 dev25 | file_write file=x count=18446744073709551616 | HEX: x | wrong
 dev25 | char_write addr_device=1 | 0x01..0x800000 :0xFF | wrong
 dev25 | data_read | 0x00..0x00 : | wrong | addr_device=0 data=

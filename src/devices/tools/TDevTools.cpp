@@ -172,7 +172,7 @@ void defaultCalcCrc(TData& data)
 
 bool checkCalcCrc(const TData& data)
 {
-    return areNumbers(data, key::addr, key::count, key::fill);
+    return areNumbers(data, key::addr, key::count) && isInt(data, key::fill);
 }
 
 QString textCalcCrc(const TData& data)
