@@ -56,13 +56,14 @@ constexpr TColorRow colorRows[] = {
     {cmd::leave, &TAppData::CmdEnableColorLeave, &TAppData::CmdColorLeave},
 };
 
-/// In pixels. The default was made for the usual font and grows with a larger one.
+/// In pixels. The default grows until the longest name fits.
 int nameWidth(const QFont& font)
 {
-    constexpr int usualFont = 12; // pixels
+    constexpr int margins = 10; // of a cell and its grid line
     static const int usual = TAppData().WindowMainCmdListColumnNameWidth;
     const int width = appData().WindowMainCmdListColumnNameWidth;
-    return width == usual ? usual * qMax(usualFont, QFontInfo(font).pixelSize()) / usualFont : width;
+    const QString longest = cmdCode().name(cmd::security_reg_test_empty);
+    return width == usual ? qMax(usual, QFontMetrics(font).horizontalAdvance(longest) + margins) : width;
 }
 
 QTableWidgetItem* newItem(Qt::ItemFlags more = {})
