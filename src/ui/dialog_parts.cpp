@@ -5,6 +5,7 @@
 #include "base/helpers.h"
 #include "core/files/TPrjListFile.h"
 #include "forms/edits/colors.h"
+#include "forms/edits/line_height.h"
 
 #include <QAction>
 #include <QDialog>

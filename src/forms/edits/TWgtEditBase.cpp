@@ -1,6 +1,7 @@
 #include "forms/edits/TWgtEditBase.h"
 
 #include "forms/edits/colors.h"
+#include "forms/edits/line_height.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>

@@ -2,7 +2,7 @@
 
 #include "base/helpers.h"
 #include "forms/edits/TFileDrop.h"
-#include "forms/edits/colors.h"
+#include "forms/edits/line_height.h"
 
 #include <QDir>
 #include <QFileDialog>

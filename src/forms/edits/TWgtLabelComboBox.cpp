@@ -2,8 +2,8 @@
 
 #include "forms/edits/TComboBox.h"
 #include "forms/edits/TWgtLabelBtn.h"
-#include "forms/edits/colors.h"
 #include "forms/edits/label_row.h"
+#include "forms/edits/line_height.h"
 
 TWgtLabelComboBox::TWgtLabelComboBox(const QString& text, QBoxLayout::Direction direction, QWidget* parent)
     : QWidget(parent)

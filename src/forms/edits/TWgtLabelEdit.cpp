@@ -1,8 +1,8 @@
 #include "forms/edits/TWgtLabelEdit.h"
 
 #include "forms/edits/TWgtLabelBtn.h"
-#include "forms/edits/colors.h"
 #include "forms/edits/label_row.h"
+#include "forms/edits/line_height.h"
 
 #include <QLineEdit>
 

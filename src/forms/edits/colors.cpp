@@ -1,7 +1,6 @@
 #include "forms/edits/colors.h"
 
 #include <QAbstractItemView>
-#include <QFontMetrics>
 #include <QLabel>
 #include <QPalette>
 #include <QTreeView>
@@ -108,14 +107,4 @@ void showWarning(QLabel* label, const QStringList& lines)
 QString literalLabel(QString text)
 {
     return text.replace(QLatin1Char('&'), QLatin1String("&&"));
-}
-
-int lineHeight(const QWidget* widget, int usual, int frame)
-{
-    return qMax(usual, widget->fontMetrics().height() + frame);
-}
-
-int fieldHeight(const QWidget* widget)
-{
-    return lineHeight(widget, 21, 6);
 }

@@ -31,8 +31,3 @@ QLabel* warningLabel(QWidget* parent);
 void showWarning(QLabel* label, const QStringList& lines);
 /// text as a button, a tab or a menu has to be given it, so that an "&" shows as itself.
 QString literalLabel(QString text);
-/// Height of one line of text and a frame in the widget's font, in pixels: usual unless the font needs
-/// more.
-int lineHeight(const QWidget* widget, int usual, int frame);
-/// The same for a field of the forms: 21 is usual.
-int fieldHeight(const QWidget* widget);

@@ -1,6 +1,6 @@
 #include "forms/edits/star_button.h"
 
-#include "forms/edits/colors.h"
+#include "forms/edits/line_height.h"
 
 #include <QPushButton>
 

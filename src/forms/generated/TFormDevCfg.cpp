@@ -6,6 +6,7 @@
 #include "forms/edits/TWgtEditStrHex.h"
 #include "forms/edits/colors.h"
 #include "forms/edits/form_bits.h"
+#include "forms/edits/line_height.h"
 #include "forms/edits/star_button.h"
 #include "forms/generated/TFormDevCfgButton.h"
 #include "forms/generated/TFormDevCfgCheckBox.h"

@@ -2,6 +2,7 @@
 
 #include "devices/shared/form_items.h"
 #include "forms/edits/colors.h"
+#include "forms/edits/line_height.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>

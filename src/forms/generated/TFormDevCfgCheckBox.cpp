@@ -3,6 +3,7 @@
 #include "devices/shared/form_items.h"
 #include "forms/edits/colors.h"
 #include "forms/edits/form_bits.h"
+#include "forms/edits/line_height.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>

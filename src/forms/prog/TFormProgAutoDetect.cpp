@@ -10,6 +10,7 @@
 #include "forms/edits/TWgtDeviceView.h"
 #include "forms/edits/align_labels.h"
 #include "forms/edits/colors.h"
+#include "forms/edits/line_height.h"
 #include "forms/edits/name_line.h"
 #include "link/lists/AutoList.h"
 #include "settings/TAppData.h"

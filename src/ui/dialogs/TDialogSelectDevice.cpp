@@ -6,6 +6,7 @@
 #include "devices/shared/description.h"
 #include "devices/shared/deviceWarnings.h"
 #include "forms/edits/colors.h"
+#include "forms/edits/line_height.h"
 #include "link/lists/AutoList.h"
 #include "link/lists/line_rules.h"
 #include "settings/TAppData.h"

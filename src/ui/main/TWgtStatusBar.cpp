@@ -1,6 +1,7 @@
 #include "ui/main/TWgtStatusBar.h"
 
 #include "forms/edits/colors.h"
+#include "forms/edits/line_height.h"
 
 namespace {
 

@@ -6,6 +6,7 @@
 #include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"
 #include "forms/edits/colors.h"
+#include "forms/edits/line_height.h"
 #include "forms/edits/mono_font.h"
 #include "settings/TAppData.h"
 #include "ui/panels/Delegate.h"

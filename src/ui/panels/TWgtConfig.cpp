@@ -11,7 +11,7 @@
 #include "core/model/references.h"
 #include "exec/TLineGate.h"
 #include "forms/TFormCommand.h"
-#include "forms/edits/colors.h"
+#include "forms/edits/line_height.h"
 #include "settings/TAppData.h"
 #include "ui/panels/TWgtCmdList.h"
 #include "ui/panels/TWgtLogExec.h"

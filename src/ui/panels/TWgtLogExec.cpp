@@ -3,6 +3,7 @@
 #include "exec/TLogText.h"
 #include "forms/edits/TTextKeys.h"
 #include "forms/edits/colors.h"
+#include "forms/edits/line_height.h"
 #include "forms/edits/mono_font.h"
 #include "settings/TAppData.h"
 #include "ui/setting_colors.h"

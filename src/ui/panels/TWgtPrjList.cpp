@@ -2,7 +2,7 @@
 
 #include "base/TLang.h"
 #include "base/helpers.h"
-#include "forms/edits/colors.h"
+#include "forms/edits/line_height.h"
 #include "settings/TAppData.h"
 #include "ui/TWgtLabelElided.h"
 #include "ui/panels/TTreeWidget.h"
