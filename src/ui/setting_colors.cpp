@@ -17,8 +17,8 @@ struct DarkColor
 const DarkColor darkColors[] = {
     {&TAppData::ExecTabColorExecute, QColor(110, 165, 255)},
     {&TAppData::ExecTabColorPause, QColor(210, 210, 90)},
-    {&TAppData::ExecTabColorSuccess, QColor(100, 210, 110)},
-    {&TAppData::ExecTabColorFailed, QColor(255, 115, 115)},
+    {&TAppData::ExecTabColorSuccess, goodText(Qt::black)},
+    {&TAppData::ExecTabColorFailed, faultText(Qt::black)},
     {&TAppData::ExecTabColorStopped, QColor(255, 175, 60)},
     {&TAppData::ExecLogColorTime, QColor(130, 130, 130)},
     {&TAppData::ExecLogColorCmd, QColor(240, 240, 240)},
@@ -26,8 +26,8 @@ const DarkColor darkColors[] = {
     {&TAppData::ExecLogColorText, QColor(175, 175, 175)},
     {&TAppData::ExecLogColorWork, QColor(110, 165, 255)},
     {&TAppData::ExecLogColorResult, QColor(165, 210, 255)},
-    {&TAppData::ExecLogColorSuccess, QColor(100, 210, 110)},
-    {&TAppData::ExecLogColorFailed, QColor(255, 115, 115)},
+    {&TAppData::ExecLogColorSuccess, goodText(Qt::black)},
+    {&TAppData::ExecLogColorFailed, faultText(Qt::black)},
     {&TAppData::ExecLogColorStopped, QColor(255, 175, 60)},
 };
 
