@@ -21,7 +21,7 @@ TFormDevEraseBlocks::TFormDevEraseBlocks(const TData& params, const QList<int>& 
     , m_count(new TWgtEditDecDef(0))
 {
     m_size->setMaxVisibleItems(10);
-    // Another block than the one that was typed must not be erased in its place.
+    // Another block than the one that stands there must not be erased in its place.
     m_begin->keepTyped();
     for (const int size : m_sizes)
         m_size->addItem(textSize(size), textSize(size));
@@ -32,7 +32,7 @@ TFormDevEraseBlocks::TFormDevEraseBlocks(const TData& params, const QList<int>& 
     rows->addRow(langText(472), m_count);
     connect(m_size, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &TFormDevEraseBlocks::slotChanged);
-    connect(m_begin, &TWgtEditDecDef::valueChanged, this, &TFormDevEraseBlocks::changedBegin);
+    connect(m_begin, &TWgtEditDecDef::valueChanged, this, &TFormDevEraseBlocks::slotChanged);
     connect(m_count, &TWgtEditDecDef::valueChanged, this, &TFormDevEraseBlocks::send);
 }
 
@@ -61,13 +61,6 @@ void TFormDevEraseBlocks::setRanges()
 void TFormDevEraseBlocks::slotChanged()
 {
     setRanges();
-    m_begin->refit();
-    changedBegin();
-}
-
-void TFormDevEraseBlocks::changedBegin()
-{
-    setRanges(); // the rest begins at the block that there is
     m_count->refit();
     send();
 }

@@ -20,14 +20,14 @@ public:
     void takeKept(const QVariant& kept) override;
 
 public slots:
-    /// The size was changed by the user.
+    /// The user has changed the size or the first block: a number of blocks that was cut grows back as far as
+    /// there is room. A first block behind the chip is kept and marked.
     void slotChanged();
 
 private:
     void showParams() override;
     void selectSize();
     void setRanges();
-    void changedBegin();
     void send();
 
     const QList<int> m_sizes;
