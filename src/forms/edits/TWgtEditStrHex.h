@@ -2,6 +2,8 @@
 
 #include "forms/edits/TWgtEditBase.h"
 
+#include <optional>
+
 /// Bytes as hexadecimal text; blanks are kept as they are typed.
 class TWgtEditStrHex : public TWgtEditBase
 {
@@ -13,7 +15,7 @@ public:
     QString value() const { return m_value; }
     /// Shows another text and reports it. The same text does nothing.
     void setValue(const QString& value);
-    /// What "*" gives.
+    /// What "*" gives; before the first call it does nothing.
     void setDefaultValue(const QString& value) { m_default = value; }
 
 signals:
@@ -26,10 +28,12 @@ private:
     void step(const QString&, int) override {}
     void takeDefault() override
     {
-        setValue(m_default);
+        if (!m_default)
+            return;
+        setValue(*m_default);
         emit defaultTaken();
     }
 
     QString m_value;
-    QString m_default;
+    std::optional<QString> m_default;
 };
