@@ -250,6 +250,9 @@ private slots:
         QCOMPARE(last(changes).value(key::data).toString(), QString("62D9FE"));
 
         // What is stored is longer than the default that is shown of it. Nothing is told twice.
+        for (const char* stored : {"62D9FE00", "62D9FE"})
+            QVERIFY(form.updateParams({{key::id_cmd, 7}, {key::data, stored}}));
+        QCOMPARE(line(form)->palette().color(QPalette::Base), good);
         for (const bool isKey : {true, false}) {
             QVERIFY(form.updateParams({{key::id_cmd, 7}, {key::data, "62D9FE00"}}));
             QCOMPARE(line(form)->text(), QString("62D9FE"));

@@ -270,15 +270,17 @@ void TFormDevCfg::tell()
 void TFormDevCfg::showParams()
 {
     const QByteArray value = hexToBytes(textParam(key::data));
-    if (value == m_value)
-        return;
-    m_value = resizedBytes(value, m_default.size());
-    if (m_edit && !m_edit->isEditing()) {
-        showEdit();
-        markLength(value);
+    const bool isEditShown = m_edit && !m_edit->isEditing();
+    if (value != m_value) {
+        m_value = resizedBytes(value, m_default.size());
+        if (isEditShown)
+            showEdit();
+        if (m_isComplete)
+            showItems();
     }
-    if (m_isComplete)
-        showItems();
+    // Of another length than before it may look the same.
+    if (isEditShown)
+        markLength(value);
 }
 
 void TFormDevCfg::slotEditChanged(const QString& hexText)
