@@ -210,6 +210,7 @@ void TWgtConfig::refreshForm()
 {
     dropForm();
     makeForm(m_cmdList->currentCmd());
+    highlightTarget(m_cmdList->currentCmd()); // the setting may have changed
 }
 
 void TWgtConfig::makeForm(int id_cmd)
