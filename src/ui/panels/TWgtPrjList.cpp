@@ -238,21 +238,35 @@ void TWgtPrjList::dropChanges()
     m_stored = items();
 }
 
+/// Nodes, names or files differ from what was read or written last.
+bool TWgtPrjList::hasOtherNodes() const
+{
+    const QList<TPrjListItem> now = items();
+    return !std::equal(now.begin(), now.end(), m_stored.begin(), m_stored.end(),
+                       [](TPrjListItem a, const TPrjListItem& b) {
+                           a.expand = b.expand;
+                           return a == b;
+                       });
+}
+
 bool TWgtPrjList::isOutdated() const
 {
-    return m_file.isOutdated();
+    return m_file.isOutdated() && hasOtherNodes();
 }
 
 bool TWgtPrjList::save(const QString& path)
 {
     if (!isChanged())
         return true;
+    const bool isNeeded = hasOtherNodes();
+    if (!isNeeded && m_file.isOutdated())
+        return true;
     m_file.setItems(items());
     const bool ok = m_file.write(path);
     m_errorText = m_file.errorText();
     if (ok)
         dropChanges();
-    return ok;
+    return ok || !isNeeded;
 }
 
 bool TWgtPrjList::saveCopy(const QString& path)

@@ -39,9 +39,12 @@ public:
     bool isChanged() const;
     /// The list counts as written from now on.
     void dropChanges();
-    /// Somebody else has written the list's file since it was read or written here.
+    /// Somebody else has written the list's file since it was read or written here, and there are changes
+    /// here that are worth a question: more than what is unfolded.
     bool isOutdated() const;
-    /// Writes the list if it is changed. False with errorText().
+    /// Writes the list if it is changed. False with errorText(). What is unfolded is stored where that can be
+    /// done: it goes into no file that somebody else has written, and a file that cannot be written is no
+    /// failure for it alone.
     [[nodiscard]] bool save(const QString& path);
     /// Writes the list into another file, from which its nodes lead to the same projects; this one stays
     /// what it is. False with errorText().
@@ -106,6 +109,7 @@ private:
     void makeFilter();
     void makeTree();
     void addNodes(int expandMode);
+    bool hasOtherNodes() const;
     void showLoaded(bool loaded);
     QTreeWidgetItem* newNode(const QString& name, const QString& file) const;
     /// Unfolds what is above a node; that is none of the user's changes.
