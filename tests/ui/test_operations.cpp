@@ -35,7 +35,7 @@ constexpr char commandRows[] = R"(
 #0, CmdCheckAll | A: delay pause stop; B: stop | 0
 #0, CmdMoveDown | A: !pause delay stop; B: stop | 1
 #2, CmdMoveUp | A: delay stop !pause; B: stop | 1
-#-, CmdMoveUp | A: delay !pause stop; B: stop | -1
+#-, -CmdMoveUp CmdMoveDown | A: delay !pause stop; B: stop | -1
 #2, CmdCopyOne, #0, CmdPaste | A: delay stop !pause stop; B: stop | 1 | 132:Stop
 #0, CmdCopyOne, #2, CmdPaste | A: delay !pause stop delay; B: stop | 3 | 132:Delay
 #2, CmdCopyOne, #-, CmdPaste | A: stop delay !pause stop; B: stop | 0
