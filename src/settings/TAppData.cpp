@@ -256,6 +256,16 @@ bool TAppData::saveApp() const
     return stored(write, types.goodKeys + names.goodKeys);
 }
 
+bool TAppData::saveLanguage() const
+{
+    return stored([this](TSettings& settings) {
+        for (const SettingsRow& row : settingsRows()) {
+            if (row.field == SettingsRow::Field(&TAppData::Language))
+                settings.write(QLatin1String(row.key), Language);
+        }
+    });
+}
+
 bool TAppData::saveWindow() const
 {
     return stored([this](TSettings& settings) { writeFields(settings, *this, Written::Window); });

@@ -20,6 +20,8 @@ public:
     /// Writes the keys of the application settings and the two lists. Lines of the file that are none of
     /// them stay. False when the file cannot be written; a line in the diagnostic log says so.
     bool saveApp() const;
+    /// Writes the language alone, which counts only at the next start. False as above.
+    [[nodiscard]] bool saveLanguage() const;
     /// Writes the keys of the window settings. False as above.
     bool saveWindow() const;
 

@@ -242,6 +242,8 @@ void TestMainWindow::languageAndHelp()
         QVERIFY(bench.play("Language"));
     }
     QCOMPARE(appData().Language, QString("rus.lng"));
+    QCOMPARE(QSettings(fileInAppDir("ini"), QSettings::IniFormat).value("Main/Language").toString(),
+             QString("rus.lng"));
     QCOMPARE(bench.boxes, QStringList{langText(2)});
     QCOMPARE(title(), QString("&File"));
     loadLanguage();

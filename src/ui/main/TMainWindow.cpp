@@ -196,7 +196,11 @@ void TMainWindow::slotSetLanguage()
     if (file.isEmpty() || file == appData().Language)
         return;
     appData().Language = file;
-    msgInfo(langText(2), this);
+    // At once, whatever becomes of the other settings: a choice that is not there at the next start is none.
+    if (appData().saveLanguage())
+        msgInfo(langText(2), this);
+    else
+        tellUnsavedSettings();
 }
 
 void TMainWindow::slotHelp()
