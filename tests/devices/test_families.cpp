@@ -80,18 +80,19 @@ avr | erase | 07 0AAC800000 > 00AC80FF | fails @404
 avr | leave reset=true duration=-300 | 01 D4FE 000000 > | ok
 avr alg_flash_read=0 | flash_data_read addr_device=0x1234 data=0000 | 03 34120200 > A1B2 | ok A1B2
 avr | flash_data_read addr_device=0x31234 data=00 | 07 004D000300 > 004D0000, 03 34120100 > A1 | ok A1
-avr | flash_data_read addr_device=0x1FFFF data=0000 | 07 004D000100 >, 03 FFFF0100 > A1, 07 004D000200 >, 03 00000100 > B2 | ok A1B2
-avr | flash_data_read addr_device=0x10000 data=00 + flash_data_write addr_device=0x10010 data=0000 + flash_data_read addr_device=0x1FFFF data=00 | 07 004D000100 >, 03 00000100 > FF, 04 10000000 >, 07 054C800800 >, 03 FFFF0100 > FF | ok FF
-avr | flash_data_read addr_device=2 data=00 + flash_data_read addr_device=0 data=00 + flash_data_write addr_device=0 data=0000 | 07 004D000000 >, 03 02000100 > FF, 07 004D000000 >, 03 00000100 > FF, 04 00000000 >, 07 054C000000 > | ok 0000
+avr | flash_data_read addr_device=0x1FFFF data=0000 | 07 004D000100 > 004D0001, 03 FFFF0100 > A1, 07 004D000200 > 004D0002, 03 00000100 > B2 | ok A1B2
+avr | flash_data_read addr_device=0x10000 data=00 + flash_data_write addr_device=0x10010 data=0000 + flash_data_read addr_device=0x1FFFF data=00 | 07 004D000100 > 004D0001, 03 00000100 > FF, 04 10000000 >, 07 054C800800 > 004C8008, 03 FFFF0100 > FF | ok FF
+avr | flash_data_read addr_device=2 data=00 + flash_data_read addr_device=0 data=00 + flash_data_write addr_device=0 data=0000 | 07 004D000000 > 004D0000, 03 02000100 > FF, 07 004D000000 > 004D0000, 03 00000100 > FF, 04 00000000 >, 07 054C000000 > 004C0000 | ok 0000
 avr alg_flash_write=0 | flash_data_write addr_device=0x1234 data=A1B2 | 04 3412A1B2 > | ok A1B2
 avr alg_flash_write=1 | flash_data_write addr_device=0x1234 data=A1B2 + flash_data_write addr_device=0x11 data=A1 + flash_data_write addr_device=0x10 data=A1 |
-    04 3412A1B2 >, 07 054C091A00 >, 04 1000FFA1 >, 07 054C000800 >, 04 1000A1FF >, 07 054C000800 > | ok A1
-avr alg_flash_write=1 | flash_data_write addr_device=0x3F data=A1B2 | 04 3E00FFA1 >, 07 054C001F00 >, 04 4000B2FF >, 07 054C002000 > | ok A1B2
+    04 3412A1B2 >, 07 054C091A00 > 004C091A, 04 1000FFA1 >, 07 054C000800 > 004C0008, 04 1000A1FF >, 07 054C000800 > 004C0008 | ok A1
+avr alg_flash_write=1 | flash_data_write addr_device=0x3F data=A1B2 | 04 3E00FFA1 >, 07 054C001F00 > 004C001F, 04 4000B2FF >, 07 054C002000 > 004C0020 | ok A1B2
+avr alg_flash_write=1 | flash_data_write data=A1B2 | 04 0000A1B2 >, 07 054C000000 > 004C00 | fails
 avr alg_flash_write=1 | flash_data_write addr_device=0x10000 data=A1 | | fails @425
-avr | flash_data_write addr_device=0x3FFFE data=A1B2 | 07 004D000300 >, 04 FEFFA1B2 >, 07 054CFFFF00 > | ok A1B2
-avr MAX_DATA=5 alg_flash_write=1 | flash_data_write data=A1B2C3D4E5 | 04 0000A1B2C3D4 >, 07 054C000000 >, 04 0400E5FF >, 07 054C000200 > | ok A1B2C3D4E5
+avr | flash_data_write addr_device=0x3FFFE data=A1B2 | 07 004D000300 > 004D0003, 04 FEFFA1B2 >, 07 054CFFFF00 > 004CFFFF | ok A1B2
+avr MAX_DATA=5 alg_flash_write=1 | flash_data_write data=A1B2C3D4E5 | 04 0000A1B2C3D4 >, 07 054C000000 > 004C0000, 04 0400E5FF >, 07 054C000200 > 004C0002 | ok A1B2C3D4E5
 avr flash_page_size=0 alg_flash_write=0 flash_delay=5 | flash_data_write addr_device=0x3F data=A1B2C3 | 04 3E00FFA1 >, 04 4000B2C3 > | ok A1B2C3
-avr flash_page_size=0 alg_flash_write=1 | flash_data_write addr_device=0x10 data=A1B2C3 | 04 1000A1B2 >, 07 054C000800 >, 04 1200C3FF >, 07 054C000900 > | ok A1B2C3
+avr flash_page_size=0 alg_flash_write=1 | flash_data_write addr_device=0x10 data=A1B2C3 | 04 1000A1B2 >, 07 054C000800 > 004C0008, 04 1200C3FF >, 07 054C000900 > 004C0009 | ok A1B2C3
 avr flash_page_size=0 alg_flash_write=0 flash_delay=1250 | flash_data_write addr_device=2 data=A1B2C3D4 | 04 0200A1B2 >, 04 0400C3D4 > | ok A1B2C3D4
 avr flash_page_size=0 alg_flash_write=0 flash_delay=9999 | flash_data_write data=A1B2C3 | 04 0000A1B2 >, 04 0200C3FF > | ok A1B2C3
 avr flash_page_size=-1 | flash_data_write data=A1 | | fails @424

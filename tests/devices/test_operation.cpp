@@ -63,6 +63,8 @@ struct Model
             (uchar(payload[2]) << 9 | uchar(payload[3]) << 1) % 0x10000 == bufferAddr)
             program(ext << 16 | bufferAddr, buffer);
         return true;
+        if (opcode == 7)
+            reply = payload.left(4);
     }
 
     QByteArray memory;

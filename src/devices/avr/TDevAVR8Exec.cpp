@@ -134,15 +134,15 @@ bool TDevAVR8Exec::instruction(quint8 pace, const Instruction& instruction, QByt
     QByteArray payload(1, char(pace));
     for (const quint8 byte : instruction.bytes)
         payload.append(char(byte));
-    return request(opInstruction, payload, reply);
+    if (!request(opInstruction, payload, reply))
+        return false;
+    return reply.size() >= replySize || fail();
 }
 
 bool TDevAVR8Exec::echoed(quint8 pace, const Instruction& sent, int n, QByteArray& reply)
 {
     if (!instruction(pace, sent, reply))
         return false;
-    if (reply.size() < replySize)
-        return fail();
     for (int i = 0; i < n; ++i) {
         if (quint8(reply.at(i + 1)) != sent.bytes[i])
             return fail(langText(textWrongEcho));

@@ -25,6 +25,7 @@ private:
     };
 
     // Chip primitives.
+    /// A reply that is cut short fails: what the chip was told is then not known to have been done.
     [[nodiscard]] bool instruction(quint8 pace, const Instruction& instruction, QByteArray& reply);
     /// The chip sends each byte back while the next one goes in: the first n have to come.
     [[nodiscard]] bool echoed(quint8 pace, const Instruction& instruction, int n, QByteArray& reply);
