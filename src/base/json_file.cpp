@@ -1,5 +1,6 @@
 #include "base/json_file.h"
 
+#include "base/TLang.h"
 #include "base/helpers.h"
 #include "base/platform.h"
 
@@ -99,7 +100,7 @@ bool readWholeFile(const QString& file, QByteArray& bytes, QString& error)
 {
     // A named pipe waits for its other end without a limit; one that the shell has opened has that end.
     if (platform::isPipe(file) && !file.startsWith(QLatin1String("/dev/"))) {
-        error = QStringLiteral("Is a pipe");
+        error = langText(platform::textIsPipe);
         return false;
     }
     QFile device(file);

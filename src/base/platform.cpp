@@ -1,5 +1,7 @@
 #include "base/platform.h"
 
+#include "base/TLang.h"
+
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QDir>
@@ -93,12 +95,12 @@ int openPipe(const QString& path, QString& reason)
     const int descriptor = open(QFile::encodeName(path).constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
     if (descriptor >= 0 && fcntl(descriptor, F_SETFL, 0) == 0)
         return descriptor;
-    reason = errno == ENXIO ? QStringLiteral("Nobody reads the pipe") : qt_error_string(errno);
+    reason = errno == ENXIO ? langText(textNobodyReads) : qt_error_string(errno);
     if (descriptor >= 0)
         close(descriptor);
 #else
     Q_UNUSED(path)
-    reason = QStringLiteral("Is a pipe");
+    reason = langText(textIsPipe);
 #endif
     return -1;
 }
@@ -107,7 +109,8 @@ bool awaitPipe(int descriptor, int ms)
 {
 #ifdef Q_OS_UNIX
     pollfd pipe{descriptor, POLLOUT, 0};
-    return poll(&pipe, 1, ms) != 0;
+    const int ready = poll(&pipe, 1, ms);
+    return ready > 0 || (ready < 0 && errno != EINTR);
 #else
     Q_UNUSED(descriptor)
     Q_UNUSED(ms)

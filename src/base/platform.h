@@ -12,6 +12,10 @@ QString executablePath(const char* argv0);
 /// Shows a folder in the file manager. False when the folder does not exist or nothing was started.
 bool showFolder(const QString& folder);
 
+// Language texts of what a file command answers for a pipe.
+constexpr int textIsPipe = 492;
+constexpr int textNobodyReads = 493;
+
 /// The path names a pipe or socket: opening it may wait for its other end without a limit.
 bool isPipe(const QString& path);
 /// The path names something that is written where it stands, since no new file can take its place: a
@@ -21,7 +25,7 @@ bool isWrittenInPlace(const QString& path);
 /// write. A descriptor that the caller closes, or -1 with the reason in reason.
 int openPipe(const QString& path, QString& reason);
 /// Waits, at most that many milliseconds, until the pipe takes 4096 bytes without waiting, or has an error to
-/// tell. False when the time is over.
+/// tell. False when the time is over, or a signal came before that.
 bool awaitPipe(int descriptor, int ms);
 
 } // namespace platform

@@ -6,6 +6,12 @@
 #include "formats/hexkit.h"
 #include "support/tables.h"
 
+#include <QTimer>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace {
 
 /// A chip as the data sheets have it: programming only clears bits, and an address counter wraps inside
@@ -57,14 +63,14 @@ struct Model
             bufferAddr = low;
             return low % 2 == 0 && buffer.size() % 2 == 0;
         }
+        if (opcode == 7)
+            reply = payload.left(4);
         if (opcode == 7 && uchar(payload[1]) == 0x4D)
             ext = uchar(payload[3]);
         if (opcode == 7 && uchar(payload[1]) == 0x4C &&
             (uchar(payload[2]) << 9 | uchar(payload[3]) << 1) % 0x10000 == bufferAddr)
             program(ext << 16 | bufferAddr, buffer);
         return true;
-        if (opcode == 7)
-            reply = payload.left(4);
     }
 
     QByteArray memory;
@@ -111,19 +117,23 @@ MAX_DATA=1024 | char_write addr_device=200 count=400 | W 200+56 W 256+256 W 512+
 MAX_DATA=60 | char_write addr_device=170 count=90 | W 170+10 W 180+60 W 240+16 W 256+4 | 69 92 98 100 |
 MAX_DATA=100 | char_write addr_device=200 count=110 | W 200+56 W 256+44 W 300+10 | 82 97 100 |
 MAX_DATA=100 | char_verify addr_device=150 count=200 | R 150+50 R 200+100 R 300+50 | 57 85 100 |
-MAX_DATA=64 | char_write addr_device=100 count=0 | | |
 MAX_DATA=64 | char_verify addr_device=0 count=1 | R 0+1 | 100 |
 MAX_DATA=64 | erase | | 0 25 50 75 |
 MAX_DATA=64 | erase_blocks size=512 begin=3 count=1 | | 0 |
 size=0x1008 | file_write file=gap count=4104 | W 16+8 W 2053+5 | 0 50 |
-size=0x1008 | file_write file=overTheEnd count=4112 | W 4096+8 | 99 | | 8 1000 1007 8
+size=0x1008 | file_write file=overTheEnd count=4112 | W 4096+8 | 99 | | @440 8 1000 1007 8
 size=0x1008 | file_write file=behindTheEnd count=4105 | | | @425
-size=0x1008 | file_write file=overTheCount count=36 | W 32+4 | 100 | | 4 20 23 12
-size=0x1000 MAX_DATA=16 | file_write file=twice count=4096 | W 4088+8 | 100 | | 8 FF8 FFF 4104
-size=0x1000 MAX_DATA=16 | file_write file=twice count=4096 addr_file=4096 | W 4088+8 | 100 | | 8 FF8 FFF 4104
+size=0x1008 | file_write file=overTheCount count=36 | W 32+4 | 100 | | @440 4 20 23 12
+size=0x1000 MAX_DATA=16 | file_write file=twice count=4096 | W 4088+8 | 100 | | @440 8 FF8 FFF 4104
+size=0x1000 MAX_DATA=16 | file_write file=twice count=4096 addr_file=4096 | W 4088+8 | 100 | | @440 8 FF8 FFF 4104
 size=0x1000 MAX_DATA=16 | file_write file=twice count=4097 | W 4088+8 | 100 | @425
-size=0x1000 | file_write file=two count=96 addr_device=128 | W 128+16 W 208+16 | 64 100 | | 32 80 DF 32
-size=0x1000 | file_verify format=BIN file=bytes addr_file=9 addr_device=32 count=4 | R 32+4 | 100 | | 4 20 23 96
+size=0x1000 | file_write file=two count=96 addr_device=128 | W 128+16 W 208+16 | 64 100 | | @440 32 80 DF 32
+size=0x1000 | file_verify format=BIN file=bytes addr_file=9 addr_device=32 count=4 | R 32+4 | 100 | | @440 4 20 23 96
+size=0x1000 | file_verify format=BIN file=bytes addr_device=3900 count=196 | R 3900+4 R 3904+64 R 3968+32 | 95 96 97 | | @490 bytes 96 FA0
+size=0x1000 | file_write file=noEnd count=100 | W 16+8 | 24 | | @490 noEnd 76 18
+size=0x1000 | file_write file=noEnd count=24 | W 16+8 | 100 | |
+size=0x1000 | char_write addr_device=100 count=0; char_verify count=0; data_verify data=~; file_read file=out count=0;
+    erase_blocks count=0; test_empty_blocks count=0; security_reg_erase data=0; security_reg_test_empty data=0 | | | | @491
 )";
 
 } // namespace
@@ -140,6 +150,7 @@ private slots:
         QFETCH(QString, command);
         DeviceBench bench(smallFlash + chip);
         bench.dir().write("gap", hexRecords(0x10, pattern(8)) + hexRecords(0x805, pattern(5)) + hexEnd);
+        bench.dir().write("noEnd", hexRecords(0x10, pattern(8)));
         bench.dir().write("overTheEnd", hexRecords(0x1000, QByteArray(16, 0)) + hexEnd);
         bench.dir().write("behindTheEnd", hexRecords(0x1008, QByteArray(16, 0)) + hexEnd);
         bench.dir().write("overTheCount", hexRecords(0x20, QByteArray(16, 0)) + hexEnd);
@@ -150,15 +161,18 @@ private slots:
         bench.dir().write("two", hexRecords(0x70, line.repeated(2)) + hexRecords(0xE0, line) +
                                      hexRecords(0xD0, line) + hexEnd);
         Model flash(0x2000);
-        const auto result = bench.runWith(command, chipOf(flash));
+        BenchRun result;
+        QFETCH(QString, remark);
+        for (const QString& each : command.split("; ")) {
+            result = bench.runWith(each, chipOf(flash));
+            compareRow(each, result.events, remark.isEmpty() ? QStringList() : QStringList("3:" + remark));
+        }
         QTEST(result.errorText, "error");
         QTEST(flash.pieces.join(' '), "pieces");
         QStringList percents;
         for (const int percent : result.percents)
             percents.append(QString::number(percent));
         QTEST(percents.join(' '), "percents");
-        QFETCH(QString, remark);
-        QCOMPARE(result.events, remark.isEmpty() ? QStringList() : QStringList("3:@440 " + remark));
     }
 
     void fileRoundTrip_data()
@@ -255,6 +269,27 @@ private slots:
         QCOMPARE(bench.runWith("erase", chipOf(flash)).percents, (QList<int>{0, 25, 50}));
         QVERIFY(bench.runWith("data_read addr_device=0xFE data=00~00~00~00", chipOf(flash)).ok);
         QCOMPARE(bench.result(), QString::fromLatin1(flash.memory.mid(0xFE, 2).toHex(' ').toUpper()));
+    }
+
+    // A pipe that takes nothing: a stop does not wait for its other end, and is no failure.
+    void stopAtAPipe()
+    {
+        DeviceBench bench("dev25 size=0x2000 MAX_DATA=256");
+        const QByteArray pipe = QFile::encodeName(bench.dir().file("pipe"));
+        QCOMPARE(mkfifo(pipe.constData(), 0600), 0);
+        const int reader = ::open(pipe.constData(), O_RDONLY | O_NONBLOCK);
+        fcntl(reader, F_SETPIPE_SZ, 4096);
+        QElapsedTimer timer;
+        timer.start();
+        bench.onPercent = [](IDeviceExec& exec, int) {
+            QTimer::singleShot(50, &exec, &IDeviceExec::slotStop);
+        };
+        Model flash(0x2000);
+        const auto result = bench.runWith("file_read file=pipe format=HEX", chipOf(flash));
+        ::close(reader);
+        QVERIFY2(result.ok, qPrintable(result.errorText));
+        QCOMPARE(result.events, QStringList("3:@442 pipe"));
+        QVERIFY(timer.elapsed() < 10000);
     }
 
     // Nothing comes to the chip before the file can be written, and the old one stays when it cannot be read.

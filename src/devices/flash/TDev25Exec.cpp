@@ -241,7 +241,9 @@ bool TDev25Exec::erase()
     const qint64 size = chip(key::size).toLongLong();
     if (size < 1)
         return failMissingSize();
-    return eraseLoop(block.op, block.bytes, 0, size / block.bytes);
+    const qint64 blocks = size / block.bytes;
+    tellIfEmpty(1, blocks);
+    return eraseLoop(block.op, block.bytes, 0, blocks);
 }
 
 bool TDev25Exec::blockRange(qint64& size, qint64& begin, qint64& count)
@@ -252,6 +254,7 @@ bool TDev25Exec::blockRange(qint64& size, qint64& begin, qint64& count)
     const TMemory whole = memory(Area::Whole);
     if (size < 1 || whole.region.size < 1)
         return failMissingSize();
+    tellIfEmpty(1, count);
     if (count < 1)
         return true;
     // By division: the product of two numbers of a damaged project may not fit.
@@ -350,6 +353,7 @@ bool TDev25Exec::securityErase()
 {
     const int registers = TDev25::securityRegisters(description());
     const quint8 selected = selectedRegisters();
+    tellIfEmpty(1, selected);
     TProgress progress;
     for (int i = 0; i < qMin(registers, 8); ++i) {
         if ((selected >> i & 1) == 0)
@@ -366,6 +370,7 @@ bool TDev25Exec::securityTestEmpty()
 {
     const quint8 selected = selectedRegisters();
     const TMemory security = memory(Area::Security);
+    tellIfEmpty(1, selected);
     if (selected == 0)
         return true;
     if (!security.reads.isValid())

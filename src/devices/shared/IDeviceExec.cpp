@@ -82,6 +82,12 @@ bool IDeviceExec::reportProgress(TProgress& progress, qint64 pos, qint64 total)
     return m_stopRequested;
 }
 
+bool IDeviceExec::isStopAsked()
+{
+    QCoreApplication::processEvents();
+    return m_stopRequested;
+}
+
 void IDeviceExec::letRequestsIn(TProgress& progress)
 {
     QCoreApplication::processEvents();

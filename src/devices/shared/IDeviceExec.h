@@ -48,9 +48,11 @@ protected:
     /// One exchange; payload is the request's on entry and the reply's on success. On failure the
     /// port's text is stored.
     [[nodiscard]] bool sendChecked(TSerialPort* port, quint8 opcode, QByteArray& payload);
-    /// Reports pos of total as percent, when it has changed, and lets a stop request in: the only place
-    /// in a routine that does. True when the routine has to end.
+    /// Reports pos of total as percent, when it has changed, and lets a stop request in: but for isStopAsked
+    /// the only place in a routine that does. True when the routine has to end.
     [[nodiscard]] bool reportProgress(TProgress& progress, qint64 pos, qint64 total);
+    /// For a wait for anything but the programmer: lets a stop request in. True when the routine has to end.
+    [[nodiscard]] bool isStopAsked();
     /// Puts the text that was read into the command's parameter data and tells it in the log.
     void storeResult(const QString& text);
     /// Stores the reason, possibly empty, and gives false.

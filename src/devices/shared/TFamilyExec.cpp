@@ -30,6 +30,7 @@ constexpr int textOutside = 425;
 constexpr int textNotReplaced = 441;
 constexpr int textHoldsPart = 442;
 constexpr int textSegments = 443;
+constexpr int textEmptyRange = 491;
 
 /// base + offset, held at the largest number: addresses of a hand-edited project may be anything.
 qint64 addHeld(qint64 base, qint64 offset)
@@ -251,6 +252,7 @@ bool TFamilyExec::writeRange(const TMemory& memory, qint64 first, qint64 last, c
         return false;
     if (first <= last && !memory.canWrite(first, last))
         return failOutside();
+    tellIfEmpty(first, last);
     TProgress progress;
     return writePieces(memory, first, last, progress, last, bytes) != Loop::Failed;
 }
@@ -261,6 +263,7 @@ bool TFamilyExec::verifyRange(const TMemory& memory, qint64 first, qint64 last, 
         return false;
     if (first < 0)
         return failOutside();
+    tellIfEmpty(first, last);
     TProgress progress;
     return verifyPieces(memory, first, last, progress, last, bytes) != Loop::Failed;
 }
@@ -310,6 +313,7 @@ bool TFamilyExec::readData(const TMemory& memory, qint64 first, qint64 last, con
         return false;
     if (first < 0)
         return failOutside();
+    tellIfEmpty(first, last);
     QByteArray all;
     TProgress progress;
     const Loop loop = forPieces(memory.reads, first, last, progress, last, [&](qint64 addr, qint64 n) {
@@ -374,8 +378,10 @@ bool TFamilyExec::readFile(const TMemory& memory)
         return failOutside();
     TFormat file(range.format, range.path, range.fileAddr, range.first, range.last, memory.reads.chunk);
     file.setLinear(hexLinear());
+    file.setGiveUp([this] { return isStopAsked(); });
     if (!file.open(1))
         return fail(file.errorText());
+    tellIfEmpty(range.first, range.last);
     TProgress progress;
     qint64 next = range.first;
     const Piece use = [&](qint64 addr, qint64 n) {
@@ -392,22 +398,32 @@ bool TFamilyExec::readFile(const TMemory& memory)
 bool TFamilyExec::closeRead(TFormat& file, const FileRange& range, qint64 next, Loop loop)
 {
     // A stop behind the last piece comes too late to leave anything out.
-    const bool isWhole = loop != Loop::Failed && next > range.last;
+    bool isWhole = loop != Loop::Failed && next > range.last;
     bool good = loop != Loop::Failed;
     if (isWhole || (good && !file.isReplacing()))
         good = file.close() || fail(file.errorText());
+    if (file.isGivenUp()) {
+        isWhole = false;
+        good = true;
+    }
     if (!isWhole || !good) {
         const bool isUntouched = file.isReplacing() || next == range.first;
-        tell(langText(isUntouched ? textNotReplaced : textHoldsPart).arg(param(key::file).toString()));
+        tell({langText(isUntouched ? textNotReplaced : textHoldsPart).arg(param(key::file).toString())});
     } else if (file.hasSegments()) {
-        tell(langText(textSegments));
+        tell({langText(textSegments)});
     }
     return good;
 }
 
-void TFamilyExec::tell(const QString& remark)
+void TFamilyExec::tellIfEmpty(qint64 first, qint64 last)
 {
-    if (!remark.isEmpty())
+    if (first > last)
+        tell({langText(textEmptyRange)});
+}
+
+void TFamilyExec::tell(const QStringList& remarks)
+{
+    for (const QString& remark : remarks)
         emit signalEventText(ceWork, remark);
 }
 
@@ -446,7 +462,9 @@ bool TFamilyExec::fileToChip(const TMemory& memory, const TPieces& pieces, qint6
     if (loop == Loop::Failed)
         return false;
     tally.leave(file.leftOut());
+    if (file.mayBeCut())
+        tally.endBefore(range.last);
     if (loop == Loop::Done)
-        tell(tally.remark(param(key::file).toString()));
+        tell(tally.remarks(param(key::file).toString()));
     return file.close() || fail(file.errorText());
 }

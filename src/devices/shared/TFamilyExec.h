@@ -71,6 +71,8 @@ protected:
     /// A description without a size that divides, or bytes beyond the chip.
     [[nodiscard]] bool failMissingSize();
     [[nodiscard]] bool failOutside();
+    /// A command that names no byte ends well without an exchange: the log must not let it look like work.
+    void tellIfEmpty(qint64 first, qint64 last);
 
     /// A loop of more than one range: goes on with the progress that it is given.
     enum class Loop { Done, Stopped, Failed };
@@ -106,7 +108,7 @@ private:
     [[nodiscard]] bool readFileTold(const TMemory& memory);
     /// Closes the file of a range that was read up to next, or says in what state the file is left.
     [[nodiscard]] bool closeRead(TFormat& file, const FileRange& range, qint64 next, Loop loop);
-    void tell(const QString& remark);
+    void tell(const QStringList& remarks);
     /// Writes or verifies what the file gives; nothing behind lastAllowed.
     [[nodiscard]] bool fileToChip(const TMemory& memory, const TPieces& pieces, qint64 lastAllowed,
                                   RangeLoop work);

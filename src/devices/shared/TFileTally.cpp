@@ -7,6 +7,7 @@ namespace {
 
 constexpr int textNoFileData = 427;
 constexpr int textLeftOut = 440;
+constexpr int textEndsEarly = 490;
 
 } // namespace
 
@@ -20,12 +21,15 @@ void TFileTally::take(qint64 addr, qint64 n)
     m_taken += n;
 }
 
-QString TFileTally::remark(const QString& file) const
+QStringList TFileTally::remarks(const QString& file) const
 {
     if (!hasTaken())
-        return langText(textNoFileData).arg(file);
-    if (m_left == 0)
-        return {};
-    return langText(textLeftOut)
-        .arg(QString::number(m_taken), hex(m_first), hex(m_last), QString::number(m_left));
+        return {langText(textNoFileData).arg(file)};
+    QStringList lines;
+    if (m_left > 0)
+        lines.append(langText(textLeftOut)
+                         .arg(QString::number(m_taken), hex(m_first), hex(m_last), QString::number(m_left)));
+    if (m_wanted > m_last)
+        lines.append(langText(textEndsEarly).arg(file, QString::number(m_wanted - m_last), hex(m_last + 1)));
+    return lines;
 }

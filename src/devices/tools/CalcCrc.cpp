@@ -112,12 +112,14 @@ bool CalcCrc::readRest()
         m_tally.leave(data.size());
     } while (!data.isEmpty());
     m_tally.leave(m_format.leftOut());
+    if (m_format.mayBeCut())
+        m_tally.endBefore(m_last);
     return true;
 }
 
-QString CalcCrc::remark() const
+QStringList CalcCrc::remarks() const
 {
-    return m_isStopped ? QString() : m_tally.remark(m_file);
+    return m_isStopped ? QStringList() : m_tally.remarks(m_file);
 }
 
 QString CalcCrc::resultText()

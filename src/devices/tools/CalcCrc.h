@@ -28,8 +28,8 @@ public:
     [[nodiscard]] bool run(const Report& report);
     /// "name: checksum" of what has been taken, also after a failure or a stop. Call it once, last.
     QString resultText();
-    /// What of the file the range does not cover, for the log; empty when there is nothing to tell.
-    QString remark() const;
+    /// What of the file the range does not cover, or of the range the file, for the log.
+    QStringList remarks() const;
     /// False when the file cannot be closed.
     [[nodiscard]] bool close();
 

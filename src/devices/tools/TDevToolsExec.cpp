@@ -343,8 +343,7 @@ bool TDevToolsExec::runCalcCrc(Run&)
     emit signalEventText(ceResult, calc.resultText());
     if (!good)
         return fail(calc.errorText());
-    const QString remark = calc.remark();
-    if (!remark.isEmpty())
+    for (const QString& remark : calc.remarks())
         emit signalEventText(ceWork, remark);
     return calc.close();
 }

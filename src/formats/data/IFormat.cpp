@@ -10,6 +10,8 @@ constexpr int textDiskFull = 445;
 /// What a pipe takes at once when it takes anything.
 constexpr qint64 pipeBlock = 4096;
 constexpr int pipeWait = 30000; // ms
+/// How long a stop may have to wait meanwhile.
+constexpr int pipeLook = 100; // ms
 
 } // namespace
 
@@ -35,7 +37,7 @@ bool IFormat::failDevice()
 bool IFormat::openFile(QIODevice::OpenMode how, QString& reason)
 {
     if (platform::isPipe(m_file.fileName())) {
-        reason = QStringLiteral("Is a pipe");
+        reason = langText(platform::textIsPipe);
         return false;
     }
     if (m_file.open(how))
@@ -68,14 +70,24 @@ bool IFormat::openNew(QString& reason)
     return false;
 }
 
+bool IFormat::awaitReader()
+{
+    for (int waited = 0; waited < pipeWait && !m_isGivenUp; waited += pipeLook) {
+        if (platform::awaitPipe(m_out->handle(), pipeLook))
+            return true;
+        m_isGivenUp = m_giveUp && m_giveUp();
+    }
+    return fail(langText(platform::textNobodyReads));
+}
+
 bool IFormat::put(const QByteArray& bytes)
 {
     // A disk that becomes full takes a part, and tells the reason only with the next one.
     for (qint64 done = 0; done < bytes.size();) {
         qint64 most = bytes.size() - done;
         if (m_isPipe) {
-            if (!platform::awaitPipe(m_out->handle(), pipeWait))
-                return fail(QStringLiteral("Nobody reads the pipe"));
+            if (!awaitReader())
+                return false;
             most = qMin(most, pipeBlock);
         }
         const qint64 n = m_out->write(bytes.constData() + done, most);

@@ -5,6 +5,8 @@
 #include <QSaveFile>
 #include <QString>
 
+#include <functional>
+
 /// Reader and writer of one kind of data file. One object serves one run on one thread: built with the
 /// run's addresses, opened once, closed once. The destructor closes a file that is still open and throws a
 /// new one away that has not been closed.
@@ -31,10 +33,17 @@ public:
     virtual qint64 lastWanted() const = 0;
     /// Bytes of the file that read has not handed out, once it has given empty data.
     virtual qint64 leftOut() const = 0;
+    /// read has given empty data, and nothing in the file says that there it was meant to end: what the range
+    /// has behind it may have been cut off.
+    virtual bool mayBeCut() const = 0;
     /// Writes extended addresses as type 04 only, where the format has both. Before open.
     virtual void setLinear(bool) {}
     /// Address records of type 02 were written.
     virtual bool hasSegments() const { return false; }
+    /// isAsked is asked again and again while a pipe takes nothing; true gives the write up.
+    void setGiveUp(const std::function<bool()>& isAsked) { m_giveUp = isAsked; }
+    /// A write was given up that way, and its failure is none.
+    bool isGivenUp() const { return m_isGivenUp; }
     /// What is being written is a new file beside the old one, which close puts in its place.
     bool isReplacing() const { return m_out == &m_newFile; }
     /// Reason of the last failure.
@@ -61,7 +70,10 @@ protected:
 
 private:
     bool openPipe(QString& reason);
+    bool awaitReader();
 
     bool m_isPipe = false;
+    std::function<bool()> m_giveUp;
+    bool m_isGivenUp = false;
     QString m_errorText;
 };

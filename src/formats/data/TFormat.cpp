@@ -58,9 +58,24 @@ qint64 TFormat::leftOut() const
     return m_format->leftOut();
 }
 
+bool TFormat::mayBeCut() const
+{
+    return m_format->mayBeCut();
+}
+
 void TFormat::setLinear(bool linear)
 {
     m_format->setLinear(linear);
+}
+
+void TFormat::setGiveUp(const std::function<bool()>& isAsked)
+{
+    m_format->setGiveUp(isAsked);
+}
+
+bool TFormat::isGivenUp() const
+{
+    return m_format->isGivenUp();
 }
 
 bool TFormat::hasSegments() const

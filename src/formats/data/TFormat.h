@@ -2,6 +2,7 @@
 
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 
 class IFormat;
@@ -37,8 +38,15 @@ public:
     qint64 lastWanted() const;
     /// Bytes of the file that were not handed out, when read has come to the end.
     qint64 leftOut() const;
+    /// Nothing in the file says that it was meant to end where it does: a HEX file has a record for that, a
+    /// binary one has not. When read has come to the end.
+    bool mayBeCut() const;
     /// A HEX file is written with extended addresses of type 04 only. Before open.
     void setLinear(bool linear);
+    /// isAsked is asked again and again while a pipe takes nothing; true gives the write up, which then fails
+    /// with isGivenUp.
+    void setGiveUp(const std::function<bool()>& isAsked);
+    bool isGivenUp() const;
     /// A HEX file was written with address records that other programs read differently.
     bool hasSegments() const;
     /// What is written is a new file, not a device, a pipe or a part of the old file.

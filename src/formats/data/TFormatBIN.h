@@ -17,6 +17,7 @@ public:
     [[nodiscard]] bool close() override;
     qint64 lastWanted() const override { return m_addrEnd; }
     qint64 leftOut() const override;
+    bool mayBeCut() const override { return true; }
 
 private:
     bool seekTo(qint64 place);

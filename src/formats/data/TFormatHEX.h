@@ -23,6 +23,7 @@ public:
     [[nodiscard]] bool close() override;
     qint64 lastWanted() const override { return m_lastWanted; }
     qint64 leftOut() const override { return m_leftOut; }
+    bool mayBeCut() const override { return !m_ended; }
     void setLinear(bool linear) override { m_isLinear = linear; }
     bool hasSegments() const override;
 
