@@ -118,4 +118,13 @@ bool awaitPipe(int descriptor, int ms)
 #endif
 }
 
+void startToDisk(int descriptor)
+{
+#ifdef Q_OS_LINUX
+    sync_file_range(descriptor, 0, 0, SYNC_FILE_RANGE_WRITE);
+#else
+    Q_UNUSED(descriptor)
+#endif
+}
+
 } // namespace platform

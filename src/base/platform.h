@@ -28,4 +28,7 @@ int openPipe(const QString& path, QString& reason);
 /// tell. False when the time is over, or a signal came before that.
 bool awaitPipe(int descriptor, int ms);
 
+/// Lets the disk begin with what an open file has been given so far, without waiting for it.
+void startToDisk(int descriptor);
+
 } // namespace platform

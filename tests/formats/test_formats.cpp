@@ -297,7 +297,7 @@ private slots:
             TFormat file(name, m_dir.file("big"), 0, 0, 9999, 16);
             QVERIFY(file.open(1));
             setrlimit(RLIMIT_FSIZE, &some);
-            const bool good = file.write(0, QByteArray(2000, 'x'));
+            const bool good = file.write(0, QByteArray(2000, 'x')) && file.close();
             setrlimit(RLIMIT_FSIZE, &none);
             QVERIFY(!good);
             compareRow(name, file.errorText(), QString("File too large"));

@@ -7,6 +7,9 @@
 namespace {
 
 constexpr int textDiskFull = 445;
+/// What is gathered for a new file before it is written: pieces of a chip are small, and each write of one
+/// costs as much as its bytes.
+constexpr int blockSize = 0x40000;
 /// What a pipe takes at once when it takes anything.
 constexpr qint64 pipeBlock = 4096;
 constexpr int pipeWait = 30000; // ms
@@ -63,7 +66,7 @@ bool IFormat::openNew(QString& reason)
         m_newFile.setFileName(path);
         m_out = &m_newFile;
     }
-    // Unbuffered: whole pieces come, and a full disk shows at the piece that no longer fits.
+    // Unbuffered: whole blocks come, and a full disk shows at the one that no longer fits.
     if (m_out->open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         return true;
     reason = m_out->errorString();
@@ -81,6 +84,23 @@ bool IFormat::awaitReader()
 }
 
 bool IFormat::put(const QByteArray& bytes)
+{
+    if (!isReplacing())
+        return writeOut(bytes);
+    m_block.append(bytes);
+    return m_block.size() < blockSize || putBlock();
+}
+
+bool IFormat::putBlock()
+{
+    const bool good = writeOut(m_block);
+    // What the disk does meanwhile, the end of writing need not wait for.
+    platform::startToDisk(m_out->handle());
+    m_block.resize(0); // keeps its memory
+    return good;
+}
+
+bool IFormat::writeOut(const QByteArray& bytes)
 {
     // A disk that becomes full takes a part, and tells the reason only with the next one.
     for (qint64 done = 0; done < bytes.size();) {
@@ -104,6 +124,8 @@ bool IFormat::finish()
         return false;
     if (isReplacing()) {
         QString reason;
+        if (!putBlock())
+            return false;
         return putInPlace(m_newFile, reason) || fail(reason);
     }
     m_file.close();

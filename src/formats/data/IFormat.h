@@ -59,8 +59,10 @@ protected:
     /// Opens for a new content: a file beside the target or, where there can be none, what the name stands
     /// for. False with the reason in reason.
     bool openNew(QString& reason);
-    /// Writes all of the bytes, or stores the reason.
+    /// Writes all of the bytes, or stores the reason. For a new file some may still wait in memory.
     bool put(const QByteArray& bytes);
+    /// Writes those. To be called before the place in the file is changed.
+    bool putBlock();
     /// Ends writing; a new file takes its place.
     bool finish();
 
@@ -71,7 +73,9 @@ protected:
 private:
     bool openPipe(QString& reason);
     bool awaitReader();
+    bool writeOut(const QByteArray& bytes);
 
+    QByteArray m_block; ///< gathered bytes of a new file
     bool m_isPipe = false;
     std::function<bool()> m_giveUp;
     bool m_isGivenUp = false;

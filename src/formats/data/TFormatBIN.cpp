@@ -46,6 +46,8 @@ bool TFormatBIN::seekTo(qint64 place)
         return true;
     if (m_out->isSequential())
         return fail(langText(textNoSeek));
+    if (isReplacing() && !putBlock())
+        return false;
     if (!m_out->seek(place))
         return failDevice();
     m_place = place;
