@@ -50,7 +50,7 @@ TDeviceList& deviceList()
     return theDeviceList;
 }
 
-QString langText(int id)
+QString langText(Text id)
 {
     return theLang.text(id);
 }

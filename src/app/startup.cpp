@@ -27,7 +27,7 @@ void loadQtWords()
         delete qApp->findChild<QTranslator*>(name, Qt::FindDirectChildrenOnly);
         auto* words = new QTranslator(qApp);
         words->setObjectName(name);
-        const QString file = QStringLiteral("%1_%2").arg(name, langText(464));
+        const QString file = QStringLiteral("%1_%2").arg(name, langText(Text::LanguageCode));
         const bool isThere = std::any_of(folders.begin(), folders.end(),
                                          [&](const QString& folder) { return words->load(file, folder); });
         if (isThere)

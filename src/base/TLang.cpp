@@ -23,10 +23,18 @@ void TLang::load(const QString& file)
     count = list.size();
 }
 
-QString TLang::text(int id) const
+QString TLang::text(Text id) const
 {
+    const int number = static_cast<int>(id);
     // Unsigned, so that -1 is past the end too.
-    if (static_cast<uint>(id) < static_cast<uint>(count))
-        return list.at(id);
+    if (static_cast<uint>(number) < static_cast<uint>(count))
+        return list.at(number);
     return QStringLiteral("?????");
+}
+
+QString wordsOrText(const QString& line)
+{
+    bool isNumber = false;
+    const int number = line.toInt(&isNumber);
+    return isNumber ? langText(static_cast<Text>(number)) : line;
 }

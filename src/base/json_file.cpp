@@ -100,7 +100,7 @@ bool readWholeFile(const QString& file, QByteArray& bytes, QString& error)
 {
     // A named pipe waits for its other end without a limit; one that the shell has opened has that end.
     if (platform::isPipe(file) && !file.startsWith(QLatin1String("/dev/"))) {
-        error = langText(platform::textIsPipe);
+        error = langText(Text::PipeNotPlain);
         return false;
     }
     QFile device(file);

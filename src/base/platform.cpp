@@ -95,12 +95,12 @@ int openPipe(const QString& path, QString& reason)
     const int descriptor = open(QFile::encodeName(path).constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
     if (descriptor >= 0 && fcntl(descriptor, F_SETFL, 0) == 0)
         return descriptor;
-    reason = errno == ENXIO ? langText(textNobodyReads) : qt_error_string(errno);
+    reason = errno == ENXIO ? langText(Text::PipeNobodyReads) : qt_error_string(errno);
     if (descriptor >= 0)
         close(descriptor);
 #else
     Q_UNUSED(path)
-    reason = langText(textIsPipe);
+    reason = langText(Text::PipeNotPlain);
 #endif
     return -1;
 }

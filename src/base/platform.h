@@ -12,10 +12,6 @@ QString executablePath(const char* argv0);
 /// Shows a folder in the file manager. False when the folder does not exist or nothing was started.
 bool showFolder(const QString& folder);
 
-// Language texts of what a file command answers for a pipe.
-constexpr int textIsPipe = 492;
-constexpr int textNobodyReads = 493;
-
 /// The path names a pipe or socket: opening it may wait for its other end without a limit.
 bool isPipe(const QString& path);
 /// The path names something that is written where it stands, since no new file can take its place: a

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QDropEvent>
 #include <QLibraryInfo>
+#include <QMouseEvent>
 #include <QProcess>
 #include <QSettings>
 #include <QTextStream>
@@ -50,8 +52,18 @@ inline QString qtTranslationsFolder()
 #endif
 }
 
-/// A process whose child calls inChild between fork and exec, where the system has these: nothing may be called
-/// there but what is safe in a signal handler.
+/// Where in its widget an event of the mouse or of dragging happened.
+template <class Event> QPoint placeOf(const Event& event)
+{
+#if QT_VERSION_MAJOR < 6
+    return event.pos();
+#else
+    return event.position().toPoint();
+#endif
+}
+
+/// A process whose child calls inChild between fork and exec, where the system has these: nothing may be
+/// called there but what is safe in a signal handler.
 class TPreparedProcess : public QProcess
 {
 public:
@@ -63,7 +75,10 @@ public:
     }
 
 protected:
-    void setupChildProcess() override { m_inChild(); }
+    void setupChildProcess() override
+    {
+        m_inChild();
+    }
 
 private:
     void (*m_inChild)();

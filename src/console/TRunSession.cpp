@@ -140,7 +140,7 @@ void TRunSession::paused(int id_cfg)
 void TRunSession::interrupted()
 {
     m_interrupted = true;
-    m_output.note(langText(422));
+    m_output.note(langText(Text::WaitingForRuns));
     m_control.stopAll();
 }
 
@@ -182,7 +182,7 @@ int TRunSession::finish()
         // Nobody is there to ask: what somebody else has saved during the run stays.
         if (project().isFileOutdated() || !control.save(m_arguments.project, project())) {
             const QString reason = control.errorText();
-            printError(reason.isEmpty() ? langText(436).arg(m_arguments.project)
+            printError(reason.isEmpty() ? langText(Text::NotSavedOutdated).arg(m_arguments.project)
                                         : QStringLiteral("%1: %2").arg(m_arguments.project, reason));
             exitCode = exitCode == 0 ? exitFailed : exitCode;
         }

@@ -74,12 +74,11 @@ QHash<int, QString> configNames()
 /// What the description of a chosen chip warns of.
 void printWarnings(const TDataCmd& command)
 {
-    constexpr int textWarning = 462;
     const IDevice* family = command.family();
     if (!family || !command.status() || command.cmd() != cmd::set_device)
         return;
     for (const QString& line : deviceWarnings(family->deviceData()))
-        printError(langText(textWarning).arg(printable(family->name()), printable(line)));
+        printError(langText(Text::DeviceWarning).arg(printable(family->name()), printable(line)));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "app/startup.h"
 #include "base/helpers.h"
 #include "base/identity.h"
+#include "base/qt_versions.h"
 #include "console/TArguments.h"
 #include "console/TRunSession.h"
 #include "console/check.h"
@@ -11,7 +12,6 @@
 #include "console/print.h"
 
 #include <QCoreApplication>
-#include <QTextCodec>
 
 #include <csignal>
 #include <fcntl.h>
@@ -61,7 +61,7 @@ int runConsole(int argc, char** argv)
     // A reader that goes away must not end a run in the middle, with the chip under power.
     signal(SIGPIPE, SIG_IGN);
     // Before the arguments are read: file names must come out as they went in, in any locale.
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    makeUtf8Default();
 
     const TArguments arguments = TArguments::parse(wordsOf(argc, argv));
     switch (arguments.word) {

@@ -13,13 +13,6 @@
 
 #include <memory>
 
-namespace {
-
-constexpr int textGone = 451;
-constexpr int textNotClosed = 452;
-
-} // namespace
-
 /// What one run holds from its first to its last step. The port is closed until a set_prog opens it.
 struct TExec::Run
 {
@@ -74,7 +67,7 @@ bool TExec::runCommands(Run& run)
         if (step.state == TRunStep::State::End)
             return true;
         if (step.state == TRunStep::State::Gone) {
-            run.errorText = langText(textGone);
+            run.errorText = langText(Text::RunningCmdDeleted);
             return false;
         }
         if (!runCommand(run, step))
@@ -123,7 +116,7 @@ bool TExec::runCommand(Run& run, const TRunStep& step)
     }
     // An executor that does not find its command has no reason to give.
     if (!ok && run.exec->errorText().isEmpty() && run.errorText.isEmpty() && project().indexCmd(id) < 0)
-        run.errorText = langText(textGone);
+        run.errorText = langText(Text::RunningCmdDeleted);
     emit signalEventProc(0);
     QCoreApplication::processEvents();
     return ok;
@@ -144,9 +137,9 @@ bool TExec::leaveProgrammer(Run& run)
 bool TExec::reportInvalid(Run& run, const TRunStep& step, const QString& title)
 {
     if (!step.validDev)
-        run.errorText = langText(387).arg(title);
+        run.errorText = langText(Text::CmdUnfit).arg(title);
     else if (!step.validParam)
-        run.errorText = langText(388).arg(title);
+        run.errorText = langText(Text::CmdWrongParams).arg(title);
     else
         return false;
     return true;
@@ -157,7 +150,7 @@ bool TExec::closeLink(Run& run)
     if (progCloseLink(&run.port))
         return true;
     if (run.errorText.isEmpty())
-        run.errorText = langText(textNotClosed).arg(run.port.errorString());
+        run.errorText = langText(Text::EndNotConfirmed).arg(run.port.errorString());
     return false;
 }
 
@@ -200,7 +193,7 @@ void TExec::finish(Run& run, bool result)
             (void)progSetStatus(&run.port, progIdle);
         if (m_stop)
             emit signalStopped();
-        emit signalEventText(ceSuccess, langText(m_stop ? 390 : 391), QString());
+        emit signalEventText(ceSuccess, langText(m_stop ? Text::StoppedByUser : Text::Done), QString());
     }
 
     if (run.port.isOpen())

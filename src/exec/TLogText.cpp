@@ -36,7 +36,7 @@ QString indented(const QString& text)
 QString failureBox(const QString& reason)
 {
     const QString rule(60, QLatin1Char('='));
-    return QStringLiteral("%1\n%2\n%3\n%4\n").arg(langText(386), rule, reason, rule);
+    return QStringLiteral("%1\n%2\n%3\n%4\n").arg(langText(Text::RunFailed), rule, reason, rule);
 }
 
 } // namespace

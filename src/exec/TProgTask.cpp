@@ -89,7 +89,7 @@ bool TProgTask::openLink(TSerialPort& port)
 bool TProgTask::finish(bool done)
 {
     if (done)
-        emit signalEventText(ceSuccess, langText(391));
+        emit signalEventText(ceSuccess, langText(Text::Done));
     else
         emit signalEventText(ceFailed, m_errorText);
     return done;

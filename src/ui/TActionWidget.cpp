@@ -50,5 +50,5 @@ void TActionWidget::fire()
 bool TActionWidget::isMine(const QKeyEvent& event) const
 {
     const int modifiers = static_cast<int>(event.modifiers() & ~Qt::KeypadModifier);
-    return m_keys[0] == (event.key() | modifiers);
+    return m_keys == QKeySequence(event.key() | modifiers);
 }

@@ -60,7 +60,7 @@ QBoxLayout* addDialogFrame(QWidget* window, QBoxLayout* layout)
     return row;
 }
 
-QPushButton* addDialogButtons(QDialog* dialog, QBoxLayout* layout, int acceptText, int rejectText)
+QPushButton* addDialogButtons(QDialog* dialog, QBoxLayout* layout, Text acceptText, Text rejectText)
 {
     QBoxLayout* row = addDialogFrame(dialog, layout);
     QPushButton* accept = dialogButton(langText(acceptText), dialog);
@@ -84,7 +84,7 @@ TBrowseLine makeBrowseLine(const QString& text, QWidget* parent)
     parts.button = new QPushButton(QStringLiteral("..."), parent);
     parts.button->setFixedSize(30, parts.line->sizeHint().height());
     parts.button->setAutoDefault(false);
-    parts.button->setToolTip(langText(332));
+    parts.button->setToolTip(langText(Text::TipBrowse));
     row->addWidget(parts.line);
     row->addWidget(parts.button);
     return parts;
@@ -186,7 +186,7 @@ QKeySequence hotKey(const QString& group, const QString& name)
     return file.readKeySequence(QStringLiteral("%1/%2").arg(group, name));
 }
 
-QString plainTitle(int text)
+QString plainTitle(Text text)
 {
     return langText(text).remove(QLatin1Char('&'));
 }

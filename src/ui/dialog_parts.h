@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/texts.h"
+
 #include <QKeySequence>
 #include <QList>
 #include <QString>
@@ -20,7 +22,7 @@ class QWidget;
 QPushButton* dialogButton(const QString& text, QWidget* parent);
 /// The lower frame of a dialog, appended to layout: at its right an accepting button, which is the
 /// default one and is returned, and a rejecting one.
-QPushButton* addDialogButtons(QDialog* dialog, QBoxLayout* layout, int acceptText, int rejectText);
+QPushButton* addDialogButtons(QDialog* dialog, QBoxLayout* layout, Text acceptText, Text rejectText);
 /// The frame alone; its layout is a horizontal box with a stretch in it.
 QBoxLayout* addDialogFrame(QWidget* window, QBoxLayout* layout);
 
@@ -56,4 +58,4 @@ QString cellText(const QTableWidget* table, int row, int column);
 /// A hot key of the hot-key file; empty without the key.
 QKeySequence hotKey(const QString& group, const QString& name);
 /// A text without the mark of its menu key.
-QString plainTitle(int text);
+QString plainTitle(Text text);

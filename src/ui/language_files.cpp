@@ -1,5 +1,7 @@
 #include "ui/language_files.h"
 
+#include "base/qt_versions.h"
+
 #include <QDir>
 #include <QFile>
 #include <QTextStream>
@@ -13,7 +15,7 @@ QString entryOf(const QString& path)
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
         return {};
     QTextStream stream(&file);
-    stream.setCodec("UTF-8");
+    setUtf8(stream);
     QStringList titles;
     QString line;
     while (titles.size() < 2 && stream.readLineInto(&line)) {

@@ -104,14 +104,14 @@ bool msgAsk(const QString& text, QWidget* parent)
     QMessageBox box(QMessageBox::Question, QLatin1String(identity::shortName), text, QMessageBox::NoButton,
                     parent);
     box.setTextFormat(Qt::PlainText);
-    QPushButton* yes = box.addButton(langText(77), QMessageBox::YesRole);
-    box.setEscapeButton(box.addButton(langText(78), QMessageBox::NoRole));
+    QPushButton* yes = box.addButton(langText(Text::ButtonYes), QMessageBox::YesRole);
+    box.setEscapeButton(box.addButton(langText(Text::ButtonNo), QMessageBox::NoRole));
     box.setDefaultButton(yes);
     box.exec();
     return box.clickedButton() == yes;
 }
 
-int msgChoose(const QString& text, const std::array<int, 3>& buttons, int defaultButton, QWidget* parent)
+int msgChoose(const QString& text, const std::array<Text, 3>& buttons, int defaultButton, QWidget* parent)
 {
     static constexpr std::array<QMessageBox::ButtonRole, 3> roles{
         QMessageBox::AcceptRole, QMessageBox::DestructiveRole, QMessageBox::RejectRole};

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/texts.h"
+
 #include <QList>
 #include <QString>
 
@@ -17,9 +19,9 @@ void msgInfo(const QString& text, QWidget* parent);
 void msgError(const QString& text, QWidget* parent);
 /// True if Yes, the default button, was pressed; closing the box means No.
 [[nodiscard]] bool msgAsk(const QString& text, QWidget* parent);
-/// A question with three buttons, given by the numbers of their texts; the index of the one pressed. Enter
-/// presses the default one, and closing the box or Escape the last.
-[[nodiscard]] int msgChoose(const QString& text, const std::array<int, 3>& buttons, int defaultButton,
+/// A question with three buttons; the index of the one pressed. Enter presses the default one, and closing
+/// the box or Escape the last.
+[[nodiscard]] int msgChoose(const QString& text, const std::array<Text, 3>& buttons, int defaultButton,
                             QWidget* parent);
 
 /// Shows the folder of a file in the file manager; false, without a box, when the folder is gone or nothing

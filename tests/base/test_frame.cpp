@@ -1,7 +1,7 @@
 #include "base/TCmdCode.h"
-#include "base/TLang.h"
 #include "base/helpers.h"
 #include "support/TestDir.h"
+#include "support/namedTexts.h"
 #include "support/tables.h"
 
 #include <csignal>
@@ -59,9 +59,9 @@ private slots:
             lang.load(m_dir.write("a.lng", content));
             QCOMPARE(lang.size(), texts.size());
             for (int i = 0; i < texts.size(); ++i)
-                compareRow(content, lang.text(i), texts.at(i));
+                compareRow(content, lang.text(Text(i)), texts.at(i));
             for (int outside : {texts.size(), -1, INT_MIN, INT_MAX})
-                compareRow(content, lang.text(outside), QString("?????"));
+                compareRow(content, lang.text(Text(outside)), QString("?????"));
         };
         row("# comments take no number\na\n#\nb\n", {"a", "b"});
         row("a\n\nb\n", {"a", "", "b"});
@@ -82,26 +82,22 @@ private slots:
         TLang russian;
         english.load(VM_DATA_DIR "/language/eng.lng");
         russian.load(VM_DATA_DIR "/language/rus.lng");
-        QCOMPARE(english.size(), 494);
-        QCOMPARE(russian.size(), 494);
-        QCOMPARE(english.text(153), QString("Project lists"));
-        QCOMPARE(english.text(420), QString("Wrong line in the HEX file"));
-        const QSet<int> oneName{34,  84,  85,  97,  98,  108, 111, 112, 113, 114, 115, 116, 118,
-                                121, 124, 125, 127, 128, 130, 132, 134, 135, 140, 142, 144, 145,
-                                146, 147, 148, 150, 152, 165, 171, 199, 200, 385, 387, 388, 401,
-                                402, 403, 417, 419, 423, 427, 433, 436, 437, 438, 441, 442, 445,
-                                448, 449, 452, 455, 457, 463, 466, 482, 489};
-        const QSet<int> twoNames{33, 99, 126, 432, 450, 453, 454, 456, 462};
-        const QHash<int, int> moreNames{{440, 4}, {444, 3}, {490, 3}};
+        QCOMPARE(english.text(Text::TitleLists), QString("Project lists"));
+        QCOMPARE(english.text(Text::HexWrongLine), QString("Wrong line in the HEX file"));
         const auto shape = [](const QString& text) {
             return QList<int>{text.isEmpty(),       placeholders(text),   int(text.count('\n')),
                               int(text.count('&')), text.endsWith("..."), text.endsWith(':')};
         };
-        for (int id = 0; id < english.size(); ++id) {
-            const int names = moreNames.value(id, twoNames.contains(id) ? 2 : oneName.contains(id) ? 1 : 0);
-            compareRow(QString::number(id), placeholders(english.text(id)), names);
-            compareRow(QString::number(id), shape(russian.text(id)), shape(english.text(id)));
+        int least = 0;
+        for (const NamedText& row : namedTexts) {
+            compareRow(row.name, int(row.text) >= least, true);
+            least = int(row.text) + 1;
+            compareRow(row.name, english.text(row.text).isEmpty(), false);
+            compareRow(row.name, placeholders(english.text(row.text)), row.places);
+            compareRow(row.name, shape(russian.text(row.text)), shape(english.text(row.text)));
         }
+        QCOMPARE(english.size(), least);
+        QCOMPARE(russian.size(), least);
     }
 
     void paths()

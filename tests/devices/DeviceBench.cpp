@@ -41,8 +41,7 @@ const QByteArray progLines = "[BUS]\nCLK_LIST=true\nCLK_MIN=1\nCLK_MAX=16000000\
 } // namespace
 
 DeviceBench::DeviceBench(const QString& chip)
-    : BenchProject("@", {417, 419, 427, 440, 440, 440, 440, 441, 442, 445, 490, 490, 490})
-    , m_family(chip.section(' ', 0, 0))
+    : m_family(chip.section(' ', 0, 0))
     , m_description(textParams(chip.section(' ', 1)))
 {
     TData folders = project().toData();

@@ -6,7 +6,7 @@
 #include "support/BenchProject.h"
 
 /// A project with a chip of one of the families, and its commands run on a line of their own: the other end
-/// is a script or a model of the chip. The texts are "@424".
+/// is a script or a model of the chip. The texts are "@SizeMissing".
 class DeviceBench : public BenchProject
 {
 public:

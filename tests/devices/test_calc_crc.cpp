@@ -35,30 +35,30 @@ private slots:
             QVERIFY2(outcome.ok, qPrintable(outcome.errorText));
             QStringList events{resultOf("CRC-32", taken)};
             for (const QString& each : remark.split("; ", Qt::SkipEmptyParts))
-                events += "3:T" + each;
+                events += "3:@" + each;
             compareRow(name, outcome.events, events);
         };
         const auto fill = [](int n) { return QByteArray(n, '\xEE'); };
         const QByteArray digits("0123456789");
         const QByteArray hex = hexLine(0, 4, "abcd") + hexLine(0, 0x20, "efgh") + hexUpper(4, 0x30) +
                                hexLine(0, 0, "x") + hexEnd;
-        row("inside a binary file", digits, "BIN", 3, 4, "3456", "440 4 03 06 6");
+        row("inside a binary file", digits, "BIN", 3, 4, "3456", "FileLeftOut 4 03 06 6");
         row("binary file too short", digits, "bin+", 8, 100, "89" + fill(98),
-            "440 2 08 09 8; 490 " + m_bench.dir().file("data") + " 98 0A");
+            "FileLeftOut 2 08 09 8; FileEndsEarly " + m_bench.dir().file("data") + " 98 0A");
         row("whole binary file", digits, "bin", 0, 10, digits);
-        row("less than nothing", digits, "bin", 5, -3, "", "427 " + m_bench.dir().file("data"));
+        row("less than nothing", digits, "bin", 5, -3, "", "FileNoData " + m_bench.dir().file("data"));
         row("gaps of a HEX file", hex, "hex", 0, 0x30, fill(4) + "abcd" + fill(24) + "efgh" + fill(12),
-            "440 8 04 23 1");
-        row("range ends in a record", hex, "hex", 4, 3, "abc", "440 3 04 06 6");
-        row("range begins in a record", hex, "HEX", 6, 4, "cd" + fill(2), "440 2 06 07 7");
-        row("record above the range", hexLine(0, 9, "x") + hex, "hex", 4, 4, "abcd", "440 4 04 07 6");
+            "FileLeftOut 8 04 23 1");
+        row("range ends in a record", hex, "hex", 4, 3, "abc", "FileLeftOut 3 04 06 6");
+        row("range begins in a record", hex, "HEX", 6, 4, "cd" + fill(2), "FileLeftOut 2 06 07 7");
+        row("record above the range", hexLine(0, 9, "x") + hex, "hex", 4, 4, "abcd", "FileLeftOut 4 04 07 6");
         row("gap of many blocks", hex, "hex", 0x20, 0x2FFFE1, "efgh" + fill(0x2FFFDC) + "x",
-            "440 5 20 300000 4");
+            "FileLeftOut 5 20 300000 4");
         const QByteArray large = digits.repeated(2000000);
         row("longer than a block", large, "bin", 5, large.size() - 10, large.mid(5, large.size() - 10),
-            "440 19999990 05 1312CFA 10");
+            "FileLeftOut 19999990 05 1312CFA 10");
         row("end of all addresses", hex, "hex", std::numeric_limits<qint64>::max() - 3, 99, fill(3),
-            "427 " + m_bench.dir().file("data"));
+            "FileNoData " + m_bench.dir().file("data"));
     }
 
     void failures()
@@ -66,9 +66,9 @@ private slots:
         m_bench.dir().write("bad.hex", hexLine(0, 0, "ab") + hexLine(4, 0, QByteArray(2, '\0')) + ":what\n");
         // No such checksum, no such file; of a broken one what was taken is told.
         const QString rows[][4] = {{"CRC32", "bad.hex", "", ""},
-                                   {"CRC32", "none", "T417 ", ""},
+                                   {"CRC32", "none", "@FileNotFound ", ""},
                                    {"CRC-8", "bad.hex",
-                                    "T444 T420 %1 " + m_bench.dir().file("bad.hex") + " 3",
+                                    "@FilePlace @HexWrongLine " + m_bench.dir().file("bad.hex") + " 3",
                                     resultOf("CRC-8", "ab")}};
         for (const auto& row : rows) {
             const BenchRun outcome = run(row[0], "hex", 0, 100, {}, row[1]);
@@ -107,7 +107,7 @@ private:
         return runCommand(m_tools, id, none, hook);
     }
 
-    BenchProject m_bench{"T", {417, 420, 427, 440, 440, 440, 440, 444, 444, 444, 490, 490, 490}};
+    BenchProject m_bench;
     TDevTools m_tools{dev_class::tools, {}};
 };
 

@@ -13,14 +13,14 @@ namespace {
 const char runs[] = R"(
 dev25 | set_clk clk=8000000 | 02 03020100 > | ok
 dev25 | ident | 03 03009F > EF4017 | ok
-dev25 | ident | 03 03009F > EF401700 | fails Read signature: EF401700 (@400)
+dev25 | ident | 03 03009F > EF401700 | fails Read signature: EF401700 (@DeviceUnknown)
 dev25 | ident | 03 03009F > C22017 | fails Read signature: C22017 (MX25L6406E)
-dev25 | file_read format=BIN file=in | 03 4000 0B000000 00 > !3 | fails @408
+dev25 | file_read format=BIN file=in | 03 4000 0B000000 00 > !3 | fails @ProgWrongParam
 dev25 | readChipId | 03 03009F > 0ABCDE | ok 0ABCDE
 dev25 | leave state=HIL | 01 0000 050104 > | ok
 dev25 | data_read addr_device=0x123456 data=00~00 | 03 0200 0B123456 00 > A10F | ok A1 0F
 dev25 | data_read data=0000 | 03 0200 0B000000 00 > 11 | fails
-dev25 | data_read data=0000 | 03 0200 0B000000 00 | fails @389
+dev25 | data_read data=0000 | 03 0200 0B000000 00 | fails @NoAnswer
 dev25 MAX_DATA=4 | data_verify addr_device=0x10 data=8182838485 | 03 0400 0B000010 00 > 81828384, 03 0100 0B000014 00 > F5 | fails Address: 0x14, Data: 0x85, Read: 0xF5
 dev25 | char_write addr_device=0x10 count=2 fill_char=0xA5 + data_write addr_device=0x7FFFFE data=A1B2 | 04 02000010 A5A5 >, 04 027FFFFE A1B2 > | ok A1B2
 dev25 size=0x20000 | erase | 04 D8000000 >, 04 D8010000 > | ok
@@ -32,7 +32,7 @@ dev25 | erase_blocks size=8192 begin=0 count=1; status_reg_write data=0002 | | f
 dev25 erase_blocks=xy|8192,1D8|8192 | erase_blocks size=8192 begin=0 count=1 | | fails
 dev25 MAX_DATA=4 | test_empty_blocks size=4 begin=3 count=2 | 03 0400 0B00000C 00 > FF*4, 03 0400 0B000010 00 > FFFFFF7F | fails Address: 0x13, Data: 0xFF, Read: 0x7F
 dev25 | status_reg_read | 03 010005 > 1C, 03 010035 > 02, 03 010015 > 60 | ok 1C0260
-dev25 | status_reg_read | 03 010005 > 1C, 03 010035 | fails @389
+dev25 | status_reg_read | 03 010005 > 1C, 03 010035 | fails @NoAnswer
 dev25 status_reg_def=00000000 | status_reg_read | | fails
 dev25 | status_reg_write data=1c~02~61 | 04 011C >, 04 3102 >, 04 1161 > | ok 1c 02 61
 dev25 status_reg_def=0002 | status_reg_write data=0002 | | fails
@@ -51,7 +51,7 @@ dev25 | security_reg_test_empty data=0 | | ok 0
 dev25 MAX_DATA=100 | security_reg_write file=in format=BIN addr_device=0x1FE count=4 | 04 420020FE 3031 >, 04 42003000 3233 > | ok
 dev25 MAX_DATA=100 | security_reg_verify file=in format=BIN addr_device=0xFE count=4 | 03 0200 480010FE 00 > 3031, 03 0200 48002000 00 > 3233 | ok
 dev25 | security_reg_read file=out format=BIN addr_device=16 count=2 | 03 0200 48001010 00 > AABB | ok
-dev25 security_reg_size=5120 | security_reg_write file=in format=BIN addr_device=3840 count=4 | | fails @425
+dev25 security_reg_size=5120 | security_reg_write file=in format=BIN addr_device=3840 count=4 | | fails @AddrOutsideDevice
 dev25 | unique_id_read | 03 0800 4B00000000 > D164A95B0F9C2A37 | ok D164A95B0F9C2A37
 dev25 | unique_id_read | 03 0800 4B00000000 > D164A95B0F9C2A | fails
 dev25 | sfdp_reg_read file=out format=BIN addr_device=16 count=2 | 03 0200 5A000010 00 > 5346 | ok
@@ -60,23 +60,23 @@ dev25 alg_status_reg_read=1 alg_status_reg_write=1 alg_unique_id_read=1 | status
 dev25 alg_security_reg_erase=1 alg_security_reg_read=1 | security_reg_erase; security_reg_test_empty | | fails
 dev25 alg_security_reg_write=1 alg_fsdp_read=1 | security_reg_write file=in format=BIN count=4; sfdp_reg_read file=out format=BIN count=4 | | fails
 
-dev25 MAX_DATA=0 | test_empty; data_read data=00; char_write; file_write file=in; file_read file=out; security_reg_test_empty data=1 | | fails @424
-dev25 page_size=0 | data_write data=00 | | fails @424
-dev25 | erase_blocks size=0 begin=0 count=1 | | fails @424
-dev25 page_size=-256 | file_write file=in | | fails @424
-dev25 size=0 | test_empty; erase | | fails @424
-dev25 | data_write addr_device=0x7FFFFF data=1122; data_write addr_device=-2 data=1122; data_read addr_device=-2 data=1122 | | fails @425
-dev25 addr_begin=256 | data_write addr_device=255 data=1122 | | fails @425
-dev25 size=0x2000000 | data_write addr_device=0xFFFFFF data=1122; erase | | fails @425
+dev25 MAX_DATA=0 | test_empty; data_read data=00; char_write; file_write file=in; file_read file=out; security_reg_test_empty data=1 | | fails @SizeMissing
+dev25 page_size=0 | data_write data=00 | | fails @SizeMissing
+dev25 | erase_blocks size=0 begin=0 count=1 | | fails @SizeMissing
+dev25 page_size=-256 | file_write file=in | | fails @SizeMissing
+dev25 size=0 | test_empty; erase | | fails @SizeMissing
+dev25 | data_write addr_device=0x7FFFFF data=1122; data_write addr_device=-2 data=1122; data_read addr_device=-2 data=1122 | | fails @AddrOutsideDevice
+dev25 addr_begin=256 | data_write addr_device=255 data=1122 | | fails @AddrOutsideDevice
+dev25 size=0x2000000 | data_write addr_device=0xFFFFFF data=1122; erase | | fails @AddrOutsideDevice
 dev25 | erase_blocks size=65536 begin=127 count=2; erase_blocks size=65536 begin=-1 count=1;
-    erase_blocks size=65536 begin=0x7FFFFFFFFFFF count=0x7FFFFFFFFFFF; test_empty_blocks size=65536 begin=128 count=1 | | fails @425
+    erase_blocks size=65536 begin=0x7FFFFFFFFFFF count=0x7FFFFFFFFFFF; test_empty_blocks size=65536 begin=128 count=1 | | fails @AddrOutsideDevice
 
 avr | ident | 07 0030000000 > 0030001E, 07 0030000100 > 00300098, 07 0030000200 > 00300001 | ok
-avr | ident | 07 0030000000 > 0030001E, 07 0030000100 > 00300095, 07 0030000200 > 0030000F | fails Read signature: 1E950F (@400)
-avr | ident | 07 0030000000 > 0030FF1E | fails @404
+avr | ident | 07 0030000000 > 0030001E, 07 0030000100 > 00300095, 07 0030000200 > 0030000F | fails Read signature: 1E950F (@DeviceUnknown)
+avr | ident | 07 0030000000 > 0030FF1E | fails @WrongEcho
 avr | readChipId | 07 0030000000 > 0030001E, 07 0030000100 > 00300095, 07 0030000200 > 0030000F | ok 1E950F
 avr | erase | 07 0AAC800000 > 00AC8000 | ok
-avr | erase | 07 0AAC800000 > 00AC80FF | fails @404
+avr | erase | 07 0AAC800000 > 00AC80FF | fails @WrongEcho
 avr | leave reset=true duration=-300 | 01 D4FE 000000 > | ok
 avr alg_flash_read=0 | flash_data_read addr_device=0x1234 data=0000 | 03 34120200 > A1B2 | ok A1B2
 avr | flash_data_read addr_device=0x31234 data=00 | 07 004D000300 > 004D0000, 03 34120100 > A1 | ok A1
@@ -88,14 +88,14 @@ avr alg_flash_write=1 | flash_data_write addr_device=0x1234 data=A1B2 + flash_da
     04 3412A1B2 >, 07 054C091A00 > 004C091A, 04 1000FFA1 >, 07 054C000800 > 004C0008, 04 1000A1FF >, 07 054C000800 > 004C0008 | ok A1
 avr alg_flash_write=1 | flash_data_write addr_device=0x3F data=A1B2 | 04 3E00FFA1 >, 07 054C001F00 > 004C001F, 04 4000B2FF >, 07 054C002000 > 004C0020 | ok A1B2
 avr alg_flash_write=1 | flash_data_write data=A1B2 | 04 0000A1B2 >, 07 054C000000 > 004C00 | fails
-avr alg_flash_write=1 | flash_data_write addr_device=0x10000 data=A1 | | fails @425
+avr alg_flash_write=1 | flash_data_write addr_device=0x10000 data=A1 | | fails @AddrOutsideDevice
 avr | flash_data_write addr_device=0x3FFFE data=A1B2 | 07 004D000300 > 004D0003, 04 FEFFA1B2 >, 07 054CFFFF00 > 004CFFFF | ok A1B2
 avr MAX_DATA=5 alg_flash_write=1 | flash_data_write data=A1B2C3D4E5 | 04 0000A1B2C3D4 >, 07 054C000000 > 004C0000, 04 0400E5FF >, 07 054C000200 > 004C0002 | ok A1B2C3D4E5
 avr flash_page_size=0 alg_flash_write=0 flash_delay=5 | flash_data_write addr_device=0x3F data=A1B2C3 | 04 3E00FFA1 >, 04 4000B2C3 > | ok A1B2C3
 avr flash_page_size=0 alg_flash_write=1 | flash_data_write addr_device=0x10 data=A1B2C3 | 04 1000A1B2 >, 07 054C000800 > 004C0008, 04 1200C3FF >, 07 054C000900 > 004C0009 | ok A1B2C3
 avr flash_page_size=0 alg_flash_write=0 flash_delay=1250 | flash_data_write addr_device=2 data=A1B2C3D4 | 04 0200A1B2 >, 04 0400C3D4 > | ok A1B2C3D4
 avr flash_page_size=0 alg_flash_write=0 flash_delay=9999 | flash_data_write data=A1B2C3 | 04 0000A1B2 >, 04 0200C3FF > | ok A1B2C3
-avr flash_page_size=-1 | flash_data_write data=A1 | | fails @424
+avr flash_page_size=-1 | flash_data_write data=A1 | | fails @SizeMissing
 avr | eeprom_data_read addr_device=0x123 data=00~00 | 05 23010200 > A1B2 | ok A1 B2
 avr eeprom_delay=2500 | eeprom_data_write addr_device=1 data=A1B2C3 | 06 0100A1 >, 06 0200B2C3 > | ok A1B2C3
 avr eeprom_page_size=8 | eeprom_data_write addr_device=0x11E data=A1B2C3 | 06 1E01A1B2 >, 06 2001C3 > | ok A1B2C3
@@ -128,8 +128,8 @@ dev24 MAX_DATA=8 addr_begin=4 size=14 | erase | 04 A0 04 FF*4 >, 04 A0 08 FF*8 >
 dev24 alg_read=1 alg_write=1 | test_empty; erase | | fails
 dev24 addr_size=0 | data_write data=00 | | fails
 dev24 addr_size=3 | data_read data=00 | | fails
-dev24 size=0x1000 | data_write addr_device=0x800 data=00 | | fails @425
-dev24 page_size=0 | erase | | fails @424
+dev24 size=0x1000 | data_write addr_device=0x800 data=00 | | fails @AddrOutsideDevice
+dev24 page_size=0 | erase | | fails @SizeMissing
 
 dev93c | set_clk clk=8000000 | 02 00127A00 > | ok
 dev93c | erase | 03 > | ok
@@ -286,7 +286,7 @@ private slots:
             QVERIFY(!exec->execute(&closed, exitRun, none, none));
             const bool known =
                 keys.size() != 16 || keys.contains(cmd::set_addr) || key == cmd::set_clk || key == cmd::erase;
-            QCOMPARE(key + exec->errorText(), key + (known ? "@392" : ""));
+            QCOMPARE(key + exec->errorText(), key + (known ? "@PortNotOpen" : ""));
         }
     }
 
@@ -332,8 +332,8 @@ private slots:
                                           "ckl|04|-|e|-|Security Register #3 (0x200..0x2FF)", "frm-"}));
         QCOMPARE(mask.value + mask.defaultValue, QString("0507"));
         const TFormSpec pins = spec("dev24", "set_addr addr=6");
-        QCOMPARE(pins.items, (QStringList{"frm+", "grp+|@369", "ckl|04|-|e|-|A2||", "ckl|02|-|-|-|NC||",
-                                          "ckl|01|-|e|-|A0||", "grp-", "frm-"}));
+        QCOMPARE(pins.items, (QStringList{"frm+", "grp+|@GroupAddressPins", "ckl|04|-|e|-|A2||",
+                                          "ckl|02|-|-|-|NC||", "ckl|01|-|e|-|A0||", "grp-", "frm-"}));
         QCOMPARE(pins.value + pins.defaultValue, QString("0400"));
         QCOMPARE(spec("dev25", cmd::erase_blocks).blockSizes, (QList<int>{4096, 32768, 65536, 4096}));
         QVERIFY(spec("dev25", cmd::status_reg_read).showEdit && !spec("avr", cmd::osccal_read).showEdit);

@@ -121,19 +121,19 @@ MAX_DATA=64 | char_verify addr_device=0 count=1 | R 0+1 | 100 |
 MAX_DATA=64 | erase | | 0 25 50 75 |
 MAX_DATA=64 | erase_blocks size=512 begin=3 count=1 | | 0 |
 size=0x1008 | file_write file=gap count=4104 | W 16+8 W 2053+5 | 0 50 |
-size=0x1008 | file_write file=overTheEnd count=4112 | W 4096+8 | 99 | | @440 8 1000 1007 8
-size=0x1008 | file_write file=behindTheEnd count=4105 | | | @425
-size=0x1008 | file_write file=overTheCount count=36 | W 32+4 | 100 | | @440 4 20 23 12
-size=0x1000 MAX_DATA=16 | file_write file=twice count=4096 | W 4088+8 | 100 | | @440 8 FF8 FFF 4104
-size=0x1000 MAX_DATA=16 | file_write file=twice count=4096 addr_file=4096 | W 4088+8 | 100 | | @440 8 FF8 FFF 4104
-size=0x1000 MAX_DATA=16 | file_write file=twice count=4097 | W 4088+8 | 100 | @425
-size=0x1000 | file_write file=two count=96 addr_device=128 | W 128+16 W 208+16 | 64 100 | | @440 32 80 DF 32
-size=0x1000 | file_verify format=BIN file=bytes addr_file=9 addr_device=32 count=4 | R 32+4 | 100 | | @440 4 20 23 96
-size=0x1000 | file_verify format=BIN file=bytes addr_device=3900 count=196 | R 3900+4 R 3904+64 R 3968+32 | 95 96 97 | | @490 bytes 96 FA0
-size=0x1000 | file_write file=noEnd count=100 | W 16+8 | 24 | | @490 noEnd 76 18
+size=0x1008 | file_write file=overTheEnd count=4112 | W 4096+8 | 99 | | @FileLeftOut 8 1000 1007 8
+size=0x1008 | file_write file=behindTheEnd count=4105 | | | @AddrOutsideDevice
+size=0x1008 | file_write file=overTheCount count=36 | W 32+4 | 100 | | @FileLeftOut 4 20 23 12
+size=0x1000 MAX_DATA=16 | file_write file=twice count=4096 | W 4088+8 | 100 | | @FileLeftOut 8 FF8 FFF 4104
+size=0x1000 MAX_DATA=16 | file_write file=twice count=4096 addr_file=4096 | W 4088+8 | 100 | | @FileLeftOut 8 FF8 FFF 4104
+size=0x1000 MAX_DATA=16 | file_write file=twice count=4097 | W 4088+8 | 100 | @AddrOutsideDevice
+size=0x1000 | file_write file=two count=96 addr_device=128 | W 128+16 W 208+16 | 64 100 | | @FileLeftOut 32 80 DF 32
+size=0x1000 | file_verify format=BIN file=bytes addr_file=9 addr_device=32 count=4 | R 32+4 | 100 | | @FileLeftOut 4 20 23 96
+size=0x1000 | file_verify format=BIN file=bytes addr_device=3900 count=196 | R 3900+4 R 3904+64 R 3968+32 | 95 96 97 | | @FileEndsEarly bytes 96 FA0
+size=0x1000 | file_write file=noEnd count=100 | W 16+8 | 24 | | @FileEndsEarly noEnd 76 18
 size=0x1000 | file_write file=noEnd count=24 | W 16+8 | 100 | |
 size=0x1000 | char_write addr_device=100 count=0; char_verify count=0; data_verify data=~; file_read file=out count=0;
-    erase_blocks count=0; test_empty_blocks count=0; security_reg_erase data=0; security_reg_test_empty data=0 | | | | @491
+    erase_blocks count=0; test_empty_blocks count=0; security_reg_erase data=0; security_reg_test_empty data=0 | | | | @RangeEmpty
 )";
 
 } // namespace
@@ -212,7 +212,7 @@ private slots:
         QCOMPARE(run("verify", "in", "BIN"), QString("ok"));
         QCOMPARE(run("read", "out", "BIN"), QString("ok"));
         QCOMPARE(bench.dir().read("out"), content);
-        QCOMPARE(run("read", "out.hex", "HEX"), QString(addr + count > 0x10000 ? "ok3:@443" : "ok"));
+        QCOMPARE(run("read", "out.hex", "HEX"), QString(addr + count > 0x10000 ? "ok3:@HexSegments" : "ok"));
         QCOMPARE(run("verify", "out.hex", "HEX"), QString("ok"));
         model.memory.fill(char(0xFF));
         QCOMPARE(run("write", "out.hex", "HEX"), QString("ok"));
@@ -232,8 +232,8 @@ private slots:
                 const QString param = " count=2048 format=" + format + " file=";
                 const auto result = bench.play({word + param + format + "%2"}, {});
                 QVERIFY2(result.ok, qPrintable(result.errorText));
-                QCOMPARE(result.events, QStringList{"3:@427 " + format + "%2"});
-                QVERIFY(bench.play({word + param + "none"}, {}).errorText.startsWith("@417"));
+                QCOMPARE(result.events, QStringList{"3:@FileNoData " + format + "%2"});
+                QVERIFY(bench.play({word + param + "none"}, {}).errorText.startsWith("@FileNotFound"));
             }
         }
     }
@@ -256,9 +256,9 @@ private slots:
             compareRow(format, bench.dir().read("out"), after);
             compareRow(format, result.events, QStringList(event));
         };
-        read("HEX", "old", "3:@441 out");
-        read("BIN", "old", "3:@441 out");
-        read("BIN+", half, "3:@442 out");
+        read("HEX", "old", "3:@FileUntouched out");
+        read("BIN", "old", "3:@FileUntouched out");
+        read("BIN+", half, "3:@FileHoldsPart out");
         bench.onPercent = [](IDeviceExec& exec, int percent) {
             if (percent >= 100)
                 exec.slotStop(); // too late
@@ -288,7 +288,7 @@ private slots:
         const auto result = bench.runWith("file_read file=pipe format=HEX", chipOf(flash));
         ::close(reader);
         QVERIFY2(result.ok, qPrintable(result.errorText));
-        QCOMPARE(result.events, QStringList("3:@442 pipe"));
+        QCOMPARE(result.events, QStringList("3:@FileHoldsPart pipe"));
         QVERIFY(timer.elapsed() < 10000);
     }
 
@@ -300,11 +300,11 @@ private slots:
         bench.dir().write("out", "old");
         const auto result = bench.runWith("file_read file=out format=BIN", chipOf(flash));
         QVERIFY(!result.ok && result.errorText.isEmpty());
-        QCOMPARE(result.events, QStringList("3:@441 out"));
+        QCOMPARE(result.events, QStringList("3:@FileUntouched out"));
         QCOMPARE(bench.dir().read("out"), QByteArray("old"));
         flash.pieces.clear();
-        QVERIFY(bench.runWith("file_read file=none/out", chipOf(flash)).errorText.startsWith("@417"));
-        QVERIFY(bench.runWith("file_read file=/dev/full", chipOf(flash)).errorText.startsWith("@445"));
+        QVERIFY(bench.runWith("file_read file=no/out", chipOf(flash)).errorText.startsWith("@FileNotFound"));
+        QVERIFY(bench.runWith("file_read file=/dev/full", chipOf(flash)).errorText.startsWith("@DiskFull"));
         QCOMPARE(flash.pieces, QStringList("R 0+256"));
     }
 };

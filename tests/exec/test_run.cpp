@@ -208,7 +208,7 @@ private slots:
         bench.control().resume(a);
         QCOMPARE(project().cfgStatus(a), int(csRun));
         QVERIFY(bench.waitIdle(5000));
-        QCOMPARE(bench.texts(ceWork).last(), langText(396));
+        QCOMPARE(bench.texts(ceWork).last(), langText(Text::Pausing));
         QCOMPARE(project().cfgStatus(a), int(csDone));
         QCOMPARE(bench.view(a).begun, 1);
     }
@@ -266,7 +266,7 @@ private slots:
         QVERIFY(bench.run({cfg}, 5000));
         QCOMPARE(peer.finish(), QString());
         QCOMPARE(peer.requestText(), QString("80 81 83:01 85 83:00"));
-        QCOMPARE(bench.last().text1, langText(390));
+        QCOMPARE(bench.last().text1, langText(Text::StoppedByUser));
         QCOMPARE(bench.view(cfg).stopped, 1);
         QCOMPARE(project().cfgStatus(cfg), int(csDone));
     }
@@ -285,7 +285,7 @@ private slots:
         // It must neither begin again at the first command nor leave the third one out and look well.
         QCOMPARE(bench.texts(ceCmdBegin).size(), 2);
         QCOMPARE(bench.last().code, ceFailed);
-        QCOMPARE(bench.last().text1, langText(451));
+        QCOMPARE(bench.last().text1, langText(Text::RunningCmdDeleted));
         QCOMPARE(project().cfgStatus(cfg), int(csFailed));
     }
 
@@ -384,12 +384,12 @@ private slots:
         clock.start();
         QVERIFY(bench.run({cfg}, 10000));
         QVERIFY2(clock.elapsed() < 3000, qPrintable(QString::number(clock.elapsed())));
-        QCOMPARE(bench.last().text1, langText(390));
+        QCOMPARE(bench.last().text1, langText(Text::StoppedByUser));
         QCOMPARE(bench.texts(ceCmdBegin).size(), 3);
         QCOMPARE(project().cfgStatus(cfg), int(csDone));
         const bool isRead = command.contains("out.hex");
         QCOMPARE(bench.dir().read("out.hex"), QByteArray(isRead ? "old" : ""));
-        QCOMPARE(bench.texts(ceWork).contains(langText(441).arg("out.hex")), isRead);
+        QCOMPARE(bench.texts(ceWork).contains(langText(Text::FileUntouched).arg("out.hex")), isRead);
     }
 
     void endsAsTheChipAnswers_data() { textRows(faults, {"options", "command", "last", "requests"}); }

@@ -2,7 +2,7 @@
 #include "formats/data/TFormat.h"
 #include "hexkit.h"
 #include "settings/TAppData.h"
-#include "support/numberedTexts.h"
+#include "support/namedTexts.h"
 
 #include <csignal>
 #include <fcntl.h>
@@ -50,7 +50,7 @@ class TestFormats : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { loadNumberedTexts("text ", texts); }
+    void initTestCase() { loadNamedTexts(); }
     void chunkSizes()
     {
         const qint64 top = std::numeric_limits<qint64>::max();
@@ -86,14 +86,14 @@ private slots:
             QVERIFY(!data.open(mode));
             compareRow(file, data.errorText(), text);
         };
-        row("bin", "none %1 %2", 0, 0, "text 417 ");
-        row("hex", "none %1 %2", 0, 0, "text 417 ");
-        row("bin", "ten", 11, 0, "text 418 %1");
-        row("bin", ".", 0, 0, "text 419 file to open is a directory");
-        row("hex", ".", 0, 0, "text 417 file to open is a directory");
-        row("bin", "a/b", 0, 1, "text 419 No such file or directory");
-        row("bin+", "a/b", 0, 1, "text 419 No such file or directory");
-        row("hex", "a/b", 0, 1, "text 417 No such file or directory");
+        row("bin", "none %1 %2", 0, 0, "@FileNotFound ");
+        row("hex", "none %1 %2", 0, 0, "@FileNotFound ");
+        row("bin", "ten", 11, 0, "@FileAddrBeyondEnd");
+        row("bin", ".", 0, 0, "@FileNotOpened file to open is a directory");
+        row("hex", ".", 0, 0, "@FileNotFound file to open is a directory");
+        row("bin", "a/b", 0, 1, "@FileNotOpened No such file or directory");
+        row("bin+", "a/b", 0, 1, "@FileNotOpened No such file or directory");
+        row("hex", "a/b", 0, 1, "@FileNotFound No such file or directory");
     }
 
     void binReads()
@@ -177,7 +177,7 @@ private slots:
         compareRow("range of the device", read("hex", all, 0, 0x80, 0xBE, 256),
                    hexFrom(0x80, 0x40) + " -128");
         compareRow("range of the file", read("hex", all, 0x40, 0, 0x1F, 256), hexFrom(0, 0x60) + " -96");
-        compareRow("no chunk", read("hex", ab, 0, 0, 99, 0), QString("text 424 %1"));
+        compareRow("no chunk", read("hex", ab, 0, 0, 99, 0), QString("@SizeMissing"));
     }
 
     void malformedHex()
@@ -244,7 +244,7 @@ private slots:
         QVERIFY(far.open(1));
         QVERIFY(far.write(0xFFFFFFFF, counted(1)));
         QVERIFY2(!far.write(0x100000000, counted(1)), "no record can hold this address");
-        QCOMPARE(far.errorText(), QString("text 425 %1"));
+        QCOMPARE(far.errorText(), QString("@AddrOutsideDevice"));
     }
 
     // Nothing but a good close changes the old file, and then its link stays.
@@ -272,13 +272,13 @@ private slots:
         QCOMPARE(mkfifo(pipe.constData(), 0600), 0);
         TFormat lonely("bin", m_dir.file("pipe"), 0, 0, 99, 16);
         QVERIFY(!lonely.open(1));
-        QCOMPARE(lonely.errorText(), QString("text 419 text 493"));
+        QCOMPARE(lonely.errorText(), QString("@FileNotOpened @PipeNobodyReads"));
         const int reader = ::open(pipe.constData(), O_RDONLY | O_NONBLOCK);
         TFormat file("bin", m_dir.file("pipe"), 0, 0, 99, 16);
         QVERIFY(file.open(1) && !file.isReplacing());
         QVERIFY(file.write(0, "ab") && file.write(2, "cd"));
         QVERIFY(!file.write(9, "ef"));
-        QCOMPARE(file.errorText(), QString("text 446"));
+        QCOMPARE(file.errorText(), QString("@FileOnlyInOrder"));
         char got[9] = {};
         QCOMPARE(int(::read(reader, got, 8)), 4);
         QCOMPARE(got, "abcd");
@@ -311,7 +311,7 @@ private slots:
             QVERIFY(file.open(1));
             // 15 bytes of a HEX file are still in memory.
             QVERIFY(!(file.write(0, counted(15)) && file.close()));
-            compareRow(name, file.errorText(), QString("text 445 No space left on device"));
+            compareRow(name, file.errorText(), QString("@DiskFull No space left on device"));
         }
     }
 
@@ -345,14 +345,14 @@ private:
     QString read(const char* format, const QByteArray& content, qint64 addrFile, qint64 first, qint64 last,
                  qint64 chunk) const
     {
-        TFormat file(format, m_dir.write("in", content), addrFile, first, last, chunk);
+        TFormat file(format, m_dir.write("%3", content), addrFile, first, last, chunk);
         return file.open(0) ? readPieces(file, first) : "cannot open";
     }
 
     /// What is told about a line of the file.
-    QString wrongLine(int number, const QString& file = "in") const
+    QString wrongLine(int number, const QString& file = "%3") const
     {
-        return "text 444 text 420 %1 " + m_dir.file(file) + ' ' + QString::number(number);
+        return "@FilePlace @HexWrongLine " + m_dir.file(file) + ' ' + QString::number(number);
     }
 
     /// One piece of counted bytes.
@@ -361,7 +361,6 @@ private:
         return QString::number(addr, 16) + ':' + counted(n, addr).toHex();
     }
 
-    static inline const QList<int> texts{417, 418, 419, 420, 424, 425, 444, 444, 444, 445};
     const TestDir m_dir{TestDir::Empty};
 };
 

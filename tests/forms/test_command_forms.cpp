@@ -19,9 +19,9 @@ constexpr char editRows[] = R"(
 - | delay value=99999999999 | type 0; type 0 5 | value=5 | 5 ms
 - | calc_crc crc_name=CRC32 format=bin file=a.bin addr=0 count=16 fill=300 | type 4; type 0 1F; choose 1 HEX | addr=31 count=16 crc_name=CRC32 file=a.bin fill=300 format=bin; addr=31 count=16 crc_name=CRC32 file=a.bin fill=300 format=HEX | CRC32: a.bin
 - | set_vcc vcc=3.3 | type 0; type 0 3.3; type 0 2.5; type 0 9; press 0 | vcc=2.5; vcc=5; vcc=3.3 | 3.3 V
-- | set_vpp vpp=12 | type 0 *; type 0 ^^v | vpp=13; vpp=12 | 12.0 V
+- | set_vpp vpp=25 | type 0 ^^v; type 0 * | vpp=26; vpp=25; vpp=12 | 12.0 V
 - | set_vicc vcc=99 icc=50 ocp=false | type 1 20.125; check 0 | icc=20.125 ocp=false vcc=99; icc=20.125 ocp=true vcc=99 | 99.0 V, 20.125 mA, OCP
-- | set_vipp vpp=50 ipp=20.5 ocp=true | press 1; press 0; check 0 | ipp=20.5 ocp=true vpp=12; ipp=20.5 ocp=false vpp=12 | 12.0 V, 20.500 mA | 9..13 V; 1..60 mA; Default: 12 V; Default: 20.5 mA
+- | set_vipp vpp=50 ipp=20.5 ocp=true | press 1; press 0; check 0 | ipp=20.5 ocp=true vpp=12; ipp=20.5 ocp=false vpp=12 | 12.0 V, 20.500 mA | 9..26 V; 1..70 mA; Default: 12 V; Default: 20.5 mA
 - | reset duration=400 | type 0 -400; type 0 5; type 0 -5000; type 0 0; press 0 | duration=-400; duration=10; duration=-1000; duration=-400 | -400 ms | -10..-1000, 10..1000 ms; Default: -400 ms
 - | set_freq freq=1000 duty_cycle=70 | type 0; type 0 2000 | duty_cycle=50 freq=2000 | 2 KHz | 1000..8000000 Hz; Default: 1000000
 list | set_freq freq=1500 duty_cycle=50 | choose 1 25 %; choose 0 2 MHz | duty_cycle=25 freq=1500; duty_cycle=25 freq=1000; duty_cycle=25 freq=2000000 | 2 MHz, 25 %

@@ -135,7 +135,7 @@ private slots:
             return texts;
         };
         chooseName(page.part<QPushButton>(), "sst26?f016ba");
-        QCOMPARE(warnings(), QStringList(langText(460)));
+        QCOMPARE(warnings(), QStringList(langText(Text::LockedNeeds98)));
         chooseName(page.part<QPushButton>(), "attiny13a");
         QCOMPARE(warnings(), QStringList());
         appData().CmdDelCmdDev = true;
@@ -180,8 +180,8 @@ private slots:
         auto* table = page.part<QTableWidget>();
         QCOMPARE(table->item(0, 0)->text() + table->item(0, 1)->text(), QString("AlphaFirst"));
         choose(page.part<QComboBox>(0), "Execute");
-        choose(page.part<QComboBox>(1), "T480");
-        QCOMPARE(page.row(1), QString("auto_detect Flash: Execute, T480"));
+        choose(page.part<QComboBox>(1), "@RouteSkip");
+        QCOMPARE(page.row(1), QString("auto_detect Flash: Execute, @RouteSkip"));
 
         // What is not known stays, and says what it is.
         QCOMPARE(table->item(1, 0)->text(), QString("? (77)"));
@@ -205,7 +205,7 @@ private slots:
         }
         QCOMPARE(route(), "B2" + second + '|' + first);
         chooseName(page.part<QPushButton>(), "Other");
-        QCOMPARE(page.row(1), QString("auto_detect Other: Execute, T480"));
+        QCOMPARE(page.row(1), QString("auto_detect Other: Execute, @RouteSkip"));
         QCOMPARE(route() + QString::number(page.part<QTableWidget>()->rowCount()), QString("0"));
     }
 

@@ -2,7 +2,7 @@
 #include "support/ScriptedPeer.h"
 #include "support/SimProcess.h"
 #include "support/TestDir.h"
-#include "support/numberedTexts.h"
+#include "support/namedTexts.h"
 #include "support/tables.h"
 
 #include <csignal>
@@ -12,7 +12,7 @@
 namespace {
 
 constexpr quint8 anyOpcode = 0x02;
-const QString brokenText = "text 389";
+const QString brokenText = "@NoAnswer";
 const QByteArray good = peerFrame(anyOpcode, "abc");
 
 bool openPort(TSerialPort& port, const ScriptedPeer& peer, int timeout = 10000, quint16 maxData = 64)
@@ -58,7 +58,7 @@ class TestSerialPort : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { loadNumberedTexts("text ", {423, 448, 449}); }
+    void initTestCase() { loadNamedTexts(); }
     void frames_data()
     {
         tableColumns<QByteArray, QByteArray, QString>("reply", "payload", "error");
@@ -82,13 +82,13 @@ private slots:
         failed("cut before the checksum", good.left(7), brokenText);
         failed("noise holds a sync byte", hex("C0") + good, brokenText);
         for (const int code : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 255, 256, 0x8001, 0xFFFF}) {
-            const QString text =
-                code < 12 ? QString("text %1").arg(405 + code) : QString("text 423 %1").arg(code);
+            const QString text = code < 12 ? langText(Text(int(Text::ProgUnspecified) + code))
+                                           : QString("@ProgOtherError %1").arg(code);
             failed("error " + QByteArray::number(code), errorFrame(code), text);
         }
-        failed("error without code", peerFrame(0xFF), "text 423 -");
-        failed("error with half a code", peerFrame(0xFF, hex("03")), "text 423 -");
-        failed("error with more than a code", peerFrame(0xFF, hex("0300AA")), "text 408");
+        failed("error without code", peerFrame(0xFF), "@ProgOtherError -");
+        failed("error with half a code", peerFrame(0xFF, hex("03")), "@ProgOtherError -");
+        failed("error with more than a code", peerFrame(0xFF, hex("0300AA")), "@ProgWrongParam");
     }
 
     void frames()
@@ -278,9 +278,9 @@ private slots:
         const TestDir dir(TestDir::Empty);
         TSerialPort port;
         QVERIFY(!port.open(dir.file("none"), QIODevice::ReadWrite));
-        QCOMPARE(port.errorString(), QString("text 393"));
+        QCOMPARE(port.errorString(), QString("@PortMissing"));
         QVERIFY(!port.open(dir.path(), QIODevice::ReadWrite));
-        QVERIFY(!port.errorString().isEmpty() && port.errorString() != QString("text 393"));
+        QVERIFY(!port.errorString().isEmpty() && port.errorString() != QString("@PortMissing"));
 
         // One terminal under two names: for this process, and for other programs by the system's lock.
         const ScriptedPeer peer;
@@ -290,12 +290,12 @@ private slots:
             holder.setUser("A");
             QVERIFY(holder.open(dir.file("link"), QIODevice::ReadWrite));
             QVERIFY(!port.open(name, QIODevice::ReadWrite));
-            QCOMPARE(port.errorString(), QString("text 448 A"));
+            QCOMPARE(port.errorString(), QString("@PortUsedByCfg A"));
             holder.close();
             QSerialPort foreign(peer.path());
             QVERIFY(foreign.open(QIODevice::ReadWrite));
             QVERIFY(!port.open(name, QIODevice::ReadWrite));
-            QVERIFY2(port.errorString().startsWith("text 449 "), qPrintable(port.errorString()));
+            QVERIFY2(port.errorString().startsWith("@PortUsedByProgram "), qPrintable(port.errorString()));
             foreign.close();
             QVERIFY(port.open(name, QIODevice::ReadWrite));
             port.close();

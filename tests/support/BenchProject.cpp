@@ -9,7 +9,7 @@
 #include "link/wire/TSerialPort.h"
 #include "settings/TAppData.h"
 #include "support/ScriptedPeer.h"
-#include "support/numberedTexts.h"
+#include "support/namedTexts.h"
 
 #include <memory>
 
@@ -73,10 +73,10 @@ IDeviceExec* BenchChip::createExec(const TData& data) const
     return new ChipExec(data);
 }
 
-BenchProject::BenchProject(const QByteArray& textPrefix, const QList<int>& withPlace)
+BenchProject::BenchProject()
 {
     registerMetaTypes();
-    loadNumberedTexts(textPrefix, withPlace);
+    loadNamedTexts();
     appData().PathDevices = m_dir.path();
     appData().PathProgs = m_dir.path();
     appData().ProgDefault = 0;

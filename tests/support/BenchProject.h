@@ -30,11 +30,11 @@ public:
 
 /// The open project in a folder of its own, with one programmer model, the alias "bench" of it, and any
 /// chip that the description given to setChip makes. Everything is gone with the object; one at a time.
-/// Each text of the language table is its number behind the prefix.
+/// Each text of the language table is its name, "@AddrOutsideDevice".
 class BenchProject : protected IDeviceCatalogue
 {
 public:
-    explicit BenchProject(const QByteArray& textPrefix = "T", const QList<int>& withPlace = {401, 402, 403});
+    BenchProject();
     ~BenchProject() override;
     Q_DISABLE_COPY(BenchProject)
 

@@ -399,7 +399,7 @@ private slots:
         QCOMPARE(changes(before), QStringList({"Confirmation/Quit", "Main/PathProgs"}));
         TDialogSetupSelect dialog;
         change(dialog.findChild<QStackedWidget*>()->widget(0)->findChildren<QComboBox*>().at(1));
-        QCOMPARE(answerBox(button(dialog, "OK"), "Space", "OK"), langText(2));
+        QCOMPARE(answerBox(button(dialog, "OK"), "Space", "OK"), langText(Text::LanguageChanged));
     }
 
     // Each editor leads to a setting of its page and of its own: changing all of a page changes all that the

@@ -51,7 +51,8 @@ private slots:
                                  "\n<#050000>a <b>&",
                                  "\n<#060000>             a <b>&",
                                  "\n<#010000>T <#070000>a <b>&",
-                                 "\n<#010000>T " + box.arg(langText(386), QString(60, '=')).mid(1),
+                                 "\n<#010000>T " +
+                                     box.arg(langText(Text::RunFailed), QString(60, '=')).mid(1),
                                  ""};
         appData().ExecLogShowTime = true;
         appData().ExecLogShowTime_ms = true;

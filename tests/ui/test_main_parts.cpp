@@ -91,7 +91,7 @@ private slots:
 3 -1 | | PrjEdit | PrjDeleteSubAll CfgNew PrjSave PrjOpenFolder
 1 0 | | PrjDeleteSubAll CmdMoveDown PrjSave | CfgDelete CfgPasteNew CmdMoveUp CmdPaste PrjPasteNew ExecIDProg
 1 4 | cmd | CmdMoveUp CmdPaste | CmdMoveDown PrjPasteNew CfgPasteNew
-1 -1 | cfg | CfgPasteNew CmdMoveUp CmdDeleteAll | CmdCopyOne CmdDeleteCur ExecReset
+1 -1 | cfg | CfgPasteNew CmdDeleteAll | CmdMoveUp CmdCopyOne CmdDeleteCur ExecReset
 0 0 | | CfgDelete ExecCfg1 | PrjDeleteSubAll
 0 0 | waits | Quit PrjListOpenFolder CmdUncheckHide ViewParamExec | CfgNew PrjNew ExecCfg1 PrjSave Setup
 )",

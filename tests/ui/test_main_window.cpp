@@ -148,11 +148,11 @@ void TestMainWindow::enabledByState()
         "-CfgNew ExecCfg1, +PrjListNew Quit, @Group, +PrjEdit, -CfgNew, @Two, +CfgNew, -CmdPaste"));
     QVERIFY(execute->isVisible());
     QVERIFY(bench.status().endsWith("projects/two.prj"));
-    QCOMPARE(text(maCmdDeleteAll), langText(43));
+    QCOMPARE(text(maCmdDeleteAll), langText(Text::ActionCmdDeleteAll));
     QVERIFY(bench.play("#2, CmdCopyOne, +CmdPaste"));
     QCOMPARE(text(maCmdPaste), QString("Paste commands [Pause]"));
     QVERIFY(bench.play("CfgNew R&D, +CfgDelete, -CmdDeleteAll, CfgCopy, +CfgPasteNew"));
-    QCOMPARE(text(maCmdDeleteAll), langText(44));
+    QCOMPARE(text(maCmdDeleteAll), langText(Text::ActionCmdDeleteAllOfCfg));
     QCOMPARE(text(maCfgPaste), QString("Paste configuration [R&&D]"));
     QCOMPARE(bench.status(), QString("Configuration \"R&D\" copied"));
     QVERIFY(bench.play("PrjCopy, +PrjPasteNew"));
@@ -180,9 +180,9 @@ void TestMainWindow::keysAndMenus()
     QCOMPARE(bench.configs(), QString("A: delay pause stop"));
     QCOMPARE(fromMenuAt(bench, table->viewport(), row(0), maCfgCopy, Qt::ControlModifier),
              texts(window.menu(mmCfg)));
-    QCOMPARE(bench.status(), langText(121).arg("A"));
+    QCOMPARE(bench.status(), langText(Text::CfgCopied).arg("A"));
     QCOMPARE(fromMenuAt(bench, window.prjList()->tree()->viewport(), {50, 5}, maPrjListDragDrop),
-             texts(window.menu(mmPrj)) << "" << langText(11));
+             texts(window.menu(mmPrj)) << "" << langText(Text::ActionPrjListDragDrop));
     QVERIFY(!appData().PrjListDragDrop);
 
     // From the menu bar: the table has the focus again when the action is done.
@@ -205,7 +205,9 @@ void TestMainWindow::settingsFromTheWindow()
     QVERIFY(!bar->isVisible() && !table->isRowHidden(1));
     bench.inDialog = [](QDialog& dialog) {
         for (QCheckBox* box : dialog.findChildren<QCheckBox*>()) {
-            if (QStringList{langText(237), langText(241), langText(242)}.contains(box->text()))
+            if (QStringList{langText(Text::SettingPrjListShowName), langText(Text::SettingPrjHideTabCfg),
+                            langText(Text::SettingHideUncheckCmd)}
+                    .contains(box->text()))
                 box->click();
         }
     };
@@ -222,7 +224,7 @@ void TestMainWindow::settingsFromTheWindow()
     const QString file = fileInAppDir("ini");
     QFile::remove(file);
     QVERIFY(bench.play("SaveSettings"));
-    QCOMPARE(bench.boxes, QStringList{langText(83)});
+    QCOMPARE(bench.boxes, QStringList{langText(Text::AskSaveSettings)});
     QVERIFY(QSettings(file, QSettings::IniFormat).value("Interface/HideUncheckCmd").toBool());
     // A folder in the place of the file cannot be written, whoever runs the test.
     QVERIFY(QFile::remove(file) && QDir().mkpath(file));
@@ -244,11 +246,11 @@ void TestMainWindow::languageAndHelp()
     QCOMPARE(appData().Language, QString("rus.lng"));
     QCOMPARE(QSettings(fileInAppDir("ini"), QSettings::IniFormat).value("Main/Language").toString(),
              QString("rus.lng"));
-    QCOMPARE(bench.boxes, QStringList{langText(2)});
+    QCOMPARE(bench.boxes, QStringList{langText(Text::LanguageChanged)});
     QCOMPARE(title(), QString("&File"));
     loadLanguage();
     bench.open();
-    QVERIFY(title() != "&File" && title() == langText(3));
+    QVERIFY(title() != "&File" && title() == langText(Text::MenuFile));
     // Qt's own words come along; those in the folder of languages go before Qt's.
     const auto cancel = [] { return QCoreApplication::translate("QPlatformTheme", "Cancel"); };
     QCOMPARE(cancel(), QString("Отмена"));
@@ -267,7 +269,7 @@ void TestMainWindow::languageAndHelp()
     QFile::remove(manual);
     bench.boxes.clear();
     QVERIFY(bench.play("Help"));
-    QCOMPARE(bench.boxes, QStringList{langText(482).arg(manual)});
+    QCOMPARE(bench.boxes, QStringList{langText(Text::ManualNotOpened).arg(manual)});
     QVERIFY(QFile::copy(VM_DATA_DIR "/manual.html", manual));
     QVERIFY(bench.play("Help, Help, @One, PrjOpenFolder, PrjListOpenFolder"));
     const auto pages = bench.window().findChildren<TDialogManual*>();
@@ -286,9 +288,9 @@ void TestMainWindow::startButtonAndTasks()
     appData().progNames.append("Simulator", true, sim.path(), "Simulator");
     bench.openWith("Go: delay value=1, PROG, FLASH, ident, pause, unique_id_read; R: PROG, AVR");
     const TButtonAction* execute = bench.window().button(mbExecute);
-    QCOMPARE(execute->toolTip(), langText(68));
+    QCOMPARE(execute->toolTip(), langText(Text::TipExecute));
     QVERIFY(runsTo(bench, 0, csPause));
-    QCOMPARE(execute->toolTip(), langText(69));
+    QCOMPARE(execute->toolTip(), langText(Text::TipContinue));
     QCOMPARE(bench.prj().current()->page(), TWgtConfig::PageExec);
     QCOMPARE(execute->palette().color(QPalette::Button), appData().ExecBtnColorPause);
     QVERIFY(bench.play("#1, -ExecIDProg, #5"));
@@ -302,14 +304,14 @@ void TestMainWindow::startButtonAndTasks()
     QCOMPARE(bench.table(0)->item(5, 2)->text(), read);
     QVERIFY(bench.play("PrjSave"));
     QCOMPARE(bench.fileDifference(), QString());
-    QCOMPARE(execute->toolTip(), langText(68));
+    QCOMPARE(execute->toolTip(), langText(Text::TipExecute));
     QCOMPARE(tabColor(bench, 0), appData().ExecTabColorSuccess);
-    QVERIFY(logHas(bench, 0, "Ident.*" + langText(391) + '$'));
+    QVERIFY(logHas(bench, 0, "Ident.*" + langText(Text::Done) + '$'));
 
     // A pause that is stopped by Ctrl.
     QVERIFY(runsTo(bench, 0, csPause));
     QVERIFY(runsTo(bench, 0, csDone, Qt::ControlModifier) && bench.waitIdle());
-    QVERIFY(logHas(bench, 0, langText(390) + '$'));
+    QVERIFY(logHas(bench, 0, langText(Text::StoppedByUser) + '$'));
     QCOMPARE(tabColor(bench, 0), appData().ExecTabColorStopped);
     QVERIFY(bench.play("ExecClearCfgState, #0, -ExecIDProg, #2, -ExecReset, ExecIDProg"));
     QVERIFY(logHas(bench, 0, "ID Prog\n.*Velmarkion simulator\n.*Done$"));
@@ -333,18 +335,18 @@ void TestMainWindow::runsSideBySide()
         return bench.window().button(mbExecute)->toolTip();
     };
     QVERIFY(bench.play("ExecCfg1") && becomes(1, csPause));
-    QCOMPARE(toolTip(2), langText(68));
+    QCOMPARE(toolTip(2), langText(Text::TipExecute));
     QVERIFY(bench.play("ExecCfg1"));
     QCOMPARE(states(), (QList<int>{csRun, csPause, csRun, csIdle}));
     QCOMPARE(tabColor(bench, 0), appData().ExecTabColorExecute);
     QCOMPARE(tabColor(bench, 1), appData().ExecTabColorPause);
     // The button means the configuration that is shown. There is nothing at its port.
-    QCOMPARE(toolTip(3), langText(68));
+    QCOMPARE(toolTip(3), langText(Text::TipExecute));
     QVERIFY(runsTo(bench, 3, csFailed));
     QCOMPARE(tabColor(bench, 3), appData().ExecTabColorFailed);
-    QVERIFY(logHas(bench, 3, langText(386) + ".*Port /nowhere: " + langText(393)));
-    QCOMPARE(toolTip(1), langText(69));
-    QCOMPARE(toolTip(0), langText(70));
+    QVERIFY(logHas(bench, 3, langText(Text::RunFailed) + ".*Port /nowhere: " + langText(Text::PortMissing)));
+    QCOMPARE(toolTip(1), langText(Text::TipContinue));
+    QCOMPARE(toolTip(0), langText(Text::TipStop));
     QVERIFY(runsTo(bench, 0, csDone));
     QCOMPARE(states(), (QList<int>{csDone, csPause, csRun, csFailed}));
     // The state of what runs cannot be cleared.
@@ -395,7 +397,7 @@ void TestMainWindow::closeDuringRun()
         bench.settle();
         if (commands.contains("%1")) {
             QVERIFY(bench.window().isWaitingForRuns());
-            QCOMPARE(bench.status(), langText(422));
+            QCOMPARE(bench.status(), langText(Text::WaitingForRuns));
             // While it waits the window lives.
             QVERIFY(bench.play("-ExecCfg1, ViewParamPrj"));
         }
@@ -472,7 +474,7 @@ void TestMainWindow::cancelledQuestion()
     for (const QString way : {"@Two", "PrjListReload", "PrjListLoad other.lst", "PrjDeleteCur",
                               "PrjEdit One sub.prj", "PrjNew New new", "Quit"}) {
         QVERIFY(bench.play(way));
-        QCOMPARE(bench.boxes, QStringList{langText(84).arg("One")});
+        QCOMPARE(bench.boxes, QStringList{langText(Text::AskSaveChangedPrj).arg("One")});
         QVERIFY(bench.window().isVisible() && project().isChanged());
         QCOMPARE(bench.configs() + bench.window().prjList()->nodeName(),
                  QString("A: pause stop; B: delay delayOne"));

@@ -1,8 +1,8 @@
-#include "base/TLang.h"
 #include "base/TSettings.h"
 #include "base/helpers.h"
 #include "core/model/TDataPrj.h"
 #include "settings/TAppData.h"
+#include "support/namedTexts.h"
 #include "ui/WindowBench.h"
 
 #include <QFileDialog>
@@ -11,74 +11,74 @@
 
 namespace {
 
-/// A text of the window by its number, and what is filled in: "135:Delay"; or the text's beginning.
+/// A text of the window by its name, and what is filled in: "CmdDeleted:Delay"; or the text's beginning.
 void compareTold(const WindowBench& bench, const QString& told)
 {
     const QString said = bench.boxes.isEmpty() ? bench.status() : bench.boxes.last();
     QStringList parts = told.split(':');
-    bool isNumber = false;
-    QString text = langText(parts.takeFirst().toInt(&isNumber));
+    const Text named = textNamed(parts.takeFirst());
+    QString text = langText(named);
     for (const QString& part : parts)
         text = text.arg(part);
-    QVERIFY2(isNumber ? said == text : said.startsWith(told), qPrintable(said));
+    QVERIFY2(named != Text::None ? said == text : said.startsWith(told), qPrintable(said));
 }
 
 constexpr char commandRows[] = R"(
-#0, CmdDeleteCur | A: !pause stop; B: stop | 0 | 135:Delay
-#2, CmdDeleteCur | A: delay !pause; B: stop | 1 | 135:Stop
+#0, CmdDeleteCur | A: !pause stop; B: stop | 0 | CmdDeleted:Delay
+#2, CmdDeleteCur | A: delay !pause; B: stop | 1 | CmdDeleted:Stop
 #-, -CmdDeleteCur CmdCopyOne | A: delay !pause stop; B: stop | -1
-#1, CmdDeleteSelected | A: !pause; B: stop | 0 | 138
-#1, CmdDeleteSelected | A: !pause !stop | 1 | 138 | A: !pause, delay value=0, !stop
-#0, CmdUncheckAll, CmdDeleteSelected | A: !delay !pause !stop; B: stop | 0 | 136
-#1, CmdDeleteAll | A: ; B: stop | -1 | 152:A
-#1, CmdDeleteAll | A: | -1 | 151 | A: delay value=0, stop
+#1, CmdDeleteSelected | A: !pause; B: stop | 0 | CheckedCmdsDeleted
+#1, CmdDeleteSelected | A: !pause !stop | 1 | CheckedCmdsDeleted | A: !pause, delay value=0, !stop
+#0, CmdUncheckAll, CmdDeleteSelected | A: !delay !pause !stop; B: stop | 0 | NoCheckedCmds
+#1, CmdDeleteAll | A: ; B: stop | -1 | AllCmdsOfCfgDeleted:A
+#1, CmdDeleteAll | A: | -1 | AllCmdsDeleted | A: delay value=0, stop
 #0, CmdCheckAll | A: delay pause stop; B: stop | 0
 #0, CmdMoveDown | A: !pause delay stop; B: stop | 1
 #2, CmdMoveUp | A: delay stop !pause; B: stop | 1
 #-, -CmdMoveUp CmdMoveDown | A: delay !pause stop; B: stop | -1
-#2, CmdCopyOne, #0, CmdPaste | A: delay stop !pause stop; B: stop | 1 | 132:Stop
-#0, CmdCopyOne, #2, CmdPaste | A: delay !pause stop delay; B: stop | 3 | 132:Delay
+#2, CmdCopyOne, #0, CmdPaste | A: delay stop !pause stop; B: stop | 1 | CmdPasted:Stop
+#0, CmdCopyOne, #2, CmdPaste | A: delay !pause stop delay; B: stop | 3 | CmdPasted:Delay
 #2, CmdCopyOne, #-, CmdPaste | A: stop delay !pause stop; B: stop | 0
-#0, CmdCopySelected | A: delay !pause stop; B: stop | 0 | 129
-#0, CmdUncheckAll, CmdCopySelected, -CmdPaste | A: !delay !pause !stop; B: stop | 0 | 136
-#0, CmdCopySelected, #1, CmdPaste | A: delay !pause delay stop stop; B: stop | 2 | 133
+#0, CmdCopySelected | A: delay !pause stop; B: stop | 0 | CheckedCmdsCopied
+#0, CmdUncheckAll, CmdCopySelected, -CmdPaste | A: !delay !pause !stop; B: stop | 0 | NoCheckedCmds
+#0, CmdCopySelected, #1, CmdPaste | A: delay !pause delay stop stop; B: stop | 2 | CmdsPasted
 #0, CmdNewSetProg | A: delay set_prog !pause stop; B: stop | 1
 #2, CmdNewSetProgDevice | A: delay !pause stop set_prog set_device; B: stop | 4
 #-, CmdNewSetDevice | A: delay !pause stop set_device; B: stop | 3
-#0, CmdDeleteError | A: set_prog set_device stop set_vcc; B: erase | 0 | 144:A
+#0, CmdDeleteError | A: set_prog set_device stop set_vcc; B: erase | 0 | InvalidCmdsOfCfgDeleted:A
  | A: PROG, FLASH, fuse_nothing, stop, fuse_nothing, set_vcc vcc=3.3; B: erase
-#0, CmdDeleteError | A: stop | 0 | 143 | A: stop, set_vcc vcc=3.3
-#0, CmdDeleteError | A: stop; B: erase | 0 | 140:A | A: stop; B: erase
-#3, CmdDeleteDev | A: set_prog set_device delay set_vcc set_device ident | 1 | 148:W25Q64
+#0, CmdDeleteError | A: stop | 0 | InvalidCmdsDeleted | A: stop, set_vcc vcc=3.3
+#0, CmdDeleteError | A: stop; B: erase | 0 | NoInvalidCmdsOfCfg:A | A: stop; B: erase
+#3, CmdDeleteDev | A: set_prog set_device delay set_vcc set_device ident | 1 | CmdsOfDeviceDeleted:W25Q64
  | A: PROG, FLASH, ident, delay value=0, erase, set_vcc vcc=3.3, FLASH, ident
-#2, CmdDeleteDev | A: set_prog set_device stop | 2 | 146:W25Q64 | A: PROG, FLASH, stop
-#0, CmdDeleteDev | A: set_prog set_device ident | 0 | 145:Set Device | A: PROG, FLASH, ident
-CfgNew New | A: delay !pause stop; New: ; B: stop | -1 | 118:New
+#2, CmdDeleteDev | A: set_prog set_device stop | 2 | NoCmdsOfDevice:W25Q64 | A: PROG, FLASH, stop
+#0, CmdDeleteDev | A: set_prog set_device ident | 0 | NoCmdAbove:Set Device | A: PROG, FLASH, ident
+CfgNew New | A: delay !pause stop; New: ; B: stop | -1 | CfgCreated:New
 CfgNew New, CmdNewSetProg | A: delay !pause stop; New: set_prog; B: stop | 0
 CfgNew | A: delay !pause stop; B: stop | 0
 CfgEdit R&D | R&D: delay !pause stop; B: stop | 0
-CfgCopy, CfgPasteNew New | A: delay !pause stop; New: delay !pause stop; B: stop | 0 | 123
-CfgNew New, CfgDelete | A: delay !pause stop; B: stop | 0 | 125:New
+CfgCopy, CfgPasteNew New | A: delay !pause stop; New: delay !pause stop; B: stop | 0 | CfgPasted
+CfgNew New, CfgDelete | A: delay !pause stop; B: stop | 0 | CfgDeleted:New
 )";
 
 constexpr char questionRows[] = R"(
-ProjectSave | PrjSave | 112:Main
-ProjectDeleteCur | PrjDeleteCur | 113:Main
-ProjectDeleteSubAll | PrjDeleteSubAll | 115:Main
-ConfigDeleteCur | CfgDelete | 124:A%5&
-CmdInsertProg | CmdNewSetProg | 127:Set Prog
-CmdInsertDevice | CmdNewSetDevice | 127:Set Device
-CmdInsertProgDevice | CmdNewSetProgDevice | 126:Set Prog:Set Device
-CmdPaste | CmdPaste | 131
-CmdDeleteCur | CmdDeleteCur | 134:Identification
-CmdDeleteSelected | CmdDeleteSelected | 137
-CmdDeleteError | CmdDeleteError | 142:A%5&
-CmdDeleteDev | CmdDeleteDev | 147:W25Q64
-CmdDeleteAll | CmdDeleteAll | 150:A%5&
-ProjectsListReload | PrjListReload | 95
-ExecConfig | ExecCfg1 | 385:A%5&
-ExecReset | ExecReset | 383
-Quit | Quit | 89
+ProjectSave | PrjSave | AskSavePrj:Main
+ProjectDeleteCur | PrjDeleteCur | AskDeletePrj:Main
+ProjectDeleteSubAll | PrjDeleteSubAll | AskDeleteSubPrjs:Main
+ConfigDeleteCur | CfgDelete | AskDeleteCfg:A%5&
+CmdInsertProg | CmdNewSetProg | AskInsertCmd:Set Prog
+CmdInsertDevice | CmdNewSetDevice | AskInsertCmd:Set Device
+CmdInsertProgDevice | CmdNewSetProgDevice | AskInsertTwoCmds:Set Prog:Set Device
+CmdPaste | CmdPaste | AskPasteCmds
+CmdDeleteCur | CmdDeleteCur | AskDeleteCmd:Identification
+CmdDeleteSelected | CmdDeleteSelected | AskDeleteCheckedCmds
+CmdDeleteError | CmdDeleteError | AskDeleteInvalidCmdsOfCfg:A%5&
+CmdDeleteDev | CmdDeleteDev | AskDeleteCmdsOfDevice:W25Q64
+CmdDeleteAll | CmdDeleteAll | AskDeleteAllCmdsOfCfg:A%5&
+ProjectsListReload | PrjListReload | AskReloadPrjList
+ExecConfig | ExecCfg1 | AskExecuteCfg:A%5&
+ExecReset | ExecReset | AskReset
+Quit | Quit | AskQuit
 )";
 
 constexpr char referenceRows[] = R"(
@@ -96,11 +96,11 @@ CmdMoveDown, PrjAdd Bad bad.prj, -CfgNew | One Bad Two .Sub Group | | Wrong form
 PrjNew No missing/x.prj | One Two .Sub Group | A: delay pause stop; B: delay delay | missing/x.prj
 PrjCopy, PrjPasteNew Bad two.prj | One Two .Sub Group | A: delay pause stop; B: delay delay | two.prj
 PrjCopy, PrjPasteNew Bad two.prj, @Two | One Two .Sub Group | C: jamp stop !pause
-PrjCopy, PrjPasteNewSub Copy copy | One .Copy Two .Sub Group | A: delay pause stop; B: delay delay | 111:One
-PrjEdit Uno one.prj, PrjSave | Uno Two .Sub Group | A: delay pause stop; B: delay delay | 85:Uno
+PrjCopy, PrjPasteNewSub Copy copy | One .Copy Two .Sub Group | A: delay pause stop; B: delay delay | PrjPasted:One
+PrjEdit Uno one.prj, PrjSave | Uno Two .Sub Group | A: delay pause stop; B: delay delay | PrjSaved:Uno
 PrjEdit One sub.prj | One Two .Sub Group | D: stop
-@Two, PrjDeleteSubAll | One Two Group | C: jamp stop !pause | 116:Two
-@Group, PrjDeleteCur | One Two .Sub | C: jamp stop !pause | 114:Group
+@Two, PrjDeleteSubAll | One Two Group | C: jamp stop !pause | SubPrjsDeleted:Two
+@Group, PrjDeleteCur | One Two .Sub | C: jamp stop !pause | PrjDeleted:Group
 @Two, PrjDeleteSubAll, PrjDeleteCur, PrjAdd Two two.prj | One Group Two | C: jamp stop !pause
 @Sub, PrjDeleteCur, PrjDeleteCur, PrjDeleteCur, PrjDeleteCur, -PrjDeleteCur CfgNew | |
 )";

@@ -203,7 +203,7 @@ private slots:
         QCOMPARE(log->textInteractionFlags(), Qt::NoTextInteraction);
         QTRY_VERIFY_WITH_TIMEOUT(control.isIdle(), 20000);
         const QString text = log->toPlainText();
-        QVERIFY2(text.endsWith(langText(391)), qPrintable(text));
+        QVERIFY2(text.endsWith(langText(Text::Done)), qPrintable(text));
         QVERIFY(log->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
         appData().ExecClearWindow = false;
         tab()->runBegins();

@@ -75,7 +75,7 @@ private slots:
         row(sampleList(), 0, sampleShape);
         row(sampleList(), 1, "Chips,>AVR,>>mega8,>>tiny,>Flash [W25],>>big,Other");
         row(sampleList(), 2, "+Chips,>+AVR,>>mega8,>>tiny,>+Flash [W25],>>big,Other");
-        row({}, 0, {}, langText(467));
+        row({}, 0, {}, langText(Text::FileEmpty));
         row("{ \"list\": [", 0, {});
     }
 

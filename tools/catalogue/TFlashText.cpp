@@ -1,5 +1,7 @@
 #include "TFlashText.h"
 
+#include "base/texts.h"
+
 #include <QMap>
 #include <QtAlgorithms>
 
@@ -13,7 +15,7 @@ struct Flag
 {
     const char* word;
     const char* text;
-    int warning = 0; ///< number of the text that warns where the chip is chosen
+    Text warning = Text::None; ///< what warns where the chip is chosen
 };
 
 const Flag flags[] = {
@@ -25,11 +27,12 @@ const Flag flags[] = {
     {"locked",
      "Blocks are locked after power-up: write 00 to the status register before erasing or programming."},
     {"locked98",
-     "Blocks are locked after power-up, and the program does not send the command that frees them, 98.", 460},
+     "Blocks are locked after power-up, and the program does not send the command that frees them, 98.",
+     Text::LockedNeeds98},
     {"ewsr",
      "Blocks are locked after power-up, and the write of the status register that frees them needs command "
      "50 before it, in place of 06.",
-     461},
+     Text::LockedNeeds50},
 };
 
 /// Bytes of the status registers: what the table says, else all that the commands know.
@@ -342,8 +345,8 @@ void TFlashText::remarks(TChipText& text, const TChip& chip, const QList<TChip>&
         text.info(QStringLiteral("Not served, as not known for certain: %1.")
                       .arg(absent.join(QStringLiteral(", "))));
     for (const Flag& flag : flags) {
-        if (flag.warning > 0 && row.words("flags").contains(flag.word))
-            text.line("warning", 'l', flag.warning);
+        if (flag.warning != Text::None && row.words("flags").contains(flag.word))
+            text.line("warning", 'l', int(flag.warning));
     }
     text.comments(row.text("remark"));
 }

@@ -6,12 +6,6 @@
 
 #include <QJsonArray>
 
-namespace {
-
-constexpr int textNoList = 439;
-
-} // namespace
-
 TJsonListFile::TJsonListFile(QLatin1Char lineEnd)
     : m_lineEnd(lineEnd)
 {
@@ -43,7 +37,7 @@ TJsonListFile::Result TJsonListFile::readList(const QString& file, QJsonArray& l
         return Failed;
     // A project, for instance: an empty list must not take its place.
     if (!top.value(key::list).isArray()) {
-        m_errorText = langText(textNoList);
+        m_errorText = langText(Text::NoPrjList);
         return Failed;
     }
     list = top.value(key::list).toArray();

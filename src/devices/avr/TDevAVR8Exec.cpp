@@ -13,7 +13,6 @@ constexpr quint8 opEepromRead = 5;
 constexpr quint8 opEepromWrite = 6;
 constexpr quint8 opInstruction = 7;
 
-constexpr int textWrongEcho = 404;
 constexpr int replySize = 4;
 constexpr int signatureSize = 3;
 constexpr qint64 blockSize = 0x10000;     ///< what the 16 address bits of a frame reach
@@ -145,7 +144,7 @@ bool TDevAVR8Exec::echoed(quint8 pace, const Instruction& sent, int n, QByteArra
         return false;
     for (int i = 0; i < n; ++i) {
         if (quint8(reply.at(i + 1)) != sent.bytes[i])
-            return fail(langText(textWrongEcho));
+            return fail(langText(Text::WrongEcho));
     }
     return true;
 }

@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr int textPins = 369;
-
 constexpr TCommandRow rows[] = {
     {cmd::set_clk, Shape::Clock},
     {cmd::set_addr, Shape::Pins},
@@ -94,7 +92,8 @@ TFormSpec TDev24::pinsSpec(const TData& data) const
     spec.kind = TFormSpec::Kind::Items;
     spec.value = hex(addrOf(data) & pinMask());
     spec.defaultValue = QStringLiteral("00");
-    spec.items = QStringList{QStringLiteral("frm+"), QStringLiteral("grp+|%1").arg(langText(textPins))};
+    spec.items =
+        QStringList{QStringLiteral("frm+"), QStringLiteral("grp+|%1").arg(langText(Text::GroupAddressPins))};
     for (const auto& pin : pins) {
         const bool isThere = (pinMask() & pin.bit) != 0;
         spec.items.append(QStringLiteral("ckl|%1|-|%2|-|%3||")

@@ -73,7 +73,7 @@ QString textAutoDetect(const TData& data)
     return QStringLiteral("%1: %2, %3")
         .arg(param(data, key::name).toString(),
              cmdCode().name(isFlagSet(param(data, key::execute)) ? cmd::execute : cmd::jamp),
-             langText(isFlagSet(param(data, key::stop)) ? 481 : 480));
+             langText(isFlagSet(param(data, key::stop)) ? Text::RouteStop : Text::RouteSkip));
 }
 
 void defaultReset(TData& data)

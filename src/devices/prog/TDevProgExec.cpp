@@ -155,11 +155,11 @@ bool TDevProgExec::runAutoDetect(TSerialPort* port, int& cur_cfg, int& cur_cmd)
         return false;
     const TPairStringList chips = autoSignatures(devicesFolder(), param(m_cmdData, key::name).toString());
     const QString chip = QStringLiteral("%1 (%2)").arg(chips.value(id), id);
-    emit signalEventText(ceText, langText(401).arg(chip));
+    emit signalEventText(ceText, langText(Text::DeviceFound).arg(chip));
     const int cfg = routeOf(param(m_cmdData, key::route).toString(), id);
     if (cfg >= 0)
         return takeRoute(port, cfg, cur_cfg, cur_cmd);
-    const QString noRoute = langText(402).arg(chip);
+    const QString noRoute = langText(Text::RouteMissing).arg(chip);
     if (stops)
         return fail(noRoute);
     emit signalEventText(ceText, noRoute);
@@ -185,17 +185,17 @@ bool TDevProgExec::detectChip(TSerialPort* port, const IDevice& family, bool sto
 bool TDevProgExec::takeRoute(TSerialPort* port, int cfg, int& cur_cfg, int& cur_cmd)
 {
     if (!project().cfgById(cfg))
-        return fail(langText(397));
+        return fail(langText(Text::CfgMissing));
     // The configuration opens its own link with its set_prog.
     port->close();
     const QString name = project().cfgName(cfg);
     if (isFlagSet(param(m_cmdData, key::execute))) {
-        emit signalEventText(ceText, langText(403).arg(name));
+        emit signalEventText(ceText, langText(Text::CfgStarted).arg(name));
         emit signalExecuteFromCmd(cfg);
         return true;
     }
     cur_cfg = cfg;
     cur_cmd = -1;
-    emit signalEventText(ceWork, QStringLiteral("\n--> %1 \"%2\"").arg(langText(394), name));
+    emit signalEventText(ceWork, QStringLiteral("\n--> %1 \"%2\"").arg(langText(Text::JumpToCfg), name));
     return true;
 }

@@ -13,7 +13,6 @@
 
 namespace {
 
-constexpr int textPortClosed = 392;
 /// A stop must not wait for more slow pieces than the one that is being worked on.
 constexpr qint64 longestBlind = 100; // ms
 
@@ -60,7 +59,7 @@ void IDeviceExec::slotStop()
 
 bool IDeviceExec::portGuard(const TSerialPort* port)
 {
-    return port->isOpen() || fail(langText(textPortClosed));
+    return port->isOpen() || fail(langText(Text::PortNotOpen));
 }
 
 bool IDeviceExec::sendChecked(TSerialPort* port, quint8 opcode, QByteArray& payload)

@@ -25,12 +25,6 @@ constexpr char source[] = "devices/TFamilyExec";
 constexpr quint8 opLeave = 1;
 constexpr quint8 opSetClock = 2;
 constexpr quint8 erasedByte = 0xFF;
-constexpr int textMissingSize = 424;
-constexpr int textOutside = 425;
-constexpr int textNotReplaced = 441;
-constexpr int textHoldsPart = 442;
-constexpr int textSegments = 443;
-constexpr int textEmptyRange = 491;
 
 /// base + offset, held at the largest number: addresses of a hand-edited project may be anything.
 qint64 addHeld(qint64 base, qint64 offset)
@@ -140,12 +134,12 @@ bool TFamilyExec::request(quint8 opcode, const QByteArray& payload, QByteArray& 
 
 bool TFamilyExec::failMissingSize()
 {
-    return fail(langText(textMissingSize));
+    return fail(langText(Text::SizeMissing));
 }
 
 bool TFamilyExec::failOutside()
 {
-    return fail(langText(textOutside));
+    return fail(langText(Text::AddrOutsideDevice));
 }
 
 bool TFamilyExec::setClock()
@@ -408,9 +402,10 @@ bool TFamilyExec::closeRead(TFormat& file, const FileRange& range, qint64 next, 
     }
     if (!isWhole || !good) {
         const bool isUntouched = file.isReplacing() || next == range.first;
-        tell({langText(isUntouched ? textNotReplaced : textHoldsPart).arg(param(key::file).toString())});
+        tell({langText(isUntouched ? Text::FileUntouched : Text::FileHoldsPart)
+                  .arg(param(key::file).toString())});
     } else if (file.hasSegments()) {
-        tell({langText(textSegments)});
+        tell({langText(Text::HexSegments)});
     }
     return good;
 }
@@ -418,7 +413,7 @@ bool TFamilyExec::closeRead(TFormat& file, const FileRange& range, qint64 next, 
 void TFamilyExec::tellIfEmpty(qint64 first, qint64 last)
 {
     if (first > last)
-        tell({langText(textEmptyRange)});
+        tell({langText(Text::RangeEmpty)});
 }
 
 void TFamilyExec::tell(const QStringList& remarks)

@@ -3,14 +3,6 @@
 #include "base/TLang.h"
 #include "misc/TNormCmdParam.h"
 
-namespace {
-
-constexpr int textNoFileData = 427;
-constexpr int textLeftOut = 440;
-constexpr int textEndsEarly = 490;
-
-} // namespace
-
 void TFileTally::take(qint64 addr, qint64 n)
 {
     if (n < 1)
@@ -24,12 +16,13 @@ void TFileTally::take(qint64 addr, qint64 n)
 QStringList TFileTally::remarks(const QString& file) const
 {
     if (!hasTaken())
-        return {langText(textNoFileData).arg(file)};
+        return {langText(Text::FileNoData).arg(file)};
     QStringList lines;
     if (m_left > 0)
-        lines.append(langText(textLeftOut)
+        lines.append(langText(Text::FileLeftOut)
                          .arg(QString::number(m_taken), hex(m_first), hex(m_last), QString::number(m_left)));
     if (m_wanted > m_last)
-        lines.append(langText(textEndsEarly).arg(file, QString::number(m_wanted - m_last), hex(m_last + 1)));
+        lines.append(
+            langText(Text::FileEndsEarly).arg(file, QString::number(m_wanted - m_last), hex(m_last + 1)));
     return lines;
 }

@@ -6,11 +6,7 @@
 QStringList deviceWarnings(const TData& description)
 {
     QStringList lines = description.value(key::warning).toStringList();
-    for (QString& line : lines) {
-        bool isNumber = false;
-        const int number = line.toInt(&isNumber);
-        if (isNumber)
-            line = langText(number);
-    }
+    for (QString& line : lines)
+        line = wordsOrText(line);
     return lines;
 }

@@ -6,7 +6,6 @@
 
 QString signatureName(const QString& folder, const QString& id)
 {
-    constexpr int textUnknown = 400;
     const TPairStringList chips = TPairStringList::fromFile(absFile(folder, QStringLiteral("signature.lst")));
-    return chips.contains(id) ? chips.value(id) : langText(textUnknown);
+    return chips.contains(id) ? chips.value(id) : langText(Text::DeviceUnknown);
 }

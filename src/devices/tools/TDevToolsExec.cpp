@@ -41,15 +41,15 @@ QString processText(const QString& line, const TProcessEnd& end)
 {
     switch (end.kind) {
     case TProcessEnd::Kind::NotStarted:
-        return langText(453).arg(line, end.reason);
+        return langText(Text::ProcessNotStarted).arg(line, end.reason);
     case TProcessEnd::Kind::Code:
-        return langText(454).arg(line, QString::number(end.code));
+        return langText(Text::ProcessCode).arg(line, QString::number(end.code));
     case TProcessEnd::Kind::Crashed:
-        return langText(455).arg(line);
+        return langText(Text::ProcessCrashed).arg(line);
     case TProcessEnd::Kind::GivenUp:
-        return langText(456).arg(line, QString::number(longestProcess / 1000));
+        return langText(Text::ProcessGivenUp).arg(line, QString::number(longestProcess / 1000));
     case TProcessEnd::Kind::Stopped:
-        return langText(457).arg(line);
+        return langText(Text::ProcessStopped).arg(line);
     case TProcessEnd::Kind::Good:
         break;
     }
@@ -152,7 +152,8 @@ bool TDevToolsExec::runJamp(Run& run)
     });
     if (found && run.cur_cfg != oldCfg)
         emit signalEventText(
-            ceWork, QStringLiteral("\n--> %1 \"%2\"").arg(langText(394), project().cfgName(run.cur_cfg)));
+            ceWork,
+            QStringLiteral("\n--> %1 \"%2\"").arg(langText(Text::JumpToCfg), project().cfgName(run.cur_cfg)));
     return found;
 }
 
@@ -195,7 +196,7 @@ bool TDevToolsExec::runCounter(Run& run)
     if (!found)
         return false;
     if (count == Count::OutOfRange)
-        return fail(langText(395));
+        return fail(langText(Text::CounterOutOfRange));
     if (count == Count::Arrived)
         run.exit = true;
     return true;
@@ -251,7 +252,7 @@ bool TDevToolsExec::runPause(Run&)
     m_pause = true;
     emit signalPauseFromCmd(param(m_cmdData, key::id_cfg).toInt());
     processEvents();
-    emit signalEventText(ceWork, langText(396));
+    emit signalEventText(ceWork, langText(Text::Pausing));
     while (m_pause && !m_stopRequested) {
         QThread::msleep(pausePoll);
         processEvents();
@@ -269,7 +270,7 @@ bool TDevToolsExec::runExecute(Run&)
 {
     const int cfg = referenceId(param(m_cmdData, key::cfg));
     if (!project().cfgById(cfg))
-        return fail(langText(397));
+        return fail(langText(Text::CfgMissing));
     emit signalExecuteFromCmd(cfg);
     return true;
 }
@@ -283,12 +284,12 @@ bool TDevToolsExec::runSetProg(Run& run)
         return false;
     const TProg* prog = command->prog();
     if (!prog)
-        return fail(langText(398));
+        return fail(langText(Text::ProgDescriptionMissing));
     int interfaceId = 0;
     if (!openPort(run.port, *prog) || !identify(run.port, interfaceId))
         return false;
     const int wanted = prog->interfaceId() & 0xFFFF;
-    return wanted == 0 || wanted == interfaceId || fail(langText(399));
+    return wanted == 0 || wanted == interfaceId || fail(langText(Text::ProgMismatch));
 }
 
 bool TDevToolsExec::openPort(TSerialPort* port, const TProg& prog)

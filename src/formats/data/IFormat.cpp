@@ -6,7 +6,6 @@
 
 namespace {
 
-constexpr int textDiskFull = 445;
 /// What is gathered for a new file before it is written: pieces of a chip are small, and each write of one
 /// costs as much as its bytes.
 constexpr int blockSize = 0x40000;
@@ -34,13 +33,13 @@ bool IFormat::fail(const QString& reason)
 bool IFormat::failDevice()
 {
     const QString reason = m_out->errorString();
-    return fail(m_out->error() == QFileDevice::ResourceError ? langText(textDiskFull).arg(reason) : reason);
+    return fail(m_out->error() == QFileDevice::ResourceError ? langText(Text::DiskFull).arg(reason) : reason);
 }
 
 bool IFormat::openFile(QIODevice::OpenMode how, QString& reason)
 {
     if (platform::isPipe(m_file.fileName())) {
-        reason = langText(platform::textIsPipe);
+        reason = langText(Text::PipeNotPlain);
         return false;
     }
     if (m_file.open(how))
@@ -80,7 +79,7 @@ bool IFormat::awaitReader()
             return true;
         m_isGivenUp = m_giveUp && m_giveUp();
     }
-    return fail(langText(platform::textNobodyReads));
+    return fail(langText(Text::PipeNobodyReads));
 }
 
 bool IFormat::put(const QByteArray& bytes)

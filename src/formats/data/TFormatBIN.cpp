@@ -3,12 +3,6 @@
 #include "base/TLang.h"
 #include "base/chunkSize.h"
 
-namespace {
-
-constexpr int textNoSeek = 446;
-
-} // namespace
-
 TFormatBIN::TFormatBIN(const QString& format, const QString& file, qint64 addrFile, qint64 addrDevice,
                        qint64 addrEnd, qint64 chunk)
     : IFormat(file)
@@ -31,12 +25,12 @@ bool TFormatBIN::open(int mode)
                    : openNew(reason);
     } else {
         if (!m_file.exists())
-            return fail(langText(417).arg(QString()));
+            return fail(langText(Text::FileNotFound).arg(QString()));
         if (m_addrFile > m_file.size())
-            return fail(langText(418));
+            return fail(langText(Text::FileAddrBeyondEnd));
         good = openFile(QIODevice::ReadOnly, reason);
     }
-    return good || fail(langText(419).arg(reason));
+    return good || fail(langText(Text::FileNotOpened).arg(reason));
 }
 
 bool TFormatBIN::seekTo(qint64 place)
@@ -45,7 +39,7 @@ bool TFormatBIN::seekTo(qint64 place)
     if (m_place == place)
         return true;
     if (m_out->isSequential())
-        return fail(langText(textNoSeek));
+        return fail(langText(Text::FileOnlyInOrder));
     if (isReplacing() && !putBlock())
         return false;
     if (!m_out->seek(place))
@@ -66,7 +60,7 @@ bool TFormatBIN::read(qint64& addr, QByteArray& data)
 {
     data.clear();
     if (m_chunk < 1)
-        return fail(langText(424));
+        return fail(langText(Text::SizeMissing));
     m_curDevice = addr;
     const qint64 n = chunkSize(m_curDevice, m_addrEnd, m_chunk);
     if (n == 0)

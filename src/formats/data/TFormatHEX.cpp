@@ -6,7 +6,6 @@
 
 namespace {
 
-constexpr int textPlace = 444;
 constexpr qint64 recordSize = 16;
 constexpr qint64 bankSize = 0x10000; // what the offset of one record can reach
 constexpr qint64 addressLimit = 0x100000000;
@@ -51,11 +50,11 @@ bool TFormatHEX::open(int mode)
 bool TFormatHEX::openRead()
 {
     if (!m_file.exists())
-        return fail(langText(417).arg(QString()));
+        return fail(langText(Text::FileNotFound).arg(QString()));
     // Lines are cut and blocks are kept by m_lines, so a second buffer would only cost a copy.
     QString reason;
     if (!openFile(QIODevice::ReadOnly | QIODevice::Unbuffered, reason))
-        return fail(langText(417).arg(reason));
+        return fail(langText(Text::FileNotFound).arg(reason));
     // Two digits make a byte, so the file itself bounds what can come; the last record may go beyond.
     const qint64 most = qMin(m_chunk, m_file.size() / 2) + THexRecord::maxBytes;
     m_most = static_cast<int>(qMin(most, pieceLimit));
@@ -70,7 +69,7 @@ bool TFormatHEX::openWrite()
         m_extType = THexRecord::SegmentAddress;
     QString reason;
     if (!openNew(reason))
-        return fail(langText(417).arg(reason));
+        return fail(langText(Text::FileNotFound).arg(reason));
     if (m_extType == 0)
         return true;
     QByteArray out;
@@ -120,7 +119,7 @@ bool TFormatHEX::write(qint64 addr, const QByteArray& data)
     if (data.isEmpty())
         return true;
     if (addr < 0 || addr > addressLimit - data.size())
-        return fail(langText(425));
+        return fail(langText(Text::AddrOutsideDevice));
     QByteArray out;
     out.reserve(static_cast<int>((data.size() / recordSize + 4) * lineSize));
     appendPending(out);
@@ -147,7 +146,7 @@ bool TFormatHEX::read(qint64& addr, QByteArray& data)
 {
     data.clear();
     if (m_chunk < 1)
-        return fail(langText(424));
+        return fail(langText(Text::SizeMissing));
     if (m_pending.isEmpty())
         m_pending.reserve(m_most);
     if (!gather(addr))
@@ -187,7 +186,8 @@ bool TFormatHEX::gather(qint64 want)
 
 bool TFormatHEX::failLine()
 {
-    return fail(langText(textPlace).arg(langText(420), m_file.fileName(), QString::number(m_lines.number())));
+    return fail(langText(Text::FilePlace)
+                    .arg(langText(Text::HexWrongLine), m_file.fileName(), QString::number(m_lines.number())));
 }
 
 TFormatHEX::Step TFormatHEX::takeRecord(const THexRecord& record, qint64 want)

@@ -27,9 +27,9 @@ TFormDevEraseBlocks::TFormDevEraseBlocks(const TData& params, const QList<int>& 
         m_size->addItem(textSize(size), textSize(size));
     TFormDevEraseBlocks::showParams();
     QFormLayout* rows = formRows(this);
-    rows->addRow(langText(470), m_size);
-    rows->addRow(langText(471), m_begin);
-    rows->addRow(langText(472), m_count);
+    rows->addRow(langText(Text::LabelBlockSize), m_size);
+    rows->addRow(langText(Text::LabelBlockFirst), m_begin);
+    rows->addRow(langText(Text::LabelBlockCount), m_count);
     connect(m_size, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &TFormDevEraseBlocks::slotChanged);
     connect(m_begin, &TWgtEditDecDef::valueChanged, this, &TFormDevEraseBlocks::slotChanged);

@@ -47,7 +47,7 @@ void TFormDevLeave::addPulse(const Pulse& pulse)
     const int low = pulse.isPositive ? pulse.min : -pulse.max;
     const int high = pulse.isPositive ? pulse.max : -pulse.min;
     const int usual = pulse.isPositive ? qAbs(pulse.usual) : -qAbs(pulse.usual);
-    m_reset = new QCheckBox(langText(473));
+    m_reset = new QCheckBox(langText(Text::LabelReset));
     m_reset->setChecked(param(key::reset).toBool());
     m_duration = new TWgtEditDecDef(0);
     m_duration->setRange(low, high);

@@ -7,10 +7,6 @@
 
 #include <QFormLayout>
 
-namespace {
-enum Text { textAddr = 370, textCount = 371, textFill = 372 };
-}
-
 TFormDevRWVChar::TFormDevRWVChar(const TData& params)
     : TFormCommand(params, {key::addr_device, key::count, key::fill_char})
     , m_addr(new TWgtEditHexDec64(0))
@@ -18,9 +14,9 @@ TFormDevRWVChar::TFormDevRWVChar(const TData& params)
     , m_fill(new TWgtEditHexDec64(0))
 {
     QFormLayout* rows = formRows(this);
-    rows->addRow(langText(textAddr), m_addr);
-    rows->addRow(langText(textCount), m_count);
-    rows->addRow(langText(textFill), m_fill);
+    rows->addRow(langText(Text::LabelCharAddr), m_addr);
+    rows->addRow(langText(Text::LabelCharCount), m_count);
+    rows->addRow(langText(Text::LabelCharFill), m_fill);
     m_fill->setRange(0, 255);
     TFormDevRWVChar::showParams();
     connect(m_addr, &TWgtEditHexDec64::valueChanged, this, &TFormDevRWVChar::changedAddr);

@@ -19,8 +19,6 @@
 
 namespace {
 
-enum Text { textAddr = 373, textBytes = 374, textResult = 375 };
-
 constexpr int bytesInLine = 8;
 
 /// The digits of a text; a stored one may hold white space of any kind.
@@ -43,7 +41,7 @@ QString inPairs(const QString& digits)
     for (int i = 0; i < digits.size(); i += 2) {
         if (i > 0)
             text.append(QLatin1Char(' '));
-        text.append(digits.midRef(i, 2));
+        text.append(digits.mid(i, 2));
     }
     return text;
 }
@@ -75,15 +73,15 @@ TFormDevRWVData::TFormDevRWVData(const TData& params)
     // What is stored must come back whole from the line, however long it is.
     m_bytes->lineEdit()->setMaxLength(std::numeric_limits<int>::max());
     QFormLayout* rows = formRows(this);
-    rows->addRow(langText(textAddr), m_addr);
-    rows->addRow(langText(textBytes), m_bytes);
+    rows->addRow(langText(Text::LabelDataAddr), m_addr);
+    rows->addRow(langText(Text::LabelDataBytes), m_bytes);
     if (params.value(key::cmd).toString().contains(QLatin1String("read"))) {
         m_result = new QPlainTextEdit;
         m_result->setReadOnly(true);
         new TTextKeys(m_result);
         m_result->setLineWrapMode(QPlainTextEdit::NoWrap);
         m_result->setFont(fixed);
-        rows->addRow(langText(textResult), m_result);
+        rows->addRow(langText(Text::LabelDataRead), m_result);
     }
     TFormDevRWVData::showParams();
     connect(m_addr, &TWgtEditHexDec64::valueChanged, this, &TFormDevRWVData::slotChanged);

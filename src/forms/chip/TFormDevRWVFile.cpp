@@ -16,16 +16,6 @@
 
 namespace {
 
-enum Text {
-    labelTitle = 337,
-    labelBrowse = 338,
-    labelFile = 376,
-    labelFormat = 377,
-    labelAddrFile = 378,
-    labelAddrDevice = 379,
-    labelCount = 380
-};
-
 /// Intel HEX carries its own addresses, of 32 bits.
 constexpr qint64 greatestHexAddress = 0xFFFFFFFF;
 
@@ -42,8 +32,8 @@ TFormDevRWVFile::TFormDevRWVFile(const TData& params)
     const bool isRead = params.value(key::cmd).toString().contains(QLatin1String("read"));
     m_file->setPurpose(isRead ? TWgtEditFileName::Save : TWgtEditFileName::Open);
     m_file->setFilter(dataFileFilter());
-    m_file->setTitle(langText(labelTitle));
-    m_file->setButtonTip(langText(labelBrowse));
+    m_file->setTitle(langText(Text::SelectDataFile));
+    m_file->setButtonTip(langText(Text::TipBrowseDataFile));
     m_format->addItems(TFormat::formatList());
     addRows();
     TFormDevRWVFile::showParams();
@@ -58,11 +48,11 @@ TFormDevRWVFile::TFormDevRWVFile(const TData& params)
 void TFormDevRWVFile::addRows()
 {
     QFormLayout* rows = formRows(this);
-    rows->addRow(langText(labelFile), m_file);
-    rows->addRow(langText(labelFormat), m_format);
-    rows->addRow(langText(labelAddrFile), m_addrFile);
-    rows->addRow(langText(labelAddrDevice), m_addrDevice);
-    rows->addRow(langText(labelCount), m_count);
+    rows->addRow(langText(Text::LabelFile), m_file);
+    rows->addRow(langText(Text::LabelFileFormat), m_format);
+    rows->addRow(langText(Text::LabelAddrFile), m_addrFile);
+    rows->addRow(langText(Text::LabelAddrDevice), m_addrDevice);
+    rows->addRow(langText(Text::LabelFileCount), m_count);
 }
 
 void TFormDevRWVFile::setBaseFolder(const QString& folder)

@@ -9,10 +9,6 @@
 #include <QFormLayout>
 #include <QSignalBlocker>
 
-namespace {
-enum Text { textList = 381, textEdit = 382 };
-}
-
 TFormDevSetCLK::TFormDevSetCLK(const TData& params, const QVector<int>& list, int min, int max)
     : TFormCommand(params, {key::clk})
     , m_box(new TComboBox(this))
@@ -28,9 +24,9 @@ TFormDevSetCLK::TFormDevSetCLK(const TData& params, const QVector<int>& list, in
     TFormDevSetCLK::showParams();
     QFormLayout* rows = formRows(this);
     if (m_hasList)
-        rows->addRow(langText(textList), m_box);
+        rows->addRow(langText(Text::LabelClock), m_box);
     else
-        rows->addRow(langText(textEdit), m_edit);
+        rows->addRow(langText(Text::LabelClockHz), m_edit);
     m_box->setVisible(m_hasList);
     m_edit->setVisible(!m_hasList);
     connect(m_box, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &TFormDevSetCLK::slotChanged);

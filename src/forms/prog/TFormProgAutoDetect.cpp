@@ -60,20 +60,21 @@ TFormProgAutoDetect::TFormProgAutoDetect(const TData& params)
     : TFormCommand(params, {key::name, key::route, key::execute, key::stop})
 {
     QFormLayout* rows = formRows(nullptr);
-    const TNameLine line = addNameLine(rows, langText(348), langText(349));
+    const TNameLine line = addNameLine(rows, langText(Text::LabelFamily), langText(Text::SelectFamily));
     m_family = line.edit;
     m_select = line.button;
     m_execute = modeBox({cmdCode().name(cmd::jamp), cmdCode().name(cmd::execute)});
-    m_exist = modeBox({langText(480), langText(481)});
-    rows->addRow(langText(350), m_execute);
-    rows->addRow(langText(351), m_exist);
+    m_exist = modeBox({langText(Text::RouteSkip), langText(Text::RouteStop)});
+    rows->addRow(langText(Text::LabelRouteBy), m_execute);
+    rows->addRow(langText(Text::LabelWithoutRoute), m_exist);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
     layout->addLayout(rows);
-    layout->addWidget(new QLabel(langText(354), this));
+    layout->addWidget(new QLabel(langText(Text::TitleRoutes), this));
     layout->addLayout(routeTable());
-    m_view = new TWgtDeviceView(langText(356), langText(355), ruleLength, this);
+    m_view = new TWgtDeviceView(langText(Text::LabelFamilyRemarks), langText(Text::LabelFamilyPins),
+                                ruleLength, this);
     layout->addWidget(m_view);
     TFormProgAutoDetect::showParams();
     connectAll();
@@ -95,7 +96,7 @@ QComboBox* TFormProgAutoDetect::modeBox(const QStringList& texts)
 QLayout* TFormProgAutoDetect::routeTable()
 {
     m_routes = new QTableWidget(0, ColumnCount, this);
-    m_routes->setHorizontalHeaderLabels({langText(352), langText(353)});
+    m_routes->setHorizontalHeaderLabels({langText(Text::HeaderRouteDevice), langText(Text::HeaderRouteCfg)});
     m_routes->horizontalHeader()->setStretchLastSection(true);
     m_routes->horizontalHeader()->setHighlightSections(false);
     m_routes->setColumnWidth(ColumnChip, appData().WindowMainCmdAutoColumnDeviceWidth);
@@ -131,16 +132,16 @@ void TFormProgAutoDetect::makeActions()
 {
     static constexpr struct
     {
-        int text;
+        Text text;
         const char* hotKey;
         const char* sign;
         void (TFormProgAutoDetect::*slot)();
     } rows[ActionCount] = {
-        {227, "HotKeyCmdAutoDetect/Add", "+", &TFormProgAutoDetect::slotAdd},
-        {228, "HotKeyCmdAutoDetect/Edit", "…", &TFormProgAutoDetect::slotEdit},
-        {229, "HotKeyCmdAutoDetect/Delete", "−", &TFormProgAutoDetect::slotDelete},
-        {230, "HotKeyCmdAutoDetect/MoveUp", "↑", &TFormProgAutoDetect::slotMoveUp},
-        {231, "HotKeyCmdAutoDetect/MoveDown", "↓", &TFormProgAutoDetect::slotMoveDown},
+        {Text::ActionRouteAdd, "HotKeyCmdAutoDetect/Add", "+", &TFormProgAutoDetect::slotAdd},
+        {Text::ActionRouteEdit, "HotKeyCmdAutoDetect/Edit", "…", &TFormProgAutoDetect::slotEdit},
+        {Text::ActionRouteDelete, "HotKeyCmdAutoDetect/Delete", "−", &TFormProgAutoDetect::slotDelete},
+        {Text::ActionRouteMoveUp, "HotKeyCmdAutoDetect/MoveUp", "↑", &TFormProgAutoDetect::slotMoveUp},
+        {Text::ActionRouteMoveDown, "HotKeyCmdAutoDetect/MoveDown", "↓", &TFormProgAutoDetect::slotMoveDown},
     };
     for (const auto& row : rows) {
         const QString text = langText(row.text);
@@ -261,7 +262,8 @@ void TFormProgAutoDetect::slotDelete()
     if (row < 0)
         return;
     const QPointer<TFormProgAutoDetect> self(this);
-    if (!formHost() || !formHost()->ask(langText(361), window()) || !self || row >= m_routes->rowCount())
+    if (!formHost() || !formHost()->ask(langText(Text::AskDeleteRoute), window()) || !self ||
+        row >= m_routes->rowCount())
         return;
     m_routes->removeRow(row);
     storeRoutes(qMin(row, m_routes->rowCount() - 1));

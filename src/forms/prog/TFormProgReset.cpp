@@ -14,7 +14,7 @@ TFormProgReset::TFormProgReset(const TData& params, int min, int max, int defaul
     m_edit->setDefaultValue(defaultValue);
     m_edit->setRangeText(QStringLiteral("%1..%2, %3..%4 ms").arg(-min).arg(-max).arg(min).arg(max));
     m_edit->setDefaultText(QStringLiteral("Default: %1 ms").arg(defaultValue));
-    formRows(this)->addRow(langText(473), m_edit);
+    formRows(this)->addRow(langText(Text::LabelReset), m_edit);
     TFormProgReset::showParams();
     connect(m_edit, &TWgtEditDec2Def::valueChanged, this, &TFormProgReset::slotChanged);
 }

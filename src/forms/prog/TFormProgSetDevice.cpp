@@ -26,10 +26,11 @@ TFormProgSetDevice::TFormProgSetDevice(const TData& params)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
     QFormLayout* rows = formRows(nullptr);
-    const TNameLine line = addNameLine(rows, langText(362), langText(363));
+    const TNameLine line = addNameLine(rows, langText(Text::LabelDevice), langText(Text::SelectDevice));
     m_name = line.edit;
     layout->addLayout(rows);
-    m_view = new TWgtDeviceView(langText(366), langText(367), ruleLength, this);
+    m_view = new TWgtDeviceView(langText(Text::LabelDeviceInfo), langText(Text::LabelDevicePins), ruleLength,
+                                this);
     layout->addWidget(m_view, 1);
     TFormProgSetDevice::showParams();
     connect(line.button, &QPushButton::clicked, this, &TFormProgSetDevice::slotBtnSelectDevice);

@@ -25,8 +25,8 @@ QString percentText(int value)
 TFormProgSetFreq::TFormProgSetFreq(const TData& params, const TProg& prog)
     : TFormCommand(params, {key::freq, key::duty_cycle})
 {
-    TValue freq{key::freq, langText(364), {}, {}, 0, 0, 0};
-    TValue duty{key::duty_cycle, langText(365), {}, {}, 0, 0, 0};
+    TValue freq{key::freq, langText(Text::LabelFreq), {}, {}, 0, 0, 0};
+    TValue duty{key::duty_cycle, langText(Text::LabelDutyCycle), {}, {}, 0, 0, 0};
     bool isFreqList = false;
     bool isDutyList = false;
     QVector<int> freqs;

@@ -10,12 +10,12 @@
 
 namespace {
 
-TSupplyValue volts(const QString& key, int label, double min, double max, double defaultValue)
+TSupplyValue volts(const QString& key, Text label, double min, double max, double defaultValue)
 {
     return {key, langText(label), QStringLiteral("V"), 1, min, max, defaultValue};
 }
 
-TSupplyValue milliamperes(const QString& key, int label, double min, double max, double defaultValue)
+TSupplyValue milliamperes(const QString& key, Text label, double min, double max, double defaultValue)
 {
     return {key, langText(label), QStringLiteral("mA"), 3, min, max, defaultValue};
 }
@@ -64,7 +64,7 @@ void TFormProgSupply::addValue(QFormLayout* layout, const TSupplyValue& value)
 void TFormProgSupply::addProtection(QFormLayout* layout)
 {
     m_protection = new QCheckBox(this);
-    layout->addRow(langText(487), m_protection);
+    layout->addRow(langText(Text::LabelOcp), m_protection);
     connect(m_protection, &QCheckBox::stateChanged, this, [this](int state) {
         setParam(key::ocp, state != Qt::Unchecked);
         slotChanged();
@@ -87,25 +87,25 @@ void TFormProgSupply::slotChanged()
 }
 
 TFormProgSetVCC::TFormProgSetVCC(const TData& params, double min, double max, double defaultValue)
-    : TFormProgSupply(params, {volts(key::vcc, 483, min, max, defaultValue)})
+    : TFormProgSupply(params, {volts(key::vcc, Text::LabelVcc, min, max, defaultValue)})
 {
 }
 
 TFormProgSetVPP::TFormProgSetVPP(const TData& params, double min, double max, double defaultValue)
-    : TFormProgSupply(params, {volts(key::vpp, 484, min, max, defaultValue)})
+    : TFormProgSupply(params, {volts(key::vpp, Text::LabelVpp, min, max, defaultValue)})
 {
 }
 
 TFormProgSetVICC::TFormProgSetVICC(const TData& params, double vccMin, double vccMax, double vccDefault,
                                    double iccMin, double iccMax, double iccDefault)
-    : TFormProgSupply(params, {volts(key::vcc, 483, vccMin, vccMax, vccDefault),
-                               milliamperes(key::icc, 485, iccMin, iccMax, iccDefault)})
+    : TFormProgSupply(params, {volts(key::vcc, Text::LabelVcc, vccMin, vccMax, vccDefault),
+                               milliamperes(key::icc, Text::LabelIcc, iccMin, iccMax, iccDefault)})
 {
 }
 
 TFormProgSetVIPP::TFormProgSetVIPP(const TData& params, double vppMin, double vppMax, double vppDefault,
                                    double ippMin, double ippMax, double ippDefault)
-    : TFormProgSupply(params, {volts(key::vpp, 484, vppMin, vppMax, vppDefault),
-                               milliamperes(key::ipp, 486, ippMin, ippMax, ippDefault)})
+    : TFormProgSupply(params, {volts(key::vpp, Text::LabelVpp, vppMin, vppMax, vppDefault),
+                               milliamperes(key::ipp, Text::LabelIpp, ippMin, ippMax, ippDefault)})
 {
 }

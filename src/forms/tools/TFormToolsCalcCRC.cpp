@@ -37,17 +37,17 @@ TFormToolsCalcCRC::TFormToolsCalcCRC(const TData& params)
     : TFormCommand(params, {key::crc_name, key::format, key::file, key::addr, key::count, key::fill})
 {
     QFormLayout* layout = formRows(this);
-    addTitle(layout, langText(342));
-    m_name = addBox(layout, 334, key::crc_name, crcNames());
-    m_format = addBox(layout, 335, key::format, TFormat::formatList());
+    addTitle(layout, langText(Text::TitleCrc));
+    m_name = addBox(layout, Text::LabelCrcName, key::crc_name, crcNames());
+    m_format = addBox(layout, Text::LabelCrcFormat, key::format, TFormat::formatList());
     m_file = addFile(layout);
-    m_addr = addNumber(layout, 339, key::addr);
-    m_count = addNumber(layout, 340, key::count);
+    m_addr = addNumber(layout, Text::LabelCrcAddr, key::addr);
+    m_count = addNumber(layout, Text::LabelCrcCount, key::count);
     m_fill = addFill(layout);
     TFormToolsCalcCRC::showParams();
 }
 
-TComboBox* TFormToolsCalcCRC::addBox(QFormLayout* layout, int label, const QString& key,
+TComboBox* TFormToolsCalcCRC::addBox(QFormLayout* layout, Text label, const QString& key,
                                      const QStringList& choice)
 {
     auto* box = new TComboBox(this);
@@ -67,16 +67,16 @@ TWgtEditFileName* TFormToolsCalcCRC::addFile(QFormLayout* layout)
 {
     auto* edit = new TWgtEditFileName(QString(), this);
     edit->setBaseFolder(project().workPath());
-    edit->setTitle(langText(337));
+    edit->setTitle(langText(Text::SelectDataFile));
     edit->setFilter(dataFileFilter());
-    edit->setButtonTip(langText(338));
-    layout->addRow(langText(336), edit);
+    edit->setButtonTip(langText(Text::TipBrowseDataFile));
+    layout->addRow(langText(Text::LabelCrcFile), edit);
     connect(edit, &TWgtEditFileName::signalChanged, this,
             [this](const QString& file) { enter(key::file, file); });
     return edit;
 }
 
-TWgtEditHexDec64* TFormToolsCalcCRC::addNumber(QFormLayout* layout, int label, const QString& key)
+TWgtEditHexDec64* TFormToolsCalcCRC::addNumber(QFormLayout* layout, Text label, const QString& key)
 {
     auto* edit = new TWgtEditHexDec64(0, this);
     edit->setRange(0, std::numeric_limits<qlonglong>::max());
@@ -91,7 +91,7 @@ TWgtEditHexDec* TFormToolsCalcCRC::addFill(QFormLayout* layout)
     auto* edit = new TWgtEditHexDec(0, this);
     edit->setRange(0, std::numeric_limits<quint8>::max());
     edit->setDefaultValue(erased);
-    layout->addRow(langText(341), edit);
+    layout->addRow(langText(Text::LabelCrcFill), edit);
     connect(edit, &TWgtEditHexDec::valueChanged, this, [this](int value) { enter(key::fill, value); });
     return edit;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/texts.h"
 #include "forms/TFormCommand.h"
 
 class QFormLayout;
@@ -21,9 +22,9 @@ public slots:
 
 private:
     void showParams() override;
-    TComboBox* addBox(QFormLayout* layout, int label, const QString& key, const QStringList& choice);
+    TComboBox* addBox(QFormLayout* layout, Text label, const QString& key, const QStringList& choice);
     TWgtEditFileName* addFile(QFormLayout* layout);
-    TWgtEditHexDec64* addNumber(QFormLayout* layout, int label, const QString& key);
+    TWgtEditHexDec64* addNumber(QFormLayout* layout, Text label, const QString& key);
     TWgtEditHexDec* addFill(QFormLayout* layout);
     void enter(const QString& key, const QVariant& value);
     void showText(TComboBox* box, const QString& key);

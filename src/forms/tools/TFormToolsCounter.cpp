@@ -13,7 +13,7 @@ namespace {
 constexpr int least = std::numeric_limits<int>::min();
 constexpr int greatest = std::numeric_limits<int>::max();
 
-TWgtEditDecDef* addField(QFormLayout* layout, int label, int min, int defaultValue)
+TWgtEditDecDef* addField(QFormLayout* layout, Text label, int min, int defaultValue)
 {
     auto* field = new TWgtEditDecDef(0);
     field->setRange(min, greatest);
@@ -28,9 +28,9 @@ TFormToolsCounter::TFormToolsCounter(const TData& params)
     : TFormCommand(params, {key::value, key::limit, key::delta})
 {
     QFormLayout* layout = formRows(this);
-    m_value = addField(layout, 323, 0, 0);
-    m_limit = addField(layout, 324, 0, 10);
-    m_delta = addField(layout, 325, least, 1);
+    m_value = addField(layout, Text::LabelCounterValue, 0, 0);
+    m_limit = addField(layout, Text::LabelCounterLimit, 0, 10);
+    m_delta = addField(layout, Text::LabelCounterDelta, least, 1);
     TFormToolsCounter::showParams();
     connect(m_value, &TWgtEditDecDef::valueChanged, this, &TFormToolsCounter::slotChanged);
     connect(m_limit, &TWgtEditDecDef::valueChanged, this, &TFormToolsCounter::slotLimitChanged);

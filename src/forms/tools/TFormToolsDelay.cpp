@@ -21,7 +21,7 @@ TFormToolsDelay::TFormToolsDelay(const TData& params)
     m_edit->setDefaultValue(usual);
     m_edit->setRangeText(QStringLiteral("%1..%2 ms").arg(0).arg(longest));
     m_edit->setDefaultText(QStringLiteral("Default: %1 ms").arg(usual));
-    formRows(this)->addRow(langText(326), m_edit);
+    formRows(this)->addRow(langText(Text::LabelDelay), m_edit);
     TFormToolsDelay::showParams();
     connect(m_edit, &TWgtEditDecDef::valueChanged, this, &TFormToolsDelay::slotChanged);
 }

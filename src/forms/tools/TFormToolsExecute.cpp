@@ -12,8 +12,8 @@ TFormToolsExecute::TFormToolsExecute(const TData& params)
     , m_cfg(new TIdBox(cfgEntries, this))
 {
     QFormLayout* layout = formRows(this);
-    layout->addRow(langText(321), m_cfg);
-    layout->addRow(formHint(langText(322), this));
+    layout->addRow(langText(Text::LabelExecuteCfg), m_cfg);
+    layout->addRow(formHint(langText(Text::HintExecute), this));
     TFormToolsExecute::showParams();
     connect(m_cfg, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &TFormToolsExecute::slotChanged);

@@ -14,8 +14,8 @@ TFormToolsJamp::TFormToolsJamp(const TData& params)
     , m_cmd(new TIdBox([this] { return cmdEntries(m_cfg->id()); }, this))
 {
     QFormLayout* layout = formRows(this);
-    layout->addRow(langText(327), m_cfg);
-    layout->addRow(langText(328), m_cmd);
+    layout->addRow(langText(Text::LabelJampCfg), m_cfg);
+    layout->addRow(langText(Text::LabelJampCmd), m_cmd);
     TFormToolsJamp::showParams();
     const auto changed = QOverload<int>::of(&QComboBox::currentIndexChanged);
     connect(m_cfg, changed, this, &TFormToolsJamp::slotChangedCfg);

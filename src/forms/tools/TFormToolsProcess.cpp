@@ -33,19 +33,19 @@ public:
 TFormToolsProcess::TFormToolsProcess(const TData& params)
     : TFormCommand(params, {key::file, key::must_succeed})
     , m_edit(new CommandLineEdit(textParam(key::file), this))
-    , m_mustSucceed(new QCheckBox(langText(458), this))
+    , m_mustSucceed(new QCheckBox(langText(Text::LabelProcessMustSucceed), this))
 {
     // A command of an older project has no such flag, and an edit of its line must store a number.
     if (!param(key::must_succeed).isValid())
         setParam(key::must_succeed, 0);
-    m_edit->setTitle(langText(330));
-    m_edit->setFilter(QStringLiteral("%1 (%2)").arg(langText(331), allFilesPattern()));
-    m_edit->setButtonTip(langText(332));
+    m_edit->setTitle(langText(Text::SelectProgram));
+    m_edit->setFilter(QStringLiteral("%1 (%2)").arg(langText(Text::AllFiles), allFilesPattern()));
+    m_edit->setButtonTip(langText(Text::TipBrowse));
     QFormLayout* layout = formRows(this);
-    layout->addRow(langText(329), m_edit);
+    layout->addRow(langText(Text::LabelProcessLine), m_edit);
     layout->addRow(QString(), m_mustSucceed);
-    layout->addRow(formHint(langText(333), this));
-    layout->addRow(formHint(langText(459), this));
+    layout->addRow(formHint(langText(Text::HintProcess), this));
+    layout->addRow(formHint(langText(Text::HintProcessMustSucceed), this));
     TFormToolsProcess::showParams();
     connect(m_edit, &TWgtEditFileName::signalChanged, this, &TFormToolsProcess::slotChanged);
     connect(m_mustSucceed, &QCheckBox::toggled, this, [this](bool isOn) {

@@ -29,18 +29,18 @@ TFormToolsSetProg::TFormToolsSetProg(const TData& params)
     , m_alias(new TComboBox(this))
     , m_port(plainLabel(this))
     , m_type(plainLabel(this))
-    , m_altEnabled(new QCheckBox(langText(319), this))
+    , m_altEnabled(new QCheckBox(langText(Text::LabelAltEnabled), this))
     , m_altPort(new TPortBox(this))
 {
     m_alias->setMaxVisibleItems(listLines);
     m_alias->allowNarrow();
     fillAliases();
     QFormLayout* layout = formRows(this);
-    layout->addRow(langText(316), m_alias);
-    layout->addRow(langText(317), m_port);
-    layout->addRow(langText(318), m_type);
+    layout->addRow(langText(Text::LabelProgAlias), m_alias);
+    layout->addRow(langText(Text::LabelProgPort), m_port);
+    layout->addRow(langText(Text::LabelProgType), m_type);
     layout->addRow(QString(), m_altEnabled);
-    layout->addRow(langText(320), m_altPort);
+    layout->addRow(langText(Text::LabelAltPort), m_altPort);
     TFormToolsSetProg::showParams();
     connect(m_alias, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this](int index) {
         setParam(key::prog, m_alias->itemData(index));

@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QSerialPortInfo>
 
+#include <iterator>
 #include <limits>
 #include <numeric>
 
@@ -22,14 +23,12 @@ constexpr qint64 longestFrame = headerSize + lengthLimit + checksumSize;
 /// Of the slowest setting: start, 8 data bits, parity, two stop bits.
 constexpr qint64 bitsPerByte = 12;
 
-constexpr int linkBroken = 389;
-constexpr int portMissing = 393;
-constexpr int firstErrorCode = 405;
-constexpr int errorCodes = 12;
-constexpr int otherErrorCode = 423;
-constexpr int portOfConfiguration = 448;
-constexpr int portOfProgram = 449;
-constexpr int portOfGroup = 450;
+/// By the code that the programmer answers.
+constexpr Text errorTexts[] = {
+    Text::ProgUnspecified, Text::ProgUnknownCmd, Text::ProgWrongLength,       Text::ProgWrongParam,
+    Text::ProgBadChecksum, Text::ProgNoDevice,   Text::ProgUnsupportedDevice, Text::ProgDeviceNoAnswer,
+    Text::ProgDeviceBusy,  Text::ProgVoltage,    Text::ProgOverCurrent,       Text::ProgInternal,
+};
 
 struct ParityName
 {
@@ -134,7 +133,7 @@ bool TSerialPort::open(const QString& portName, QIODevice::OpenMode mode)
     const QString path = terminalOf(portName);
     QString holder;
     if (!TPortUsers::take(path, m_user, holder)) {
-        m_errorText = langText(portOfConfiguration).arg(holder);
+        m_errorText = langText(Text::PortUsedByCfg).arg(holder);
         return false;
     }
     m_port->setPortName(path);
@@ -154,9 +153,9 @@ bool TSerialPort::failToOpen(const QString& path)
     const QFileInfo device(path);
     const QString words = m_port->errorString();
     if (device.isReadable() && device.isWritable())
-        m_errorText = langText(portOfProgram).arg(words);
+        m_errorText = langText(Text::PortUsedByProgram).arg(words);
     else
-        m_errorText = langText(portOfGroup).arg(words, groupOf(device));
+        m_errorText = langText(Text::PortNotAllowed).arg(words, groupOf(device));
     return false;
 }
 
@@ -355,7 +354,7 @@ qint64 TSerialPort::lineTime(int bytes) const
 bool TSerialPort::failOnWire()
 {
     m_linkFailed = true;
-    m_errorText = langText(linkBroken);
+    m_errorText = langText(Text::NoAnswer);
     return false;
 }
 
@@ -363,10 +362,11 @@ bool TSerialPort::failOnWire()
 bool TSerialPort::failRefused(const QByteArray& payload)
 {
     const int code = payload.size() < 2 ? -1 : wordAt(payload, 0);
-    if (code >= 0 && code < errorCodes)
-        m_errorText = langText(firstErrorCode + code);
+    if (code >= 0 && code < int(std::size(errorTexts)))
+        m_errorText = langText(errorTexts[code]);
     else
-        m_errorText = langText(otherErrorCode).arg(code < 0 ? QStringLiteral("-") : QString::number(code));
+        m_errorText =
+            langText(Text::ProgOtherError).arg(code < 0 ? QStringLiteral("-") : QString::number(code));
     return false;
 }
 
@@ -375,7 +375,7 @@ QString TSerialPort::errorString() const
     if (!m_errorText.isEmpty())
         return m_errorText;
     const QString text = m_port->errorString();
-    return text == QLatin1String("No such file or directory") ? langText(portMissing) : text;
+    return text == QLatin1String("No such file or directory") ? langText(Text::PortMissing) : text;
 }
 
 bool TSerialPort::isLinkFailed() const

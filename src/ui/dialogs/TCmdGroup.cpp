@@ -2,6 +2,7 @@
 
 #include "base/keys.h"
 #include "core/model/IDevice.h"
+#include "forms/edits/colors.h"
 #include "forms/edits/line_height.h"
 #include "settings/TAppData.h"
 

@@ -41,15 +41,16 @@ TDialogAbout::TDialogAbout(QWidget* parent)
     layout->addSpacing(10);
     auto* rows = new QFormLayout;
     rows->setContentsMargins(30, 0, 30, 0);
-    const QPair<int, const char*> values[] = {
-        {477, identity::version}, {478, identity::date}, {479, contact}};
+    const QPair<Text, const char*> values[] = {{Text::LabelVersion, identity::version},
+                                               {Text::LabelDate, identity::date},
+                                               {Text::LabelMail, contact}};
     for (const auto& value : values) {
         auto* label = new QLabel(QLatin1String(value.second), this);
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
         rows->addRow(langText(value.first), label);
     }
     layout->addLayout(rows);
-    QPushButton* close = dialogButton(langText(82), this);
+    QPushButton* close = dialogButton(langText(Text::ButtonClose), this);
     close->setDefault(true);
     addDialogFrame(this, layout)->addWidget(close);
     connect(close, &QPushButton::clicked, this, &QDialog::accept);

@@ -18,9 +18,9 @@ TDialogCfgEdit::TDialogCfgEdit(const QString& title, const QString& name, QWidge
     setMinimumWidth(300);
     auto* layout = new QVBoxLayout(this);
     auto* rows = new QFormLayout;
-    rows->addRow(langText(120), m_name);
+    rows->addRow(langText(Text::LabelCfgName), m_name);
     layout->addLayout(rows);
-    QPushButton* accept = addDialogButtons(this, layout, 80, 81);
+    QPushButton* accept = addDialogButtons(this, layout, Text::ButtonOk, Text::ButtonCancel);
     const auto update = [this, accept] { accept->setEnabled(!this->name().isEmpty()); };
     connect(m_name, &QLineEdit::textChanged, this, update);
     update();

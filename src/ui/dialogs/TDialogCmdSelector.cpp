@@ -24,13 +24,13 @@
 
 namespace {
 
-QString columnTitle(int text)
+QString columnTitle(Text text)
 {
     return QStringLiteral(" %1 ").arg(langText(text));
 }
 
 /// The column of a class that needs no chip.
-TCmdGroup* fixedGroup(int title, const QString& classWord, QWidget* parent)
+TCmdGroup* fixedGroup(Text title, const QString& classWord, QWidget* parent)
 {
     auto* group = new TCmdGroup(columnTitle(title), parent);
     const std::unique_ptr<IDevice> device(deviceList().create(classWord, QString()));
@@ -75,14 +75,14 @@ QRect clearOf(const QRect& button, const QRect& place, const QRect& screen, int 
 TDialogCmdSelector::TDialogCmdSelector(int id_cfg, int id_cmd, const QWidget* start)
     : m_start(start)
     , m_beside(start ? start->window() : QApplication::activeWindow())
-    , m_device(new TCmdGroup(columnTitle(476), this))
+    , m_device(new TCmdGroup(columnTitle(Text::SelectorDevice), this))
     , m_splitter(new QSplitter(Qt::Horizontal, this))
-    , m_state(new QCheckBox(langText(244), this))
+    , m_state(new QCheckBox(langText(Text::SettingCmdAddState), this))
 {
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(langText(32));
-    m_splitter->addWidget(fixedGroup(474, dev_class::tools, this));
-    m_splitter->addWidget(fixedGroup(475, dev_class::prog, this));
+    setWindowTitle(langText(Text::ActionCmdSelector));
+    m_splitter->addWidget(fixedGroup(Text::SelectorTools, dev_class::tools, this));
+    m_splitter->addWidget(fixedGroup(Text::SelectorProg, dev_class::prog, this));
     m_splitter->addWidget(m_device);
     m_splitter->setChildrenCollapsible(false);
     for (TCmdGroup* group : findChildren<TCmdGroup*>())
@@ -93,7 +93,7 @@ TDialogCmdSelector::TDialogCmdSelector(int id_cfg, int id_cmd, const QWidget* st
     layout->addWidget(m_splitter, 1);
     QBoxLayout* frame = addDialogFrame(this, layout);
     frame->insertWidget(0, m_state);
-    QPushButton* close = dialogButton(langText(82), this);
+    QPushButton* close = dialogButton(langText(Text::ButtonClose), this);
     frame->addWidget(close);
     connect(close, &QPushButton::clicked, this, &TDialogCmdSelector::slotClose);
     auto* escape = new QShortcut(Qt::Key_Escape, this);

@@ -35,12 +35,12 @@ TDialogManual::TDialogManual(QWidget* parent)
     , m_page(new QTextBrowser(this))
 {
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(plainTitle(66));
+    setWindowTitle(plainTitle(Text::ActionHelp));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_page);
-    QPushButton* close = dialogButton(langText(82), this);
+    QPushButton* close = dialogButton(langText(Text::ButtonClose), this);
     close->setAutoDefault(false);
     addDialogFrame(this, layout)->addWidget(close);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);

@@ -26,7 +26,7 @@ TDialogNameFile::TDialogNameFile(const TWindowKeys& keys, const TNameFile& rows,
     form->addRow(langText(rows.nameLabel), m_name);
     form->addRow(langText(rows.fileLabel), parts.layout);
     layout->addLayout(form);
-    QPushButton* accept = addDialogButtons(this, layout, 80, 81);
+    QPushButton* accept = addDialogButtons(this, layout, Text::ButtonOk, Text::ButtonCancel);
     const auto update = [this, accept] { accept->setEnabled(isComplete()); };
     connect(m_name, &QLineEdit::textChanged, this, update);
     connect(m_file, &QLineEdit::textChanged, this, update);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/texts.h"
 #include "ui/TDialogBase.h"
 
 #include <QStringList>
@@ -12,8 +13,8 @@ struct TNameFile
     QString title;
     QString name;
     QString file;
-    int nameLabel = 0; ///< number of a text, as the next one
-    int fileLabel = 0;
+    Text nameLabel = Text::None;
+    Text fileLabel = Text::None;
     QString folder;                    ///< a file that is picked comes back relative to it
     QString pattern;                   ///< of the files that can be picked
     QString browseTitle;               ///< of the file dialog

@@ -11,7 +11,14 @@ namespace {
 TNameFile rows(const QString& title, const QString& name, const QString& file, const QString& folder,
                bool mustExist)
 {
-    TNameFile rows{title, name, file, 105, 106, folder, suffixFilter(prjSuffix), langText(107)};
+    TNameFile rows{title,
+                   name,
+                   file,
+                   Text::LabelPrjName,
+                   Text::LabelPrjFile,
+                   folder,
+                   suffixFilter(prjSuffix),
+                   langText(Text::SelectPrjFile)};
     rows.mustExist = mustExist;
     rows.needsFile = false;
     return rows;

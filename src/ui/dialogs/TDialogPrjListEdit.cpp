@@ -8,7 +8,14 @@ namespace {
 
 TNameFile rows(const QString& title, const QString& name, const QString& file)
 {
-    TNameFile rows{title, name, file, 169, 170, appData().PathProjects, suffixFilter(prjListSuffix), title};
+    TNameFile rows{title,
+                   name,
+                   file,
+                   Text::LabelListName,
+                   Text::LabelListFile,
+                   appData().PathProjects,
+                   suffixFilter(prjListSuffix),
+                   title};
     rows.mustExist = false;
     return rows;
 }

@@ -86,7 +86,7 @@ TDialogSelectDevice::TDialogSelectDevice(const QString& title, const TWindowKeys
     buildFilter(layout);
     layout->addWidget(m_list);
     layout->addWidget(m_warning);
-    m_accept = addDialogButtons(this, layout, 80, 81);
+    m_accept = addDialogButtons(this, layout, Text::ButtonOk, Text::ButtonCancel);
     m_list->setUniformItemSizes(true);
     m_list->addItems(names);
     m_list->setCurrentRow(names.indexOf(current));
@@ -102,9 +102,9 @@ void TDialogSelectDevice::buildFilter(QBoxLayout* layout)
     m_clear->setFixedSize(fieldHeight(m_filter), fieldHeight(m_filter));
     m_clear->setAutoDefault(false);
     m_clear->setFocusPolicy(Qt::NoFocus);
-    m_clear->setToolTip(langText(175));
+    m_clear->setToolTip(langText(Text::TipDeviceFilterClear));
     m_filter->setFixedHeight(fieldHeight(m_filter));
-    m_filter->setToolTip(langText(174));
+    m_filter->setToolTip(langText(Text::TipDeviceFilter));
     m_filter->installEventFilter(this);
     auto* row = new QHBoxLayout;
     row->setSpacing(3);
@@ -120,7 +120,7 @@ QString TDialogSelectDevice::selectChip(const QString& current, QWidget* parent)
     const QHash<QString, QString> files = TDeviceList::deviceFiles();
     const QStringList names = sortedNaturally(files.keys());
     TAppData& data = appData();
-    TDialogSelectDevice dialog(langText(173),
+    TDialogSelectDevice dialog(langText(Text::TitleSelectDevice),
                                {&data.WindowSelectDeviceLeft, &data.WindowSelectDeviceTop,
                                 &data.WindowSelectDeviceWidth, &data.WindowSelectDeviceHeight},
                                names, current, parent);
@@ -131,7 +131,7 @@ QString TDialogSelectDevice::selectChip(const QString& current, QWidget* parent)
 QString TDialogSelectDevice::selectFamily(const QString& current, QWidget* parent)
 {
     TAppData& data = appData();
-    TDialogSelectDevice dialog(langText(349),
+    TDialogSelectDevice dialog(langText(Text::SelectFamily),
                                {&data.WindowSelectFamilyLeft, &data.WindowSelectFamilyTop,
                                 &data.WindowSelectFamilyWidth, &data.WindowSelectFamilyHeight},
                                autoNames(devicesFolder()), current, parent);

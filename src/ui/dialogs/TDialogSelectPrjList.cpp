@@ -30,24 +30,24 @@ enum Action { New, Add, AddCur, Gap1, Edit, Copy, Delete, Gap2, MoveUp, MoveDown
 
 struct ActionRow
 {
-    int text;        ///< 0 for a gap
+    Text text;       ///< none for a gap
     const char* key; ///< in the group of hot keys
     void (TDialogSelectPrjList::*slot)();
 };
 
 constexpr ActionRow actionRows[] = {
-    {156, "New", &TDialogSelectPrjList::slotNew},
-    {157, "Add", &TDialogSelectPrjList::slotAdd},
-    {158, "AddCur", &TDialogSelectPrjList::slotAddCurr},
-    {0, nullptr, nullptr},
-    {159, "Edit", &TDialogSelectPrjList::slotEdit},
-    {160, "Copy", &TDialogSelectPrjList::slotCopy},
-    {161, "Delete", &TDialogSelectPrjList::slotDelete},
-    {0, nullptr, nullptr},
-    {162, "MoveUp", &TDialogSelectPrjList::slotMoveUp},
-    {163, "MoveDown", &TDialogSelectPrjList::slotMoveDown},
-    {0, nullptr, nullptr},
-    {164, "OpenFolder", &TDialogSelectPrjList::slotOpenFolder},
+    {Text::ActionListNew, "New", &TDialogSelectPrjList::slotNew},
+    {Text::ActionListAdd, "Add", &TDialogSelectPrjList::slotAdd},
+    {Text::ActionListAddCurrent, "AddCur", &TDialogSelectPrjList::slotAddCurr},
+    {Text::None, nullptr, nullptr},
+    {Text::ActionListEdit, "Edit", &TDialogSelectPrjList::slotEdit},
+    {Text::ActionListCopy, "Copy", &TDialogSelectPrjList::slotCopy},
+    {Text::ActionListRemove, "Delete", &TDialogSelectPrjList::slotDelete},
+    {Text::None, nullptr, nullptr},
+    {Text::ActionListMoveUp, "MoveUp", &TDialogSelectPrjList::slotMoveUp},
+    {Text::ActionListMoveDown, "MoveDown", &TDialogSelectPrjList::slotMoveDown},
+    {Text::None, nullptr, nullptr},
+    {Text::ActionListOpenFolder, "OpenFolder", &TDialogSelectPrjList::slotOpenFolder},
 };
 
 QString cleanPath(const QString& file)
@@ -74,9 +74,9 @@ TDialogSelectPrjList::TDialogSelectPrjList(const QString& file, QWidget* parent)
                   parent)
     , m_listsFile(file)
     , m_isLoaded(m_lists.read(file))
-    , m_table(makeRowTable({langText(154), langText(155)}, this))
+    , m_table(makeRowTable({langText(Text::HeaderListName), langText(Text::HeaderListFile)}, this))
 {
-    setWindowTitle(langText(153));
+    setWindowTitle(langText(Text::TitleLists));
     setMinimumSize(560, 300);
     m_table->setMinimumWidth(m_table->fontMetrics().averageCharWidth() * leastLetters);
     makeActions();
@@ -86,7 +86,7 @@ TDialogSelectPrjList::TDialogSelectPrjList(const QString& file, QWidget* parent)
     row->addWidget(m_table, 1);
     row->addWidget(actionColumn(m_actions, this));
     layout->addLayout(row);
-    m_accept = addDialogButtons(this, layout, 79, 81);
+    m_accept = addDialogButtons(this, layout, Text::ButtonSelect, Text::ButtonCancel);
     m_table->setColumnWidth(ColumnName, 150);
     fill();
     connect(m_table, &QTableWidget::itemSelectionChanged, this, &TDialogSelectPrjList::slotSelectItem);
@@ -198,7 +198,7 @@ void TDialogSelectPrjList::slotShowContextMenu(QPoint pos)
     showActionMenu(m_actions, m_table->viewport(), pos);
 }
 
-void TDialogSelectPrjList::create(int title, const TPrjListEntry& proposal,
+void TDialogSelectPrjList::create(Text title, const TPrjListEntry& proposal,
                                   const std::function<bool(const QString& path)>& write)
 {
     TDialogPrjListEdit dialog(langText(title), proposal.name, proposal.file, this);
@@ -209,30 +209,31 @@ void TDialogSelectPrjList::create(int title, const TPrjListEntry& proposal,
     if (write(path))
         append({dialog.name(), file});
     else
-        msgError(langText(171).arg(path), this);
+        msgError(langText(Text::FileNotWritten).arg(path), this);
 }
 
 void TDialogSelectPrjList::slotNew()
 {
-    create(166, {}, [](const QString& path) { return writeEmptyList(path); });
+    create(Text::TitleListNew, {}, [](const QString& path) { return writeEmptyList(path); });
 }
 
 void TDialogSelectPrjList::slotCopy()
 {
     const QString from = TPrjListFile::path(file());
-    create(172, {name(), freeFile(file())}, [&from](const QString& path) { return copyPrjList(from, path); });
+    create(Text::TitleListCopy, {name(), freeFile(file())},
+           [&from](const QString& path) { return copyPrjList(from, path); });
 }
 
 void TDialogSelectPrjList::slotAdd()
 {
-    TDialogPrjListEdit dialog(langText(167), {}, {}, this);
+    TDialogPrjListEdit dialog(langText(Text::TitleListAdd), {}, {}, this);
     if (dialog.exec() != QDialog::Accepted)
         return;
     const QString path = TPrjListFile::path(dialog.file());
     if (QFileInfo(path).isFile())
         append({dialog.name(), dialog.file()});
     else
-        msgError(langText(98).arg(path), this);
+        msgError(langText(Text::PrjListNotLoaded).arg(path), this);
 }
 
 void TDialogSelectPrjList::slotAddCurr()
@@ -242,7 +243,7 @@ void TDialogSelectPrjList::slotAddCurr()
 
 void TDialogSelectPrjList::slotEdit()
 {
-    TDialogPrjListEdit dialog(langText(168), name(), file(), this);
+    TDialogPrjListEdit dialog(langText(Text::TitleListEdit), name(), file(), this);
     if (dialog.exec() != QDialog::Accepted)
         return;
     setCell(m_table, m_table->currentRow(), ColumnName, dialog.name());
@@ -252,7 +253,7 @@ void TDialogSelectPrjList::slotEdit()
 
 void TDialogSelectPrjList::slotDelete()
 {
-    if (appData().ConfirmProjectsListDelete && !msgAsk(langText(165).arg(name()), this))
+    if (appData().ConfirmProjectsListDelete && !msgAsk(langText(Text::AskRemoveList).arg(name()), this))
         return;
     m_table->removeRow(m_table->currentRow());
     updateActions();
@@ -274,7 +275,7 @@ void TDialogSelectPrjList::slotOpenFolder()
 {
     const QString path = TPrjListFile::path(file());
     if (!openFolder(path))
-        msgError(langText(463).arg(absDir(path)), this);
+        msgError(langText(Text::FolderNotShown).arg(absDir(path)), this);
 }
 
 void TDialogSelectPrjList::slotSelectItem()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/texts.h"
 #include "core/files/TPrjLists.h"
 #include "ui/TDialogBase.h"
 
@@ -52,7 +53,7 @@ private:
     int rowOf(const QString& file) const;
     void append(const TPrjListEntry& entry);
     /// Writes a new list file where the user wants it or, if there is one, beside that; and its row.
-    void create(int title, const TPrjListEntry& proposal,
+    void create(Text title, const TPrjListEntry& proposal,
                 const std::function<bool(const QString& path)>& write);
     void updateActions();
 

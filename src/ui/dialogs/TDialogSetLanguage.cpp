@@ -20,7 +20,7 @@ TDialogSetLanguage::TDialogSetLanguage(const QStringList& entries, QWidget* pare
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_list);
-    QPushButton* accept = addDialogButtons(this, layout, 79, 81);
+    QPushButton* accept = addDialogButtons(this, layout, Text::ButtonSelect, Text::ButtonCancel);
     accept->setEnabled(!entries.isEmpty());
     m_list->addItems(entries);
     m_list->sortItems();

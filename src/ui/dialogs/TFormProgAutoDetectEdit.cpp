@@ -40,13 +40,13 @@ TFormProgAutoDetectEdit::TFormProgAutoDetectEdit(const QString& title, const TRo
     rows->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
     rows->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     layout->addLayout(rows);
-    fillChips(addBox(rows, 359, m_route.chip), chips);
-    fillCfgs(addBox(rows, 360, m_route.cfg));
-    m_accept = addDialogButtons(this, layout, 80, 81);
+    fillChips(addBox(rows, Text::LabelRouteDevice, m_route.chip), chips);
+    fillCfgs(addBox(rows, Text::LabelRouteCfg, m_route.cfg));
+    m_accept = addDialogButtons(this, layout, Text::ButtonOk, Text::ButtonCancel);
     updateAccept();
 }
 
-TComboBox* TFormProgAutoDetectEdit::addBox(QFormLayout* layout, int label, QString& target)
+TComboBox* TFormProgAutoDetectEdit::addBox(QFormLayout* layout, Text label, QString& target)
 {
     auto* box = new TComboBox(this);
     box->setMaxVisibleItems(listLines);

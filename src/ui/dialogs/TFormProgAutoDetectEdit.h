@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/texts.h"
 #include "forms/IFormHost.h"
 #include "ui/TDialogBase.h"
 
@@ -21,7 +22,7 @@ public:
     TRoute route() const { return m_route; }
 
 private:
-    TComboBox* addBox(QFormLayout* layout, int label, QString& target);
+    TComboBox* addBox(QFormLayout* layout, Text label, QString& target);
     void fillChips(TComboBox* box, const TPairStringList& chips);
     void fillCfgs(TComboBox* box);
     void updateAccept();

@@ -22,12 +22,12 @@ TCfgActions::TCfgActions(TMainPanels& panels, TPrjSession& session, TCmdClipboar
 
 void TCfgActions::create()
 {
-    TDialogCfgEdit dialog(langText(117), QString(), m_panels.window());
+    TDialogCfgEdit dialog(langText(Text::TitleCfgNew), QString(), m_panels.window());
     if (dialog.exec() != QDialog::Accepted)
         return;
     const int id_cfg = project().addCfg(dialog.name(), QString(), m_prj->currentIndex() + 1);
     showNew(id_cfg, -1);
-    m_panels.report(langText(118).arg(dialog.name()), TWgtStatusBar::Green);
+    m_panels.report(langText(Text::CfgCreated).arg(dialog.name()), TWgtStatusBar::Green);
 }
 
 /// Makes the tab of a new configuration, behind the current one, the current one.
@@ -48,23 +48,23 @@ void TCfgActions::showNew(int id_cfg, int row)
 void TCfgActions::copy()
 {
     m_clipboard.copyCfg(m_prj->currentCfg());
-    m_panels.report(langText(121).arg(m_clipboard.cfgName()), TWgtStatusBar::Green);
+    m_panels.report(langText(Text::CfgCopied).arg(m_clipboard.cfgName()), TWgtStatusBar::Green);
     m_panels.updateState();
 }
 
 void TCfgActions::paste()
 {
-    TDialogCfgEdit dialog(langText(122), m_clipboard.cfgName(), m_panels.window());
+    TDialogCfgEdit dialog(langText(Text::TitleCfgPaste), m_clipboard.cfgName(), m_panels.window());
     if (dialog.exec() != QDialog::Accepted)
         return;
     showNew(m_clipboard.pasteCfg(dialog.name(), m_prj->currentIndex() + 1), 0);
-    m_panels.report(langText(123), TWgtStatusBar::Green);
+    m_panels.report(langText(Text::CfgPasted), TWgtStatusBar::Green);
 }
 
 void TCfgActions::edit()
 {
     const int id_cfg = m_prj->currentCfg();
-    TDialogCfgEdit dialog(langText(119), project().cfgName(id_cfg), m_panels.window());
+    TDialogCfgEdit dialog(langText(Text::TitleCfgEdit), project().cfgName(id_cfg), m_panels.window());
     if (dialog.exec() != QDialog::Accepted)
         return;
     project().setCfgName(id_cfg, dialog.name());
@@ -76,7 +76,7 @@ void TCfgActions::edit()
 void TCfgActions::remove()
 {
     const int id_cfg = m_prj->currentCfg();
-    const QString question = langText(124).arg(project().cfgName(id_cfg));
+    const QString question = langText(Text::AskDeleteCfg).arg(project().cfgName(id_cfg));
     if (appData().ConfirmConfigDeleteCur && !msgAsk(question, m_panels.window()))
         return;
     m_session.stopRunsThen([this, id_cfg] { removeCfg(id_cfg); });
@@ -93,7 +93,7 @@ void TCfgActions::removeCfg(int id_cfg)
     m_prj->removeTab(id_cfg);
     m_prj->refreshAll();
     m_prj->focusTable();
-    m_panels.report(langText(125).arg(name), TWgtStatusBar::Green);
+    m_panels.report(langText(Text::CfgDeleted).arg(name), TWgtStatusBar::Green);
     m_panels.refreshForms();
     m_panels.updateState();
 }

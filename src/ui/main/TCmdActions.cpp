@@ -71,38 +71,38 @@ void TCmdActions::insertAfterQuestion(bool isAsked, const QString& question, con
 void TCmdActions::addSetProgDevice()
 {
     const QString question =
-        langText(126).arg(cmdCode().name(cmd::set_prog), cmdCode().name(cmd::set_device));
+        langText(Text::AskInsertTwoCmds).arg(cmdCode().name(cmd::set_prog), cmdCode().name(cmd::set_device));
     insertAfterQuestion(appData().ConfirmCmdInsertProgDevice, question, {cmd::set_prog, cmd::set_device});
 }
 
 void TCmdActions::addSetProg()
 {
-    insertAfterQuestion(appData().ConfirmCmdInsertProg, langText(127).arg(cmdCode().name(cmd::set_prog)),
-                        {cmd::set_prog});
+    insertAfterQuestion(appData().ConfirmCmdInsertProg,
+                        langText(Text::AskInsertCmd).arg(cmdCode().name(cmd::set_prog)), {cmd::set_prog});
 }
 
 void TCmdActions::addSetDevice()
 {
-    insertAfterQuestion(appData().ConfirmCmdInsertDevice, langText(127).arg(cmdCode().name(cmd::set_device)),
-                        {cmd::set_device});
+    insertAfterQuestion(appData().ConfirmCmdInsertDevice,
+                        langText(Text::AskInsertCmd).arg(cmdCode().name(cmd::set_device)), {cmd::set_device});
 }
 
 void TCmdActions::copy()
 {
     if (!m_clipboard.copyCmd(m_prj->currentCmd()))
         return;
-    m_panels.report(langText(128).arg(m_clipboard.cmdTitle()), TWgtStatusBar::Green);
+    m_panels.report(langText(Text::CmdCopied).arg(m_clipboard.cmdTitle()), TWgtStatusBar::Green);
     m_panels.updateState();
 }
 
 void TCmdActions::copySelected()
 {
     if (!project().hasEnabled(m_prj->currentCfg())) {
-        msgInfo(langText(136), m_panels.window());
+        msgInfo(langText(Text::NoCheckedCmds), m_panels.window());
         return;
     }
     m_clipboard.copyChecked(m_prj->currentCfg());
-    m_panels.report(langText(129), TWgtStatusBar::Green);
+    m_panels.report(langText(Text::CheckedCmdsCopied), TWgtStatusBar::Green);
     m_panels.updateState();
 }
 
@@ -111,12 +111,14 @@ void TCmdActions::paste()
     const bool isOne = m_clipboard.isOneCmd();
     const QString title = m_clipboard.cmdTitle();
     if (appData().ConfirmCmdPaste &&
-        !msgAsk(isOne ? langText(130).arg(title) : langText(131), m_panels.window()))
+        !msgAsk(isOne ? langText(Text::AskPasteCmd).arg(title) : langText(Text::AskPasteCmds),
+                m_panels.window()))
         return;
     const int row = m_prj->currentRow();
     m_clipboard.pasteCmds(m_prj->currentCfg(), m_prj->currentCmd());
     rebuildTab(row + 1, true);
-    m_panels.report(isOne ? langText(132).arg(title) : langText(133), TWgtStatusBar::Green);
+    m_panels.report(isOne ? langText(Text::CmdPasted).arg(title) : langText(Text::CmdsPasted),
+                    TWgtStatusBar::Green);
 }
 
 /// Fills the current tab anew and makes a row current, the last one if there is none of that number. A new
@@ -145,7 +147,7 @@ void TCmdActions::removeCurrent()
     const int id_cmd = m_prj->currentCmd();
     const int row = m_prj->currentRow();
     const QString title = titleOf(id_cmd);
-    if (appData().ConfirmCmdDeleteCur && !msgAsk(langText(134).arg(title), m_panels.window()))
+    if (appData().ConfirmCmdDeleteCur && !msgAsk(langText(Text::AskDeleteCmd).arg(title), m_panels.window()))
         return;
     project().removeCmd(id_cmd);
     project().bindAll();
@@ -153,20 +155,21 @@ void TCmdActions::removeCurrent()
     m_prj->refreshAll();
     m_panels.refreshForms();
     showAfterDelete();
-    m_panels.report(langText(135).arg(title), TWgtStatusBar::Green);
+    m_panels.report(langText(Text::CmdDeleted).arg(title), TWgtStatusBar::Green);
 }
 
 void TCmdActions::removeSelected()
 {
     const int id_cfg = m_prj->currentCfg();
     if (!project().hasEnabled(id_cfg)) {
-        msgInfo(langText(136), m_panels.window());
+        msgInfo(langText(Text::NoCheckedCmds), m_panels.window());
         return;
     }
-    if (appData().ConfirmCmdDeleteSelected && !msgAsk(langText(137), m_panels.window()))
+    if (appData().ConfirmCmdDeleteSelected &&
+        !msgAsk(langText(Text::AskDeleteCheckedCmds), m_panels.window()))
         return;
     removeIf([](const TDataCmd& command) { return command.status(); });
-    m_panels.report(langText(138), TWgtStatusBar::Green);
+    m_panels.report(langText(Text::CheckedCmdsDeleted), TWgtStatusBar::Green);
 }
 
 /// Deletes commands of the current configuration and shows the rest; the current row moves to what is left.
@@ -189,17 +192,18 @@ void TCmdActions::removeFaulty()
 {
     const int id_cfg = m_prj->currentCfg();
     const QString name = project().cfgName(id_cfg);
-    const auto text = [&](int one) {
-        return m_panels.isOneCfg() ? langText(one) : langText(one + 1).arg(name);
+    const auto text = [&](Text one, Text ofCfg) {
+        return m_panels.isOneCfg() ? langText(one) : langText(ofCfg).arg(name);
     };
     if (!project().hasInvalidDev(id_cfg)) {
-        msgInfo(text(139), m_panels.window());
+        msgInfo(text(Text::NoInvalidCmds, Text::NoInvalidCmdsOfCfg), m_panels.window());
         return;
     }
-    if (appData().ConfirmCmdDeleteError && !msgAsk(text(141), m_panels.window()))
+    if (appData().ConfirmCmdDeleteError &&
+        !msgAsk(text(Text::AskDeleteInvalidCmds, Text::AskDeleteInvalidCmdsOfCfg), m_panels.window()))
         return;
     removeIf([](const TDataCmd& command) { return !command.validDev(); });
-    m_panels.report(text(143), TWgtStatusBar::Green);
+    m_panels.report(text(Text::InvalidCmdsDeleted, Text::InvalidCmdsOfCfgDeleted), TWgtStatusBar::Green);
 }
 
 void TCmdActions::removeOfDevice()
@@ -207,36 +211,38 @@ void TCmdActions::removeOfDevice()
     const int index = project().indexProgDeviceBefore(m_prj->currentCmd());
     const TDataCmd* setDevice = project().cmdById(project().cmdIdAt(index));
     if (!setDevice) {
-        msgInfo(langText(145).arg(cmdCode().name(cmd::set_device)), m_panels.window());
+        msgInfo(langText(Text::NoCmdAbove).arg(cmdCode().name(cmd::set_device)), m_panels.window());
         return;
     }
     const QString device = setDevice->param(key::device).toString();
     if (!project().dependsOnDevice(index)) {
-        msgInfo(langText(146).arg(device), m_panels.window());
+        msgInfo(langText(Text::NoCmdsOfDevice).arg(device), m_panels.window());
         return;
     }
-    if (appData().ConfirmCmdDeleteDev && !msgAsk(langText(147).arg(device), m_panels.window()))
+    if (appData().ConfirmCmdDeleteDev &&
+        !msgAsk(langText(Text::AskDeleteCmdsOfDevice).arg(device), m_panels.window()))
         return;
     const int id_cmd = setDevice->id();
     project().removeDeviceCmds(id_cmd);
     project().bindAll();
     rebuildTab(project().rowInCfg(m_prj->currentCfg(), id_cmd));
-    m_panels.report(langText(148).arg(device), TWgtStatusBar::Green);
+    m_panels.report(langText(Text::CmdsOfDeviceDeleted).arg(device), TWgtStatusBar::Green);
 }
 
 void TCmdActions::removeAll()
 {
     const int id_cfg = m_prj->currentCfg();
     const QString name = project().cfgName(id_cfg);
-    const auto text = [&](int one) {
-        return m_panels.isOneCfg() ? langText(one) : langText(one + 1).arg(name);
+    const auto text = [&](Text one, Text ofCfg) {
+        return m_panels.isOneCfg() ? langText(one) : langText(ofCfg).arg(name);
     };
-    if (appData().ConfirmCmdDeleteAll && !msgAsk(text(149), m_panels.window()))
+    if (appData().ConfirmCmdDeleteAll &&
+        !msgAsk(text(Text::AskDeleteAllCmds, Text::AskDeleteAllCmdsOfCfg), m_panels.window()))
         return;
     project().removeCmdsOfCfg(id_cfg);
     project().bindAll();
     rebuildTab(0);
-    m_panels.report(text(151), TWgtStatusBar::Green);
+    m_panels.report(text(Text::AllCmdsDeleted, Text::AllCmdsOfCfgDeleted), TWgtStatusBar::Green);
 }
 
 void TCmdActions::setAllChecked(bool on)

@@ -35,7 +35,8 @@ void TCmdClipboard::copyChecked(int id_cfg)
         if (command->status())
             m_cmds.append(command->toData());
     }
-    m_cmdTitle = isOneCmd() ? cmdCode().name(m_cmds.first().value(key::cmd).toString()) : langText(468);
+    m_cmdTitle = isOneCmd() ? cmdCode().name(m_cmds.first().value(key::cmd).toString())
+                            : langText(Text::PasteSelected);
 }
 
 void TCmdClipboard::pasteCmds(int id_cfg, int id_cmd) const

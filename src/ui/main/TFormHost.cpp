@@ -19,7 +19,8 @@ QString TFormHost::selectFamily(const QString& current, QWidget* parent)
 
 bool TFormHost::editRoute(TRoute& route, bool isNew, const TPairStringList& chips, QWidget* parent)
 {
-    TFormProgAutoDetectEdit dialog(langText(isNew ? 357 : 358), route, chips, parent);
+    TFormProgAutoDetectEdit dialog(langText(isNew ? Text::TitleRouteAdd : Text::TitleRouteEdit), route, chips,
+                                   parent);
     if (dialog.exec() != QDialog::Accepted)
         return false;
     route = dialog.route();

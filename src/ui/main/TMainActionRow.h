@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/texts.h"
 #include "ui/main/main_actions.h"
 
 #include <QtGlobal>
@@ -37,7 +38,7 @@ struct TMainActionRow
     };
 
     TMainAction id;
-    int text; ///< number in the language table; a text of its own with 0
+    Text text; ///< a text of its own with None
     void (TMainWindow::*slot)();
     const char* hotKey; ///< key in the group of hot keys; null for none
     quint32 needs;

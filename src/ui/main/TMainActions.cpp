@@ -28,7 +28,7 @@ QString ownText(TMainAction id)
     return id == maSetLanguage ? QStringLiteral("Language") : QStringLiteral("About Qt...");
 }
 
-QString insertText(TMainAction id, int text)
+QString insertText(TMainAction id, Text text)
 {
     const QString prog = cmdCode().name(cmd::set_prog);
     const QString device = cmdCode().name(cmd::set_device);
@@ -37,7 +37,7 @@ QString insertText(TMainAction id, int text)
     return langText(text).arg(id == maCmdNewSetProg ? prog : device);
 }
 
-QString actionText(TMainAction id, int text)
+QString actionText(TMainAction id, Text text)
 {
     switch (id) {
     case maCmdNewSetProgDevice:
@@ -45,7 +45,7 @@ QString actionText(TMainAction id, int text)
     case maCmdNewSetDevice:
         return insertText(id, text);
     default:
-        return text == 0 ? ownText(id) : langText(text);
+        return text == Text::None ? ownText(id) : langText(text);
     }
 }
 
@@ -127,20 +127,21 @@ void TMainActions::refresh(const TActionState& state, const TCmdClipboard& clipb
 
 void TMainActions::refreshDeleteTexts()
 {
-    const int more = m_panels.isOneCfg() ? 0 : 1;
-    at(maCmdDeleteError)->setText(langText(41 + more));
-    at(maCmdDeleteAll)->setText(langText(43 + more));
+    const bool isOne = m_panels.isOneCfg();
+    at(maCmdDeleteError)
+        ->setText(langText(isOne ? Text::ActionCmdDeleteError : Text::ActionCmdDeleteErrorOfCfg));
+    at(maCmdDeleteAll)->setText(langText(isOne ? Text::ActionCmdDeleteAll : Text::ActionCmdDeleteAllOfCfg));
 }
 
 void TMainActions::refreshPasteTexts(const TCmdClipboard& clipboard)
 {
-    setPasteText(maCmdPaste, 37, clipboard.cmdTitle());
-    setPasteText(maCfgPaste, 28, clipboard.cfgName());
-    setPasteText(maPrjPasteNew, 18, clipboard.prjName());
-    setPasteText(maPrjPasteNewSub, 19, clipboard.prjName());
+    setPasteText(maCmdPaste, Text::ActionCmdPaste, clipboard.cmdTitle());
+    setPasteText(maCfgPaste, Text::ActionCfgPaste, clipboard.cfgName());
+    setPasteText(maPrjPasteNew, Text::ActionPrjPasteNew, clipboard.prjName());
+    setPasteText(maPrjPasteNewSub, Text::ActionPrjPasteNewSub, clipboard.prjName());
 }
 
-void TMainActions::setPasteText(TMainAction id, int text, const QString& name)
+void TMainActions::setPasteText(TMainAction id, Text text, const QString& name)
 {
     if (name.isEmpty())
         return;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/texts.h"
 #include "ui/main/main_actions.h"
 
 #include <QObject>
@@ -36,7 +37,7 @@ private:
     void refreshDeleteTexts();
     void refreshPasteTexts(const TCmdClipboard& clipboard);
     /// The action's own text with the name of what would be pasted; nothing without a name.
-    void setPasteText(TMainAction id, int text, const QString& name);
+    void setPasteText(TMainAction id, Text text, const QString& name);
 
     TMainWindow& m_window;
     TMainPanels& m_panels;

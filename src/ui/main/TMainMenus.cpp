@@ -22,7 +22,7 @@ constexpr int subMenu(TMainMenu id)
 struct MenuRow
 {
     TMainMenu id;
-    int title; ///< number in the language table; "?" with 0
+    Text title; ///< "?" with None
     bool isInBar;
     QList<int> content;
 };
@@ -32,41 +32,41 @@ const QList<MenuRow>& menuRows()
 {
     // clang-format off
     static const QList<MenuRow> rows{
-        {mmPrjList, 4, false,
+        {mmPrjList, Text::MenuPrjList, false,
          {maPrjListNew, maPrjListLoad, maPrjListSelect, maPrjListReload, maPrjListSaveAs, separator,
           maPrjListOpenFolder, separator,
           maPrjListDragDrop}},
-        {mmPrj, 12, false,
+        {mmPrj, Text::MenuPrj, false,
          {maPrjNew, maPrjNewSub, maPrjAdd, maPrjAddSub, separator,
           maPrjCopy, maPrjPasteNew, maPrjPasteNewSub, separator,
           maPrjEdit, maPrjSave, maPrjSaveAs, separator,
           maPrjDelete, maPrjDeleteSubAll, separator,
           maPrjOpenFolder}},
-        {mmCfg, 25, false,
+        {mmCfg, Text::MenuCfg, false,
          {maCfgNew, separator,
           maCfgCopy, maCfgPaste, separator,
           maCfgEdit, maCfgDelete}},
-        {mmCmd, 31, false,
+        {mmCmd, Text::MenuCmd, false,
          {maCmdSelector, separator,
           maCmdNewSetProg, maCmdNewSetDevice, maCmdNewSetProgDevice, separator,
           maCmdCopy, maCmdCopySelected, maCmdPaste, separator,
           maCmdDeleteCur, maCmdDeleteSelected, maCmdDeleteDev, maCmdDeleteError, maCmdDeleteAll, separator,
           maCmdCheckAll, maCmdUncheckAll, separator,
           maCmdMoveUp, maCmdMoveDown}},
-        {mmRun, 50, false,
+        {mmRun, Text::MenuRun, false,
          {maExecReset, maExecCfg, separator,
           maExecClearState, maExecClearAllState}},
-        {mmTop, 3, true,
+        {mmTop, Text::MenuFile, true,
          {subMenu(mmPrjList), separator,
           subMenu(mmPrj), subMenu(mmCfg), subMenu(mmCmd), subMenu(mmRun), separator,
           maQuit}},
-        {mmView, 57, true,
+        {mmView, Text::MenuView, true,
          {maSetViewParamPrj, maSetViewParamCmd, maSetViewParamExec, separator,
           maCmdUncheckHide}},
-        {mmSettings, 63, true,
+        {mmSettings, Text::MenuSettings, true,
          {maSettings, maSetLanguage, separator,
           maSaveSettings}},
-        {mmHelp, 0, true,
+        {mmHelp, Text::None, true,
          {maHelp, maAbout}},
     };
     // clang-format on
@@ -90,7 +90,7 @@ TMainMenus::TMainMenus(QMainWindow& window, const TMainActions& actions)
     : m_actions(actions)
 {
     for (const MenuRow& row : menuRows()) {
-        auto* menu = new QMenu(row.title == 0 ? QStringLiteral("?") : langText(row.title), &window);
+        auto* menu = new QMenu(row.title == Text::None ? QStringLiteral("?") : langText(row.title), &window);
         m_menus.at(row.id) = menu;
         fill(menu, row.content);
         if (row.isInBar)

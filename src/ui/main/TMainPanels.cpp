@@ -100,7 +100,7 @@ bool TMainPanels::isOneCfg() const
 void TMainPanels::showFolder(const QString& file)
 {
     if (!openFolder(file))
-        report(langText(463).arg(absDir(file)), TWgtStatusBar::Red);
+        report(langText(Text::FolderNotShown).arg(absDir(file)), TWgtStatusBar::Red);
 }
 
 /// Those of tabs behind follow when their tab is shown: making one costs more than all else of a small

@@ -125,7 +125,9 @@ void TMainToolBar::refreshExecute()
     const bool runs = status == csRun;
     const bool pauses = status == csPause;
     execute->setIcon(icon(runs ? "exec_stop" : pauses ? "exec_pause" : "exec_start"));
-    m_actions.at(maExecCfg)->setToolTip(langText(runs ? 70 : pauses ? 69 : 68));
+    m_actions.at(maExecCfg)->setToolTip(langText(runs     ? Text::TipStop
+                                                 : pauses ? Text::TipContinue
+                                                          : Text::TipExecute));
     QPalette palette;
     if (runs)
         palette.setColor(QPalette::Button, appData().ExecBtnColorExecute);

@@ -146,7 +146,9 @@ void TMainWindow::slotSettings()
 
 void TMainWindow::tellUnsavedSettings()
 {
-    msgError(langText(171).arg(QDir::toNativeSeparators(fileInAppDir(QStringLiteral("ini")))), this);
+    msgError(
+        langText(Text::FileNotWritten).arg(QDir::toNativeSeparators(fileInAppDir(QStringLiteral("ini")))),
+        this);
 }
 
 void TMainWindow::applySettings()
@@ -166,7 +168,7 @@ void TMainWindow::applySettings()
 
 void TMainWindow::slotSaveSettings()
 {
-    if (!msgAsk(langText(83), this))
+    if (!msgAsk(langText(Text::AskSaveSettings), this))
         return;
     takeWindowSettings();
     const bool saved = appData().saveWindow() && appData().saveApp();
@@ -198,7 +200,7 @@ void TMainWindow::slotSetLanguage()
     appData().Language = file;
     // At once, whatever becomes of the other settings: a choice that is not there at the next start is none.
     if (appData().saveLanguage())
-        msgInfo(langText(2), this);
+        msgInfo(langText(Text::LanguageChanged), this);
     else
         tellUnsavedSettings();
 }
@@ -211,7 +213,7 @@ void TMainWindow::slotHelp()
         auto* dialog = new TDialogManual(this);
         if (!dialog->load(manual)) {
             delete dialog;
-            msgError(langText(482).arg(QDir::toNativeSeparators(manual)), this);
+            msgError(langText(Text::ManualNotOpened).arg(QDir::toNativeSeparators(manual)), this);
             return;
         }
         m_manual = dialog;

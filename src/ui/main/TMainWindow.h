@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/texts.h"
 #include "base/types.h"
 #include "exec/TLineGate.h"
 #include "exec/TRunControl.h"

@@ -22,35 +22,35 @@ TPrjActions::TPrjActions(TMainPanels& panels, TPrjSession& session, TCmdClipboar
 
 void TPrjActions::create()
 {
-    insertNode(100, TPrjFileMode::Create, TWgtPrjList::Sibling);
+    insertNode(Text::TitlePrjNew, TPrjFileMode::Create, TWgtPrjList::Sibling);
 }
 
 void TPrjActions::createSub()
 {
-    insertNode(101, TPrjFileMode::Create, TWgtPrjList::Child);
+    insertNode(Text::TitlePrjNewSub, TPrjFileMode::Create, TWgtPrjList::Child);
 }
 
 void TPrjActions::add()
 {
-    insertNode(102, TPrjFileMode::Add, TWgtPrjList::Sibling);
+    insertNode(Text::TitlePrjAdd, TPrjFileMode::Add, TWgtPrjList::Sibling);
 }
 
 void TPrjActions::addSub()
 {
-    insertNode(103, TPrjFileMode::Add, TWgtPrjList::Child);
+    insertNode(Text::TitlePrjAddSub, TPrjFileMode::Add, TWgtPrjList::Child);
 }
 
 void TPrjActions::paste()
 {
-    insertNode(109, TPrjFileMode::Paste, TWgtPrjList::Sibling);
+    insertNode(Text::TitlePrjPaste, TPrjFileMode::Paste, TWgtPrjList::Sibling);
 }
 
 void TPrjActions::pasteSub()
 {
-    insertNode(110, TPrjFileMode::Paste, TWgtPrjList::Child);
+    insertNode(Text::TitlePrjPasteSub, TPrjFileMode::Paste, TWgtPrjList::Child);
 }
 
-void TPrjActions::insertNode(int title, TPrjFileMode mode, TWgtPrjList::Place place)
+void TPrjActions::insertNode(Text title, TPrjFileMode mode, TWgtPrjList::Place place)
 {
     const bool pastes = mode == TPrjFileMode::Paste;
     TDialogPrjEdit dialog(langText(title), pastes ? m_clipboard.prjName() : QString(), QString(),
@@ -60,7 +60,7 @@ void TPrjActions::insertNode(int title, TPrjFileMode mode, TWgtPrjList::Place pl
             return;
         // A group would have no place for what was copied.
         if (pastes && dialog.file().isEmpty())
-            m_panels.status()->showText(langText(107), TWgtStatusBar::Red);
+            m_panels.status()->showText(langText(Text::SelectPrjFile), TWgtStatusBar::Red);
     } while (pastes && dialog.file().isEmpty());
 
     const bool made = m_prjList->insertNode(dialog.name(), dialog.file(), mode, place,
@@ -70,7 +70,7 @@ void TPrjActions::insertNode(int title, TPrjFileMode mode, TWgtPrjList::Place pl
     if (!made)
         m_panels.report(QStringLiteral("%1: %2").arg(dialog.file(), reason), TWgtStatusBar::Red);
     else if (pastes && saved)
-        m_panels.report(langText(111).arg(m_clipboard.prjName()), TWgtStatusBar::Green);
+        m_panels.report(langText(Text::PrjPasted).arg(m_clipboard.prjName()), TWgtStatusBar::Green);
     m_panels.updateState();
 }
 
@@ -81,13 +81,13 @@ void TPrjActions::copy()
         m_panels.report(error, TWgtStatusBar::Red);
         return;
     }
-    m_panels.report(langText(108).arg(m_clipboard.prjName()), TWgtStatusBar::Green);
+    m_panels.report(langText(Text::PrjCopied).arg(m_clipboard.prjName()), TWgtStatusBar::Green);
     m_panels.updateState();
 }
 
 void TPrjActions::edit()
 {
-    TDialogPrjEdit dialog(langText(104), m_prjList->nodeName(), m_prjList->nodeFile(),
+    TDialogPrjEdit dialog(langText(Text::TitlePrjEdit), m_prjList->nodeName(), m_prjList->nodeFile(),
                           m_prjList->listFolder(), m_panels.window());
     if (dialog.exec() != QDialog::Accepted)
         return;
@@ -126,7 +126,8 @@ void TPrjActions::changeNode(const QString& name, const QString& file)
 void TPrjActions::remove()
 {
     const QString name = m_prjList->nodeName();
-    if (appData().ConfirmProjectDeleteCur && !msgAsk(langText(113).arg(name), m_panels.window()))
+    if (appData().ConfirmProjectDeleteCur &&
+        !msgAsk(langText(Text::AskDeletePrj).arg(name), m_panels.window()))
         return;
     const QTreeWidgetItem* node = m_prjList->tree()->currentItem();
     m_session.stopRunsThen([this, node, name] { removeNode(node, name); });
@@ -138,7 +139,7 @@ void TPrjActions::removeNode(const QTreeWidgetItem* node, const QString& name)
         return;
     m_prjList->deleteNode();
     if (m_session.saveList())
-        m_panels.report(langText(114).arg(name), TWgtStatusBar::Green);
+        m_panels.report(langText(Text::PrjDeleted).arg(name), TWgtStatusBar::Green);
     m_panels.updateState();
     // Some other node is current now, or none.
     m_session.selectPrjLater();
@@ -147,11 +148,12 @@ void TPrjActions::removeNode(const QTreeWidgetItem* node, const QString& name)
 void TPrjActions::removeSubAll()
 {
     const QString name = m_prjList->nodeName();
-    if (appData().ConfirmProjectDeleteSubAll && !msgAsk(langText(115).arg(name), m_panels.window()))
+    if (appData().ConfirmProjectDeleteSubAll &&
+        !msgAsk(langText(Text::AskDeleteSubPrjs).arg(name), m_panels.window()))
         return;
     m_prjList->deleteChildren();
     if (m_session.saveList())
-        m_panels.report(langText(116).arg(name), TWgtStatusBar::Green);
+        m_panels.report(langText(Text::SubPrjsDeleted).arg(name), TWgtStatusBar::Green);
     m_panels.updateState();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/texts.h"
 #include "ui/panels/TWgtPrjList.h"
 
 class QTreeWidgetItem;
@@ -29,7 +30,7 @@ public:
     void openFolder();
 
 private:
-    void insertNode(int title, TPrjFileMode mode, TWgtPrjList::Place place);
+    void insertNode(Text title, TPrjFileMode mode, TWgtPrjList::Place place);
     void changeNode(const QString& name, const QString& file);
     void removeNode(const QTreeWidgetItem* node, const QString& name);
 

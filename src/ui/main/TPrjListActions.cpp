@@ -42,13 +42,14 @@ TPrjListActions::TPrjListActions(TMainPanels& panels, TPrjSession& session)
 
 void TPrjListActions::create()
 {
-    const QString file = askNewFile(m_panels.window(), langText(90), QCoreApplication::applicationDirPath(),
-                                    prjListSuffix, true);
+    const QString file = askNewFile(m_panels.window(), langText(Text::TitlePrjListNew),
+                                    QCoreApplication::applicationDirPath(), prjListSuffix, true);
     if (file.isEmpty())
         return;
     if ((m_prjList->isLoaded() && isSameFile(file, m_prjList->listFile())) || !writeEmptyList(file)) {
-        qDebug().noquote() << QStringLiteral("%1: %2").arg(langText(91), file);
-        m_panels.report(QStringLiteral("%1: %2").arg(langText(91), file), TWgtStatusBar::Red);
+        qDebug().noquote() << QStringLiteral("%1: %2").arg(langText(Text::PrjListNotCreated), file);
+        m_panels.report(QStringLiteral("%1: %2").arg(langText(Text::PrjListNotCreated), file),
+                        TWgtStatusBar::Red);
         m_panels.updateState();
         return;
     }
@@ -59,8 +60,8 @@ void TPrjListActions::load()
 {
     const QString now =
         m_prjList->listFile().isEmpty() ? TPrjListFile::path(appData().PrjListFile) : m_prjList->listFile();
-    const QString file = QFileDialog::getOpenFileName(m_panels.window(), langText(92), absDir(now),
-                                                      suffixFilter(prjListSuffix));
+    const QString file = QFileDialog::getOpenFileName(m_panels.window(), langText(Text::TitlePrjListOpen),
+                                                      absDir(now), suffixFilter(prjListSuffix));
     if (!file.isEmpty())
         m_session.openOtherList(file, file);
     m_panels.updateState();
@@ -71,7 +72,8 @@ void TPrjListActions::select()
     const QString lists = QFileInfo(appData().SelectPrjListFile).absoluteFilePath();
     TDialogSelectPrjList dialog(lists, m_panels.window());
     if (!dialog.isLoaded()) {
-        msgError(langText(97).arg(QDir::toNativeSeparators(lists)), m_panels.window());
+        msgError(langText(Text::ListOfPrjListsNotLoaded).arg(QDir::toNativeSeparators(lists)),
+                 m_panels.window());
         return;
     }
     dialog.setPreset(m_prjList->listName(), m_prjList->listFile());
@@ -99,21 +101,25 @@ void TPrjListActions::select()
 void TPrjListActions::reload()
 {
     const QString file = m_prjList->listFile();
-    if (file.isEmpty() || (appData().ConfirmProjectsListReload && !msgAsk(langText(95), m_panels.window())))
+    if (file.isEmpty() ||
+        (appData().ConfirmProjectsListReload && !msgAsk(langText(Text::AskReloadPrjList), m_panels.window())))
         return;
     m_session.openOtherList(m_prjList->listName(), file);
 }
 
 void TPrjListActions::saveAs()
 {
-    const QString file = askNewFile(m_panels.window(), langText(96), QCoreApplication::applicationDirPath(),
-                                    prjListSuffix, false);
+    const QString file = askNewFile(m_panels.window(), langText(Text::TitlePrjListSaveAs),
+                                    QCoreApplication::applicationDirPath(), prjListSuffix, false);
     if (file.isEmpty())
         return;
     const QString source = m_prjList->listFile();
     const bool isFree = !QFileInfo::exists(file);
     const bool isNear = absDir(file) == absDir(source) || !hasRelativeFile(m_prjList->items());
-    const int answer = isFree && !isNear ? msgChoose(langText(488), {77, 78, 81}, 0, m_panels.window()) : 1;
+    const int answer = isFree && !isNear ? msgChoose(langText(Text::AskListNamesInCopy),
+                                                     {Text::ButtonYes, Text::ButtonNo, Text::ButtonCancel}, 0,
+                                                     m_panels.window())
+                                         : 1;
     if (answer == 2)
         return;
     const TPrjSession::Stored stored = m_session.storeList();
@@ -124,12 +130,13 @@ void TPrjListActions::saveAs()
                                    : answer == 0                         ? copyPrjList(source, file)
                                                                          : QFile::copy(source, file));
     if (!copied)
-        msgError(langText(99).arg(QDir::toNativeSeparators(source), QDir::toNativeSeparators(file)),
+        msgError(langText(Text::PrjListNotCopied)
+                     .arg(QDir::toNativeSeparators(source), QDir::toNativeSeparators(file)),
                  m_panels.window());
     if (stored == TPrjSession::Stored::GivenUp)
         m_session.reloadList();
     if (copied && stored != TPrjSession::Stored::Failed)
-        m_panels.report(langText(489).arg(QDir::toNativeSeparators(file)), TWgtStatusBar::Green);
+        m_panels.report(langText(Text::ListCopied).arg(QDir::toNativeSeparators(file)), TWgtStatusBar::Green);
 }
 
 void TPrjListActions::openFolder()

@@ -27,7 +27,7 @@ namespace {
 constexpr int retryAfter = 50; // ms
 
 /// Numbers of the texts of a question about changes that could not be stored, and the one that keeps them.
-constexpr std::array<int, 3> loseButtons{431, 77, 78};
+constexpr std::array<Text, 3> loseButtons{Text::ButtonSaveAs, Text::ButtonYes, Text::ButtonNo};
 constexpr int keepChanges = 2;
 
 /// The user is in a box, a dialog or a menu, which must not lose its window or its project.
@@ -97,7 +97,7 @@ void TPrjSession::leaveIfWanted()
         return;
     const QScopedValueRollback<bool> guard(m_isClosing, true);
     m_panels.commitEdit();
-    if (!appData().ConfirmQuit || msgAsk(langText(89), m_panels.window()))
+    if (!appData().ConfirmQuit || msgAsk(langText(Text::AskQuit), m_panels.window()))
         stopRunsThen([this] { leave(); });
 }
 
@@ -125,13 +125,13 @@ void TPrjSession::stopRunsThen(const Step& then, const Step& refused)
         then();
         return;
     }
-    if (!isWaitingForRuns() && !msgAsk(langText(421), m_panels.window())) {
+    if (!isWaitingForRuns() && !msgAsk(langText(Text::AskStopRuns), m_panels.window())) {
         if (refused)
             refused();
         return;
     }
     m_afterRuns = then;
-    m_status->showText(langText(422), TWgtStatusBar::Plain);
+    m_status->showText(langText(Text::WaitingForRuns), TWgtStatusBar::Plain);
     m_runs.stopAll();
     m_panels.updateState();
     // They may have ended during the question.
@@ -208,7 +208,8 @@ void TPrjSession::loadPrj(const QString& file)
             project().clearChanged();
             m_status->showText(file, TWgtStatusBar::Plain);
         } else {
-            QString text = QStringLiteral("%1: %2").arg(langText(result == 1 ? 87 : 88), file);
+            QString text = QStringLiteral("%1: %2").arg(
+                langText(result == 1 ? Text::PrjNotOpened : Text::PrjWrongFormat), file);
             if (appData().Debug == 1) {
                 text += QStringLiteral(" [%1]").arg(control.errorText());
                 logError(QStringLiteral("debug"),
@@ -284,7 +285,7 @@ bool TPrjSession::loadList(const QString& name, const QString& file)
     const bool loaded = m_prjList->load(name, file, appData().PrjListExpand);
     if (!loaded) {
         m_panels.report(listProblem(), TWgtStatusBar::Red);
-        msgError(langText(98).arg(QDir::toNativeSeparators(file)), m_panels.window());
+        msgError(langText(Text::PrjListNotLoaded).arg(QDir::toNativeSeparators(file)), m_panels.window());
     }
     m_panels.updateState();
     return loaded;
@@ -300,14 +301,16 @@ QString TPrjSession::listProblem() const
 TPrjSession::Stored TPrjSession::askOutdated(const QString& file)
 {
     const QString shown = QDir::toNativeSeparators(file);
-    switch (msgChoose(langText(433).arg(shown), {434, 435, 81}, 2, m_panels.window())) {
+    switch (msgChoose(langText(Text::AskOverwrite).arg(shown),
+                      {Text::ButtonKeepTheirs, Text::ButtonWriteMine, Text::ButtonCancel}, 2,
+                      m_panels.window())) {
     case 0:
-        m_panels.report(langText(438).arg(shown), TWgtStatusBar::Plain);
+        m_panels.report(langText(Text::LeftOnDisk).arg(shown), TWgtStatusBar::Plain);
         return Stored::GivenUp;
     case 1:
         return Stored::Yes;
     default:
-        m_panels.report(langText(436).arg(shown), TWgtStatusBar::Red);
+        m_panels.report(langText(Text::NotSavedOutdated).arg(shown), TWgtStatusBar::Red);
         return Stored::NotNow;
     }
 }
@@ -320,12 +323,12 @@ TPrjSession::Stored TPrjSession::storePrj()
         return wanted;
     TCtrlProject control;
     if (!control.save(file, project())) {
-        m_panels.report(
-            QStringLiteral("%1 \"%2\": %3").arg(langText(86), project().name(), control.errorText()),
-            TWgtStatusBar::Red);
+        m_panels.report(QStringLiteral("%1 \"%2\": %3")
+                            .arg(langText(Text::PrjNotSaved), project().name(), control.errorText()),
+                        TWgtStatusBar::Red);
         return Stored::Failed;
     }
-    m_panels.report(langText(85).arg(project().name()), TWgtStatusBar::Green);
+    m_panels.report(langText(Text::PrjSaved).arg(project().name()), TWgtStatusBar::Green);
     return Stored::Yes;
 }
 
@@ -354,14 +357,16 @@ bool TPrjSession::keepList()
     Stored stored = storeList();
     while (stored == Stored::Failed) {
         const QString file = m_prjList->listFile();
-        const QString question = langText(432).arg(QDir::toNativeSeparators(file), m_prjList->errorText());
+        const QString question =
+            langText(Text::AskLoseChanges).arg(QDir::toNativeSeparators(file), m_prjList->errorText());
         const int answer = msgChoose(question, loseButtons, keepChanges, m_panels.window());
         if (answer == keepChanges)
             return false;
         if (answer == 1) {
             stored = Stored::GivenUp;
         } else {
-            const QString other = askNewFile(m_panels.window(), langText(96), file, prjListSuffix, true);
+            const QString other =
+                askNewFile(m_panels.window(), langText(Text::TitlePrjListSaveAs), file, prjListSuffix, true);
             if (!other.isEmpty() && m_prjList->saveCopy(other))
                 stored = Stored::Yes;
         }
@@ -373,7 +378,8 @@ bool TPrjSession::saveBeforeClosing()
 {
     if (!appData().AutoSavePrj) {
         const int answer =
-            msgChoose(langText(84).arg(project().name()), {429, 430, 81}, 0, m_panels.window());
+            msgChoose(langText(Text::AskSaveChangedPrj).arg(project().name()),
+                      {Text::ButtonSave, Text::ButtonDoNotSave, Text::ButtonCancel}, 0, m_panels.window());
         if (answer != 0)
             return answer == 1;
     }
@@ -384,7 +390,8 @@ bool TPrjSession::saveBeforeClosing()
 bool TPrjSession::saveElsewhereBeforeClosing()
 {
     for (;;) {
-        const int answer = msgChoose(langText(426), loseButtons, keepChanges, m_panels.window());
+        const int answer =
+            msgChoose(langText(Text::AskCloseUnsaved), loseButtons, keepChanges, m_panels.window());
         if (answer != 0)
             return answer == 1;
         const QString file = askPrjFile();
@@ -415,7 +422,7 @@ void TPrjSession::storeWithoutAsking()
 {
     const auto keep = [](const QString& file, bool isOutdated, const std::function<bool()>& store) {
         if (isOutdated || !store())
-            logError(QStringLiteral("Error"), langText(436).arg(file));
+            logError(QStringLiteral("Error"), langText(Text::NotSavedOutdated).arg(file));
     };
     if (m_prjList->isChanged()) {
         keep(m_prjList->listFile(), m_prjList->isOutdated(),
@@ -432,7 +439,8 @@ void TPrjSession::save()
     // A group has no project; nor has a node whose file could not be read.
     if (!project().isOpen())
         return;
-    if (appData().ConfirmProjectSave && !msgAsk(langText(112).arg(project().name()), m_panels.window()))
+    if (appData().ConfirmProjectSave &&
+        !msgAsk(langText(Text::AskSavePrj).arg(project().name()), m_panels.window()))
         return;
     if (storePrj() == Stored::GivenUp)
         reopenPrj();
@@ -475,21 +483,22 @@ void TPrjSession::reopenNode(QTreeWidgetItem* node)
 
 QString TPrjSession::askPrjFile()
 {
-    return askNewFile(m_panels.window(), langText(428), project().file(), prjSuffix, true);
+    return askNewFile(m_panels.window(), langText(Text::ActionPrjSaveAs), project().file(), prjSuffix, true);
 }
 
 QTreeWidgetItem* TPrjSession::copyPrjTo(const QString& file)
 {
     TCtrlProject control;
     if (!control.saveCopy(file, project())) {
-        m_panels.report(QStringLiteral("%1 \"%2\": %3").arg(langText(86), file, control.errorText()),
-                        TWgtStatusBar::Red);
+        m_panels.report(
+            QStringLiteral("%1 \"%2\": %3").arg(langText(Text::PrjNotSaved), file, control.errorText()),
+            TWgtStatusBar::Red);
         return nullptr;
     }
     const bool isInTree = m_prjList->tree()->nodes().contains(m_openNode);
     QTreeWidgetItem* node = m_prjList->nodeFor(file, isInTree ? m_openNode : nullptr);
     // A list that could not be written stays changed, and is asked about when it is left.
     if (storeList() == Stored::Yes)
-        m_panels.report(langText(437).arg(QDir::toNativeSeparators(file)), TWgtStatusBar::Green);
+        m_panels.report(langText(Text::PrjSavedAs).arg(QDir::toNativeSeparators(file)), TWgtStatusBar::Green);
     return node;
 }

@@ -49,8 +49,9 @@ void TRunActions::execute()
     if (isActive(project().cfgStatus(id_cfg))) {
         pressActive(tab, id_cfg);
     } else {
-        const QString question =
-            project().cfgList().size() == 1 ? langText(384) : langText(385).arg(project().cfgName(id_cfg));
+        const QString question = project().cfgList().size() == 1
+                                     ? langText(Text::AskExecute)
+                                     : langText(Text::AskExecuteCfg).arg(project().cfgName(id_cfg));
         if (!appData().ConfirmExecConfig || msgAsk(question, m_panels.window())) {
             if (appData().ExecShowProgExec)
                 m_panels.setPage(TWgtConfig::PageExec);
@@ -101,7 +102,7 @@ void TRunActions::identify()
 
 void TRunActions::reset()
 {
-    if (appData().ConfirmExecReset && !msgAsk(langText(383), m_panels.window()))
+    if (appData().ConfirmExecReset && !msgAsk(langText(Text::AskReset), m_panels.window()))
         return;
     doTask(appData().ExecShowProgReset, &TProgTask::reset);
 }

@@ -16,8 +16,10 @@ namespace {
 void setAttributes()
 {
     // Before the application object: the icons have a second size for dense screens.
+#if QT_VERSION_MAJOR < 6 // later always so
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+#endif
 }
 
 QIcon programIcon()

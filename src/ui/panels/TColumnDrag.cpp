@@ -1,5 +1,7 @@
 #include "ui/panels/TColumnDrag.h"
 
+#include "base/qt_versions.h"
+
 #include <QMouseEvent>
 #include <QTableWidget>
 
@@ -39,7 +41,8 @@ bool TColumnDrag::eventFilter(QObject* object, QEvent* event)
     if (type != QEvent::MouseMove && type != QEvent::MouseButtonPress && type != QEvent::MouseButtonRelease)
         return QObject::eventFilter(object, event);
     const auto* mouse = static_cast<QMouseEvent*>(event);
-    if (type == QEvent::MouseButtonPress && mouse->button() == Qt::LeftButton && isOnEdge(mouse->x())) {
+    const int x = placeOf(*mouse).x();
+    if (type == QEvent::MouseButtonPress && mouse->button() == Qt::LeftButton && isOnEdge(x)) {
         m_isDragging = true;
         return true;
     }
@@ -49,11 +52,11 @@ bool TColumnDrag::eventFilter(QObject* object, QEvent* event)
         return true;
     }
     if (type == QEvent::MouseMove && m_isDragging) {
-        drag(mouse->x());
+        drag(x);
         return true;
     }
     if (type == QEvent::MouseMove && mouse->buttons() == Qt::NoButton) {
-        if (isOnEdge(mouse->x()))
+        if (isOnEdge(x))
             m_table->viewport()->setCursor(Qt::SplitHCursor);
         else
             m_table->viewport()->unsetCursor();

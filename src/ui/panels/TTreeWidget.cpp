@@ -1,5 +1,7 @@
 #include "ui/panels/TTreeWidget.h"
 
+#include "base/qt_versions.h"
+
 #include <QDragLeaveEvent>
 #include <QDropEvent>
 #include <QFocusEvent>
@@ -92,7 +94,7 @@ bool TTreeWidget::moveNode(QTreeWidgetItem* node, Target target)
 void TTreeWidget::dropEvent(QDropEvent* event)
 {
     QTreeWidgetItem* node = selectedItems().value(0);
-    const bool moved = dragDropMode() == InternalMove && node && moveNode(node, targetAt(event->pos()));
+    const bool moved = dragDropMode() == InternalMove && node && moveNode(node, targetAt(placeOf(*event)));
     // Not a move to the one who drags: it would then remove the node, which stands in its new place.
     event->setDropAction(Qt::IgnoreAction);
     event->setAccepted(moved);

@@ -30,7 +30,7 @@ namespace {
 constexpr int titleHeight = 19;
 constexpr int formMargin = 10;
 /// By TWgtConfig::Page.
-constexpr int titleTexts[] = {74, 75, 76};
+constexpr Text titleTexts[] = {Text::PageDescription, Text::PageParameters, Text::PageExecution};
 
 QLabel* newTitle(QWidget* parent)
 {

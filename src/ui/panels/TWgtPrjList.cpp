@@ -83,7 +83,7 @@ void TWgtPrjList::makeTitle()
     m_title->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_title->setFixedHeight(lineHeight(m_title, titleHeight, 2));
     m_title->setAutoFillBackground(true);
-    m_title->setToolTip(langText(71));
+    m_title->setToolTip(langText(Text::TipPrjListName));
     QFont font = m_title->font();
     font.setItalic(true);
     m_title->setFont(font);
@@ -104,12 +104,12 @@ void TWgtPrjList::makeFilter()
     m_filterRow = new QWidget(this);
     m_filter = new QLineEdit(m_filterRow);
     m_filter->setFixedHeight(fieldHeight(m_filter));
-    m_filter->setToolTip(langText(72));
+    m_filter->setToolTip(langText(Text::TipPrjListFilter));
     m_filter->installEventFilter(this);
     m_filterClear = new QPushButton(QStringLiteral("*"), m_filterRow);
     m_filterClear->setFixedSize(m_filter->height(), m_filter->height());
     m_filterClear->setFocusPolicy(Qt::NoFocus);
-    m_filterClear->setToolTip(langText(73));
+    m_filterClear->setToolTip(langText(Text::TipPrjListFilterClear));
     m_filterLine = newLine(this);
 
     auto* layout = new QHBoxLayout(m_filterRow);
@@ -156,7 +156,7 @@ bool TWgtPrjList::load(const QString& name, const QString& file, int expandMode)
     if (result == TPrjListFile::Failed)
         m_errorText = m_file.errorText();
     else if (result == TPrjListFile::Empty)
-        m_statusText = langText(467);
+        m_statusText = langText(Text::FileEmpty);
     else
         addNodes(expandMode);
     showLoaded(result == TPrjListFile::Ok);

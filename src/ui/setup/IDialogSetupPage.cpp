@@ -10,7 +10,7 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 
-IDialogSetupPage::IDialogSetupPage(int titleText, QWidget* parent)
+IDialogSetupPage::IDialogSetupPage(Text titleText, QWidget* parent)
     : QWidget(parent)
     , m_titleText(titleText)
 {

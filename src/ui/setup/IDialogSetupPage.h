@@ -16,7 +16,7 @@ class IDialogSetupPage : public QWidget
     Q_OBJECT
 
 public:
-    IDialogSetupPage(int titleText, QWidget* parent);
+    IDialogSetupPage(Text titleText, QWidget* parent);
     ~IDialogSetupPage() override;
 
     QString title() const;
@@ -41,7 +41,7 @@ private:
         TSetupField field;
         TSetupEditor editor;
     };
-    const int m_titleText;
+    const Text m_titleText;
     QScrollArea* m_scroll = nullptr;
     QList<QGroupBox*> m_groups;
     std::vector<TEntry> m_entries;

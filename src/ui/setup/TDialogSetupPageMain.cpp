@@ -6,23 +6,26 @@ const std::vector<TSetupGroup>& mainGroups()
 {
     using Kind = TSetupKind;
     static const std::vector<TSetupGroup> groups{
-        {57,
-         {{Kind::Style, 213, &TAppData::Style},
-          {Kind::Language, 465, &TAppData::Language},
-          {Kind::Check, 216, &TAppData::WindowMainCenter},
-          {Kind::Check, 217, &TAppData::WindowOtherCenter},
-          {Kind::Number, 32, &TAppData::WindowCmdSelector},
-          {Kind::Check, 218, &TAppData::CfgOrientation}}},
-        {12, {{Kind::Check, 220, &TAppData::OpenLastPrj}, {Kind::Check, 219, &TAppData::AutoSavePrj}}},
-        {63,
-         {{Kind::Check, 214, &TAppData::SaveSettingsWindow}, {Kind::Check, 215, &TAppData::SaveSettingsApp}}},
-        {3,
-         {{Kind::File, 221, &TAppData::SelectPrjListFile},
-          {Kind::Folder, 222, &TAppData::PathLanguage},
-          {Kind::Folder, 223, &TAppData::PathProjects},
-          {Kind::Folder, 224, &TAppData::PathDevices},
-          {Kind::Folder, 225, &TAppData::PathProgs},
-          {Kind::Check, 447, &TAppData::HexLinear}}},
+        {Text::MenuView,
+         {{Kind::Style, Text::SettingStyle, &TAppData::Style},
+          {Kind::Language, Text::SettingLanguage, &TAppData::Language},
+          {Kind::Check, Text::SettingWindowMainCenter, &TAppData::WindowMainCenter},
+          {Kind::Check, Text::SettingWindowOtherCenter, &TAppData::WindowOtherCenter},
+          {Kind::Number, Text::ActionCmdSelector, &TAppData::WindowCmdSelector},
+          {Kind::Check, Text::SettingCfgOrientation, &TAppData::CfgOrientation}}},
+        {Text::MenuPrj,
+         {{Kind::Check, Text::SettingOpenLastPrj, &TAppData::OpenLastPrj},
+          {Kind::Check, Text::SettingAutoSavePrj, &TAppData::AutoSavePrj}}},
+        {Text::MenuSettings,
+         {{Kind::Check, Text::SettingSaveSettingsWindow, &TAppData::SaveSettingsWindow},
+          {Kind::Check, Text::SettingSaveSettingsApp, &TAppData::SaveSettingsApp}}},
+        {Text::MenuFile,
+         {{Kind::File, Text::SettingSelectPrjListFile, &TAppData::SelectPrjListFile},
+          {Kind::Folder, Text::SettingPathLanguage, &TAppData::PathLanguage},
+          {Kind::Folder, Text::SettingPathProjects, &TAppData::PathProjects},
+          {Kind::Folder, Text::SettingPathDevices, &TAppData::PathDevices},
+          {Kind::Folder, Text::SettingPathProgs, &TAppData::PathProgs},
+          {Kind::Check, Text::SettingHexLinear, &TAppData::HexLinear}}},
     };
     return groups;
 }
@@ -30,7 +33,7 @@ const std::vector<TSetupGroup>& mainGroups()
 } // namespace
 
 TDialogSetupPageMain::TDialogSetupPageMain(QWidget* parent)
-    : IDialogSetupPage(177, parent)
+    : IDialogSetupPage(Text::SetupMain, parent)
 {
     addGroups(mainGroups());
 }

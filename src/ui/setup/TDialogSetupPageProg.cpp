@@ -30,19 +30,22 @@ enum ListAction { Add, Edit, Delete, MoveUp, MoveDown };
 struct ActionRow
 {
     const char* key; ///< of the hot key
+    Text aliasText;
     void (Page::*alias)();
+    Text typeText;
     void (Page::*type)();
 };
 
 constexpr ActionRow actionRows[] = {
-    {"Add", &Page::slotAliasAdd, &Page::slotTypeAdd},
-    {"Edit", &Page::slotAliasEdit, &Page::slotTypeEdit},
-    {"Delete", &Page::slotAliasDelete, &Page::slotTypeDelete},
-    {"MoveUp", &Page::slotAliasMoveUp, &Page::slotTypeMoveUp},
-    {"MoveDown", &Page::slotAliasMoveDown, &Page::slotTypeMoveDown},
+    {"Add", Text::ActionAliasAdd, &Page::slotAliasAdd, Text::ActionTypeAdd, &Page::slotTypeAdd},
+    {"Edit", Text::ActionAliasEdit, &Page::slotAliasEdit, Text::ActionTypeEdit, &Page::slotTypeEdit},
+    {"Delete", Text::ActionAliasDelete, &Page::slotAliasDelete, Text::ActionTypeDelete,
+     &Page::slotTypeDelete},
+    {"MoveUp", Text::ActionAliasMoveUp, &Page::slotAliasMoveUp, Text::ActionTypeMoveUp,
+     &Page::slotTypeMoveUp},
+    {"MoveDown", Text::ActionAliasMoveDown, &Page::slotAliasMoveDown, Text::ActionTypeMoveDown,
+     &Page::slotTypeMoveDown},
 };
-constexpr int firstAliasText = 189;
-constexpr int firstTypeText = 194;
 
 void updateActions(const QList<QAction*>& actions, const QTableWidget* table)
 {
@@ -63,13 +66,13 @@ int appendRow(QTableWidget* table)
 } // namespace
 
 TDialogSetupPageProg::TDialogSetupPageProg(QWidget* parent)
-    : IDialogSetupPage(180, parent)
+    : IDialogSetupPage(Text::SetupProgs, parent)
     , m_splitter(new QSplitter(Qt::Vertical, this))
 {
     makeTables();
     makeActions();
-    m_splitter->addWidget(makePart(187, m_aliases, m_aliasActions, makeDefaultLine()));
-    m_splitter->addWidget(makePart(188, m_types, m_typeActions, nullptr));
+    m_splitter->addWidget(makePart(Text::TitleAliases, m_aliases, m_aliasActions, makeDefaultLine()));
+    m_splitter->addWidget(makePart(Text::TitleTypes, m_types, m_typeActions, nullptr));
     m_splitter->setChildrenCollapsible(false);
     m_splitter->setSizes(appData().WindowSettingsProgSplitter);
     auto* layout = new QVBoxLayout(this);
@@ -95,8 +98,10 @@ TDialogSetupPageProg::~TDialogSetupPageProg()
 
 void TDialogSetupPageProg::makeTables()
 {
-    m_aliases = makeRowTable({langText(181), langText(182), langText(183), langText(184)}, this);
-    m_types = makeRowTable({langText(185), langText(186)}, this);
+    m_aliases = makeRowTable({langText(Text::HeaderAliasEnabled), langText(Text::HeaderAlias),
+                              langText(Text::HeaderAliasPort), langText(Text::HeaderAliasType)},
+                             this);
+    m_types = makeRowTable({langText(Text::HeaderType), langText(Text::HeaderTypeFile)}, this);
     m_aliases->setObjectName(QStringLiteral("aliases"));
     m_types->setObjectName(QStringLiteral("types"));
     m_aliases->setColumnWidth(ColumnEnabled,
@@ -106,22 +111,20 @@ void TDialogSetupPageProg::makeTables()
 
 void TDialogSetupPageProg::makeActions()
 {
-    int number = 0;
     for (const ActionRow& row : actionRows) {
         const QString key = QLatin1String(row.key);
-        auto* alias = new TActionWidget(langText(firstAliasText + number),
+        auto* alias = new TActionWidget(langText(row.aliasText),
                                         hotKey(QStringLiteral("HotKeySettingsProgName"), key), m_aliases);
-        auto* type = new TActionWidget(langText(firstTypeText + number),
+        auto* type = new TActionWidget(langText(row.typeText),
                                        hotKey(QStringLiteral("HotKeySettingsProgType"), key), m_types);
         connect(alias, &QAction::triggered, this, row.alias);
         connect(type, &QAction::triggered, this, row.type);
         m_aliasActions.append(alias);
         m_typeActions.append(type);
-        ++number;
     }
 }
 
-QWidget* TDialogSetupPageProg::makePart(int title, QTableWidget* table, const QList<QAction*>& actions,
+QWidget* TDialogSetupPageProg::makePart(Text title, QTableWidget* table, const QList<QAction*>& actions,
                                         QWidget* below)
 {
     auto* part = new QWidget(m_splitter);
@@ -144,7 +147,7 @@ QWidget* TDialogSetupPageProg::makeDefaultLine()
     row->setContentsMargins(0, 0, 0, 0);
     m_default = new TComboBox(line);
     m_default->allowNarrow();
-    row->addWidget(new QLabel(langText(211), line));
+    row->addWidget(new QLabel(langText(Text::LabelDefaultAlias), line));
     row->addWidget(m_default, 1);
     // Entry 0 stands for none.
     connect(m_default, QOverload<int>::of(&QComboBox::activated), this,
@@ -280,7 +283,8 @@ void TDialogSetupPageProg::slotAliasAdd()
 {
     TProgRecord record;
     record.enabled = true;
-    TDialogSetupPageProgAliasEdit dialog(langText(201), {}, record, otherTexts(m_types, ColumnType, -1),
+    TDialogSetupPageProgAliasEdit dialog(langText(Text::TitleAliasAdd), {}, record,
+                                         otherTexts(m_types, ColumnType, -1),
                                          otherTexts(m_aliases, ColumnAlias, -1), this);
     if (dialog.exec() != QDialog::Accepted)
         return;
@@ -296,9 +300,9 @@ void TDialogSetupPageProg::slotAliasAdd()
 void TDialogSetupPageProg::slotAliasEdit()
 {
     const int row = m_aliases->currentRow();
-    TDialogSetupPageProgAliasEdit dialog(langText(202), cellText(m_aliases, row, ColumnAlias), recordAt(row),
-                                         otherTexts(m_types, ColumnType, -1),
-                                         otherTexts(m_aliases, ColumnAlias, row), this);
+    TDialogSetupPageProgAliasEdit dialog(
+        langText(Text::TitleAliasEdit), cellText(m_aliases, row, ColumnAlias), recordAt(row),
+        otherTexts(m_types, ColumnType, -1), otherTexts(m_aliases, ColumnAlias, row), this);
     if (dialog.exec() != QDialog::Accepted)
         return;
     setAlias(row, dialog.alias(), dialog.record());
@@ -308,7 +312,7 @@ void TDialogSetupPageProg::slotAliasEdit()
 void TDialogSetupPageProg::slotAliasDelete()
 {
     const int row = m_aliases->currentRow();
-    if (!msgAsk(langText(199).arg(cellText(m_aliases, row, ColumnAlias)), this))
+    if (!msgAsk(langText(Text::AskDeleteAlias).arg(cellText(m_aliases, row, ColumnAlias)), this))
         return;
     if (defaultRow() == row)
         m_defaultItem = nullptr;
@@ -330,7 +334,8 @@ void TDialogSetupPageProg::slotAliasMoveDown()
 
 void TDialogSetupPageProg::slotTypeAdd()
 {
-    TDialogSetupPageProgTypeEdit dialog(langText(203), {}, {}, otherTexts(m_types, ColumnType, -1), this);
+    TDialogSetupPageProgTypeEdit dialog(langText(Text::TitleTypeAdd), {}, {},
+                                        otherTexts(m_types, ColumnType, -1), this);
     if (dialog.exec() != QDialog::Accepted)
         return;
     const int row = appendRow(m_types);
@@ -343,7 +348,8 @@ void TDialogSetupPageProg::slotTypeEdit()
 {
     const int row = m_types->currentRow();
     const QString old = cellText(m_types, row, ColumnType);
-    TDialogSetupPageProgTypeEdit dialog(langText(204), old, cellText(m_types, row, ColumnFile),
+    TDialogSetupPageProgTypeEdit dialog(langText(Text::TitleTypeEdit), old,
+                                        cellText(m_types, row, ColumnFile),
                                         otherTexts(m_types, ColumnType, row), this);
     if (dialog.exec() != QDialog::Accepted)
         return;
@@ -357,10 +363,11 @@ void TDialogSetupPageProg::slotTypeDelete()
 {
     const int row = m_types->currentRow();
     const QString type = cellText(m_types, row, ColumnType);
-    QString question = langText(200).arg(type);
+    QString question = langText(Text::AskDeleteType).arg(type);
     const QStringList users = aliasesOf(type);
     if (!users.isEmpty())
-        question += QStringLiteral("\n%1: %2").arg(langText(187), users.join(QLatin1String(", ")));
+        question +=
+            QStringLiteral("\n%1: %2").arg(langText(Text::TitleAliases), users.join(QLatin1String(", ")));
     if (!msgAsk(question, this))
         return;
     m_types->removeRow(row);

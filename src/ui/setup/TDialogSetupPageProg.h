@@ -42,7 +42,7 @@ public slots:
 private:
     void makeTables();
     void makeActions();
-    QWidget* makePart(int title, QTableWidget* table, const QList<QAction*>& actions, QWidget* below);
+    QWidget* makePart(Text title, QTableWidget* table, const QList<QAction*>& actions, QWidget* below);
     QWidget* makeDefaultLine();
     void fill();
     void setAlias(int row, const QString& alias, const TProgRecord& record);

@@ -19,7 +19,7 @@ TDialogSetupPageProgAliasEdit::TDialogSetupPageProgAliasEdit(const QString& titl
     : TDialogBase({&appData().WindowSettingsProgNameLeft, &appData().WindowSettingsProgNameTop,
                    &appData().WindowSettingsProgNameWidth},
                   parent)
-    , m_enabled(new QCheckBox(langText(205), this))
+    , m_enabled(new QCheckBox(langText(Text::LabelAliasEnabled), this))
     , m_alias(new QLineEdit(alias, this))
     , m_port(new TPortBox(this))
     , m_type(new TComboBox(this))
@@ -32,12 +32,12 @@ TDialogSetupPageProgAliasEdit::TDialogSetupPageProgAliasEdit(const QString& titl
     auto* layout = new QVBoxLayout(this);
     auto* rows = new QFormLayout;
     rows->addRow(m_enabled);
-    rows->addRow(langText(206), m_alias);
-    rows->addRow(langText(207), m_port);
-    rows->addRow(langText(208), m_type);
+    rows->addRow(langText(Text::LabelAlias), m_alias);
+    rows->addRow(langText(Text::LabelAliasPort), m_port);
+    rows->addRow(langText(Text::LabelAliasType), m_type);
     rows->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     layout->addLayout(rows);
-    QPushButton* accept = addDialogButtons(this, layout, 80, 81);
+    QPushButton* accept = addDialogButtons(this, layout, Text::ButtonOk, Text::ButtonCancel);
     const auto update = [this, accept, taken] {
         accept->setEnabled(!this->alias().isEmpty() && !taken.contains(this->alias()) &&
                            m_type->currentIndex() >= 0);

@@ -7,7 +7,14 @@ namespace {
 
 TNameFile rows(const QString& title, const QString& type, const QString& file, const QStringList& taken)
 {
-    TNameFile rows{title, type, file, 209, 210, appData().PathProgs, QStringLiteral("*.cfg"), langText(212)};
+    TNameFile rows{title,
+                   type,
+                   file,
+                   Text::LabelType,
+                   Text::LabelTypeFile,
+                   appData().PathProgs,
+                   QStringLiteral("*.cfg"),
+                   langText(Text::SelectTypeFile)};
     rows.taken = taken;
     return rows;
 }

@@ -27,7 +27,7 @@ TDialogSetupSelect::TDialogSetupSelect(QWidget* parent)
     , m_head(new QLabel(this))
     , m_stack(new QStackedWidget(this))
 {
-    setWindowTitle(langText(176));
+    setWindowTitle(langText(Text::TitleSettings));
     m_tree->setHeaderHidden(true);
     markInactive(m_tree);
     auto* right = new QWidget(m_splitter);
@@ -40,7 +40,7 @@ TDialogSetupSelect::TDialogSetupSelect(QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(5, 5, 5, 0);
     layout->addWidget(m_splitter, 1);
-    addDialogButtons(this, layout, 80, 81);
+    addDialogButtons(this, layout, Text::ButtonOk, Text::ButtonCancel);
     addPage(new TDialogSetupPageMain(m_stack));
     addPage(new TDialogSetupPageInterface(m_stack));
     addPage(new TDialogSetupPageConfirm(m_stack));
@@ -93,6 +93,6 @@ void TDialogSetupSelect::accept()
     for (IDialogSetupPage* page : m_pages)
         page->store();
     if (appData().Language != language)
-        msgInfo(langText(2), this);
+        msgInfo(langText(Text::LanguageChanged), this);
     TDialogBase::accept();
 }

@@ -82,7 +82,7 @@ TSetupEditor makeExpand(const TSetupRow& row, QWidget* parent)
 {
     const auto field = std::get<int TAppData::*>(row.field);
     auto* box = new TComboBox(parent);
-    for (int text : {233, 234, 235})
+    for (Text text : {Text::TreeAsSaved, Text::TreeCollapsed, Text::TreeExpanded})
         box->addItem(langText(text));
     box->setCurrentIndex(appData().*field < box->count() ? appData().*field : -1);
     return {box, true, storeChange(field, [box] { return box->currentIndex(); })};
@@ -170,6 +170,6 @@ TSetupEditor makeSetupEditor(const TSetupRow& row, QWidget* parent)
 QString setupText(const TSetupRow& row)
 {
     if (row.kind == TSetupKind::Number)
-        return langText(466).arg(plainTitle(row.text));
-    return row.text >= 0 ? langText(row.text) : cmdCode().name(row.command);
+        return langText(Text::SettingPixels).arg(plainTitle(row.text));
+    return row.text != Text::None ? langText(row.text) : cmdCode().name(row.command);
 }

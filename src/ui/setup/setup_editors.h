@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/texts.h"
 #include "settings/TAppData.h"
 
 #include <QLatin1String>
@@ -31,7 +32,7 @@ enum class TSetupKind {
 struct TSetupRow
 {
     TSetupKind kind = TSetupKind::Check;
-    int text = -1; ///< number of its text; with -1 the name of the command below
+    Text text = Text::None; ///< none: the name of the command below
     TSetupField field = static_cast<bool TAppData::*>(nullptr);
     bool TAppData::*enable = nullptr;
     QLatin1String command = QLatin1String();
@@ -40,7 +41,7 @@ struct TSetupRow
 /// Settings that belong together.
 struct TSetupGroup
 {
-    int title = 0; ///< number of a text, also of one of a menu
+    Text title = Text::None; ///< also that of a menu
     std::vector<TSetupRow> rows;
 };
 
