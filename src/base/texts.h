@@ -5,6 +5,6 @@
 /// Setting or Confirm where it stands at that field of TAppData, and with Ask where it is a question.
 enum class Text : int {
     None = -1, ///< where there need not be a text
-#define VM_TEXT(name, number, places) name = number,
+#define VM_TEXT(name, number, places) name = (number),
 #include "base/texts.def"
 };

@@ -57,8 +57,8 @@ enum class TPrjFileMode {
 [[nodiscard]] bool joinPrjList(const QString& folder, TPrjFileMode mode, const QByteArray& content,
                                QString& file, QString& error);
 /// The suffixes of projects and of lists of them, without the dot.
-constexpr QLatin1String prjSuffix("prj");
-constexpr QLatin1String prjListSuffix("lst");
+constexpr QLatin1String prjSuffix("prj", 3);
+constexpr QLatin1String prjListSuffix("lst", 3);
 /// Copies a list to a file that is not there yet. The projects of a list are named from its folder: in
 /// another folder the relative names change, so that they lead to the same files. False when it cannot be
 /// done.
