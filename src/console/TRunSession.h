@@ -26,8 +26,8 @@ public:
     int run();
 
 private:
-    bool setPorts() const;
-    bool open();
+    [[nodiscard]] bool setPorts() const;
+    [[nodiscard]] bool open();
     bool findConfigs();
     void startAll();
     IRunView* viewOf(int id_cfg);

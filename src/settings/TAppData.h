@@ -19,11 +19,11 @@ public:
     void load();
     /// Writes the keys of the application settings and the two lists. Lines of the file that are none of
     /// them stay. False when the file cannot be written; a line in the diagnostic log says so.
-    bool saveApp() const;
+    [[nodiscard]] bool saveApp() const;
     /// Writes the language alone, which counts only at the next start. False as above.
     [[nodiscard]] bool saveLanguage() const;
     /// Writes the keys of the window settings. False as above.
-    bool saveWindow() const;
+    [[nodiscard]] bool saveWindow() const;
 
     // The fields, each named after its key.
 #define VM_SETTING(field, key, type, written, ...) type field{__VA_ARGS__};

@@ -94,8 +94,9 @@ QString answerBox(QWidget* widget, const char* keys, const char* answer)
 /// What the settings file holds when the settings are saved now, by key.
 QVariantMap settings()
 {
-    appData().saveApp();
-    appData().saveWindow();
+    const bool saved = appData().saveApp() && appData().saveWindow();
+    if (!saved)
+        return {};
     const TSettings file(fileInAppDir("ini"));
     QVariantMap values;
     for (const QString& key : file.allKeys())

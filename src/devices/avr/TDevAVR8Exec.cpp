@@ -166,7 +166,7 @@ bool TDevAVR8Exec::write(quint8 pace, const Instruction& instruction)
 
 bool TDevAVR8Exec::readSignature(QByteArray& bytes)
 {
-    if (!hasAlg(key::alg_ident))
+    if (!requireAlgZero(key::alg_ident))
         return false;
     for (int i = 0; i < signatureSize; ++i) {
         quint8 value = 0;
@@ -226,12 +226,12 @@ bool TDevAVR8Exec::flashWrite(qint64 addr, const QByteArray& bytes)
 
 bool TDevAVR8Exec::eepromRead(qint64 addr, int n, QByteArray& bytes)
 {
-    return hasAlg(key::alg_eeprom_read) && request(opEepromRead, word(addr) + word(n), bytes);
+    return requireAlgZero(key::alg_eeprom_read) && request(opEepromRead, word(addr) + word(n), bytes);
 }
 
 bool TDevAVR8Exec::eepromWrite(qint64 addr, const QByteArray& bytes)
 {
-    return hasAlg(key::alg_eeprom_write) && send(opEepromWrite, word(addr) + bytes);
+    return requireAlgZero(key::alg_eeprom_write) && send(opEepromWrite, word(addr) + bytes);
 }
 
 bool TDevAVR8Exec::chipFuseRead(int n, QByteArray& bytes)
@@ -292,7 +292,7 @@ bool TDevAVR8Exec::chipLockWrite(quint8 pace, quint8 value)
 
 bool TDevAVR8Exec::erase()
 {
-    return hasAlg(key::alg_erase) &&
+    return requireAlgZero(key::alg_erase) &&
            write(pace(key::erase_polling, key::erase_delay), {{0xAC, 0x80, 0x00, 0x00}});
 }
 
@@ -357,7 +357,7 @@ bool TDevAVR8Exec::lockVerify()
 bool TDevAVR8Exec::osccalRead()
 {
     const int n = registerSize(key::osccal_def);
-    if (n < 1 || n > maxCalibrations || !hasAlg(key::alg_osccal_read))
+    if (n < 1 || n > maxCalibrations || !requireAlgZero(key::alg_osccal_read))
         return fail();
     QByteArray bytes;
     for (int i = 0; i < n; ++i) {

@@ -139,28 +139,28 @@ bool TDev25Exec::transfer(int n, const QByteArray& command, QByteArray& reply)
 
 bool TDev25Exec::readSignature(QByteArray& bytes)
 {
-    return hasAlg(key::alg_ident) && transfer(idSize, bytesOf({readId}), bytes);
+    return requireAlgZero(key::alg_ident) && transfer(idSize, bytesOf({readId}), bytes);
 }
 
 bool TDev25Exec::chipRead(qint64 addr, int n, QByteArray& bytes)
 {
     // One byte behind the address gives the chip the time that a fast read needs.
-    return hasAlg(key::alg_flash_read) && transfer(n, addressed(fastRead, addr) + '\0', bytes);
+    return requireAlgZero(key::alg_flash_read) && transfer(n, addressed(fastRead, addr) + '\0', bytes);
 }
 
 bool TDev25Exec::chipErase(quint8 op, qint64 addr)
 {
-    return hasAlg(key::alg_erase) && send(opTransfer, addressed(op, addr));
+    return requireAlgZero(key::alg_erase) && send(opTransfer, addressed(op, addr));
 }
 
 bool TDev25Exec::chipWrite(qint64 addr, const QByteArray& bytes)
 {
-    return hasAlg(key::alg_flash_write) && send(opTransfer, addressed(pageProgram, addr) + bytes);
+    return requireAlgZero(key::alg_flash_write) && send(opTransfer, addressed(pageProgram, addr) + bytes);
 }
 
 bool TDev25Exec::chipStatusRead(QByteArray& bytes)
 {
-    if (!hasAlg(key::alg_status_reg_read))
+    if (!requireAlgZero(key::alg_status_reg_read))
         return false;
     for (int i = 0; i < statusServed(); ++i) {
         QByteArray reply;
@@ -175,7 +175,7 @@ bool TDev25Exec::chipStatusRead(QByteArray& bytes)
 
 bool TDev25Exec::chipStatusWrite(const QByteArray& bytes)
 {
-    if (!hasAlg(key::alg_status_reg_write))
+    if (!requireAlgZero(key::alg_status_reg_write))
         return false;
     if (bytes.size() != statusServed())
         return fail();
@@ -188,30 +188,31 @@ bool TDev25Exec::chipStatusWrite(const QByteArray& bytes)
 
 bool TDev25Exec::chipSfdpRead(qint64 addr, int n, QByteArray& bytes)
 {
-    return hasAlg(key::alg_fsdp_read) && transfer(n, bytesOf({readSfdp, 0, 0, int(addr & 0xFF), 0}), bytes);
+    return requireAlgZero(key::alg_fsdp_read) &&
+           transfer(n, bytesOf({readSfdp, 0, 0, int(addr & 0xFF), 0}), bytes);
 }
 
 bool TDev25Exec::chipSecurityErase(int index)
 {
-    return hasAlg(key::alg_security_reg_erase) &&
+    return requireAlgZero(key::alg_security_reg_erase) &&
            send(opTransfer, bytesOf({eraseSecurity, 0, registerCode(index), 0}));
 }
 
 bool TDev25Exec::chipSecurityRead(qint64 addr, int n, QByteArray& bytes)
 {
-    return hasAlg(key::alg_security_reg_read) &&
+    return requireAlgZero(key::alg_security_reg_read) &&
            transfer(n, securityAddressed(readSecurity, addr) + '\0', bytes);
 }
 
 bool TDev25Exec::chipSecurityWrite(qint64 addr, const QByteArray& bytes)
 {
-    return hasAlg(key::alg_security_reg_write) &&
+    return requireAlgZero(key::alg_security_reg_write) &&
            send(opTransfer, securityAddressed(programSecurity, addr) + bytes);
 }
 
 bool TDev25Exec::chipUniqueId(QByteArray& bytes)
 {
-    if (!hasAlg(key::alg_unique_id_read) ||
+    if (!requireAlgZero(key::alg_unique_id_read) ||
         !transfer(uniqueIdSize, bytesOf({readUniqueId, 0, 0, 0, 0}), bytes))
         return false;
     return bytes.size() == uniqueIdSize || fail();

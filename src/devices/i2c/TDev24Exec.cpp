@@ -61,13 +61,13 @@ bool TDev24CExec::chipRead(qint64 addr, int n, QByteArray& bytes)
     QByteArray payload;
     payload.append(char(n & 0xFF));
     payload.append(char(n >> 8 & 0xFF));
-    return hasAlg(key::alg_read) && addressed(addr, payload) && request(opRead, payload, bytes);
+    return requireAlgZero(key::alg_read) && addressed(addr, payload) && request(opRead, payload, bytes);
 }
 
 bool TDev24CExec::chipWrite(qint64 addr, const QByteArray& bytes)
 {
     QByteArray payload;
-    return hasAlg(key::alg_write) && addressed(addr, payload) && send(opWrite, payload + bytes);
+    return requireAlgZero(key::alg_write) && addressed(addr, payload) && send(opWrite, payload + bytes);
 }
 
 bool TDev24CExec::setAddr()

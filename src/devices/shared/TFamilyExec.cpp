@@ -115,7 +115,7 @@ int TFamilyExec::alg(const QString& key, int line) const
     return chip(key, line).toInt();
 }
 
-bool TFamilyExec::hasAlg(const QString& key, int line)
+bool TFamilyExec::requireAlgZero(const QString& key, int line)
 {
     return alg(key, line) == 0 || fail();
 }

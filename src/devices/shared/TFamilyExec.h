@@ -41,7 +41,7 @@ protected:
     /// The algorithm number of a primitive; 0 when the key is missing.
     int alg(const QString& key, int line = __builtin_LINE()) const;
     /// The primitive has algorithm number 0; otherwise false without a reason.
-    [[nodiscard]] bool hasAlg(const QString& key, int line = __builtin_LINE());
+    [[nodiscard]] bool requireAlgZero(const QString& key, int line = __builtin_LINE());
     /// All keys of the chip's description.
     const TData& description() const { return m_chip; }
     TSerialPort* port() const { return m_port; }

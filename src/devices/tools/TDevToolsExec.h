@@ -51,7 +51,7 @@ private:
 
     void waitShort(qint64 ms);
     void waitLong(qint64 ms);
-    bool openPort(TSerialPort* port, const TProg& prog);
+    [[nodiscard]] bool openPort(TSerialPort* port, const TProg& prog);
     bool identify(TSerialPort* port, int& interfaceId);
 
     bool m_pause = false;

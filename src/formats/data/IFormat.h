@@ -55,14 +55,14 @@ protected:
     bool failDevice();
     /// Opens the file, but no pipe: that would wait for its other end without a limit. False with the reason
     /// in reason.
-    bool openFile(QIODevice::OpenMode how, QString& reason);
+    [[nodiscard]] bool openFile(QIODevice::OpenMode how, QString& reason);
     /// Opens for a new content: a file beside the target or, where there can be none, what the name stands
     /// for. False with the reason in reason.
-    bool openNew(QString& reason);
+    [[nodiscard]] bool openNew(QString& reason);
     /// Writes all of the bytes, or stores the reason. For a new file some may still wait in memory.
-    bool put(const QByteArray& bytes);
+    [[nodiscard]] bool put(const QByteArray& bytes);
     /// Writes those. To be called before the place in the file is changed.
-    bool putBlock();
+    [[nodiscard]] bool putBlock();
     /// Ends writing; a new file takes its place.
     bool finish();
 
@@ -71,9 +71,9 @@ protected:
     QFileDevice* m_out = &m_file; ///< the one of the two that is open
 
 private:
-    bool openPipe(QString& reason);
+    [[nodiscard]] bool openPipe(QString& reason);
     bool awaitReader();
-    bool writeOut(const QByteArray& bytes);
+    [[nodiscard]] bool writeOut(const QByteArray& bytes);
 
     QByteArray m_block; ///< gathered bytes of a new file
     bool m_isPipe = false;

@@ -30,8 +30,8 @@ public:
 private:
     enum Step { Next, Stop, Wrong };
 
-    bool openRead();
-    bool openWrite();
+    [[nodiscard]] bool openRead();
+    [[nodiscard]] bool openWrite();
 
     void appendAddress(QByteArray& out);
     int appendRecords(QByteArray& out, const QByteArray& data, int atLeast, qint64 grid);

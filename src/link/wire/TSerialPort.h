@@ -22,7 +22,7 @@ public:
     void setUser(const QString& user);
     /// Opens the port of that name ("ttyUSB0", a path or a link). Whatever name leads to it, a terminal is
     /// open once: in this process, and by the system's lock in all programs that keep to such locks.
-    bool open(const QString& portName, QIODevice::OpenMode mode);
+    [[nodiscard]] bool open(const QString& portName, QIODevice::OpenMode mode);
     void close();
     bool isOpen() const;
 

@@ -56,11 +56,12 @@ TMainWindow::~TMainWindow()
 {
     m_session.stopRuns();
     const TAppData& app = appData();
+    // What cannot be written now is told by the diagnostic log: the windows are gone.
     if (app.SaveSettingsApp)
-        app.saveApp();
+        static_cast<void>(app.saveApp());
     if (app.SaveSettingsWindow) {
         takeWindowSettings();
-        app.saveWindow();
+        static_cast<void>(app.saveWindow());
     }
     delete m_cmdSelector;
     m_session.clear();

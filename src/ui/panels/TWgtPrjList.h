@@ -28,7 +28,7 @@ public:
 
     /// Reads a list; a relative file is taken against the folder of projects. expandMode is
     /// /Interface/PrjListExpand. False with errorText() or statusText(), the tree is empty then.
-    bool load(const QString& name, const QString& file, int expandMode);
+    [[nodiscard]] bool load(const QString& name, const QString& file, int expandMode);
     bool isLoaded() const;
     QString statusText() const;
     QString errorText() const;
