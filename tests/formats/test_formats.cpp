@@ -146,7 +146,7 @@ private slots:
         row("white space", ":02 0000\t00 0A0 B E9 \n" + hexEnd, 0, 99, "0:0a0b");
         row("gap", ab + cd + gap + hexEnd, 0, 99, "0:0a0b0c0d 10:0e0f");
         row("pieces are aligned", hexLine(0, 14, counted(6)) + hexEnd, 14, 99, "e:0001 10:02030405");
-        row("lines behind the end", ab + hexEnd + "\r\nnonsense\r\n", 0, 99, "0:0a0b");
+        row("lines behind the end", ab + hexEnd + "\r\nnonsense\r\n" + cd, 0, 99, "0:0a0b -2");
         row("other types", ab + hexLine(3, 0, "1234") + hexLine(5, 0, "1234") + hexLine(9, 0, "") + cd, 0, 99,
             "0:0a0b0c0d");
         row("above the last address", ab + gap, 0, 0xF, "0:0a0b -2");

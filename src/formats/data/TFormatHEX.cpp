@@ -197,6 +197,7 @@ TFormatHEX::Step TFormatHEX::takeRecord(const THexRecord& record, qint64 want)
         return takeData(record, want);
     case THexRecord::End:
         m_ended = true;
+        leaveRest();
         return Stop;
     case THexRecord::SegmentAddress:
     case THexRecord::LinearAddress:
@@ -251,6 +252,19 @@ TFormatHEX::Step TFormatHEX::leave(int bytes)
 {
     m_leftOut += bytes;
     return Next;
+}
+
+void TFormatHEX::leaveRest()
+{
+    // Two files put together with their end records both in place: what stands behind the first one is not
+    // taken, and must not be missed in silence. A pipe may stay open for long, and is not waited for.
+    const char* line = nullptr;
+    int length = 0;
+    THexRecord record;
+    while (!m_file.isSequential() && m_lines.next(line, length) == TLineReader::Line) {
+        if (record.parse(line, length) && record.type() == THexRecord::Data)
+            leave(record.size());
+    }
 }
 
 TFormatHEX::Step TFormatHEX::putBack()

@@ -43,6 +43,8 @@ private:
     Step takeUpper(const THexRecord& record);
     Step takeData(const THexRecord& record, qint64 want);
     Step leave(int bytes);
+    /// Counts the data behind the end record. Whatever else stands there is no fault of the file.
+    void leaveRest();
     Step putBack();
 
     const qint64 m_addrFile;
@@ -56,7 +58,7 @@ private:
     quint8 m_extType = 0; ///< record type of an extended address in writing; 0: none is needed
     bool m_isLinear = false;
     quint16 m_upper = 0;  ///< bits 31..16 of the address in force
-    qint64 m_leftOut = 0; ///< bytes of records outside the range
+    qint64 m_leftOut = 0; ///< bytes of records outside the range or behind the end record
     int m_most = 0;       ///< bytes to make room for, for one piece
     bool m_ended = false; ///< the end-of-file record was read
     QByteArray m_pending; ///< bytes taken in, not yet written out or handed out
