@@ -40,7 +40,7 @@ PeerLine::PeerLine(const QString& text)
 {
     const QString reply = text.section(QLatin1Char('>'), 1).trimmed();
     if (reply.startsWith(QLatin1Char('!')))
-        answer = peerFrame(0xFF, QByteArray(1, static_cast<char>(reply.midRef(1).toInt())) + '\0');
+        answer = peerFrame(0xFF, QByteArray(1, static_cast<char>(reply.mid(1).toInt())) + '\0');
     else if (text.contains(QLatin1Char('>')))
         answer = peerFrame(static_cast<quint8>(request.at(0)), bytesOf(reply));
 }
