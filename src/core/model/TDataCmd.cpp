@@ -172,6 +172,12 @@ TProg* TDataCmd::prog() const
     return m_prog;
 }
 
+TBinding TDataCmd::binding()
+{
+    const QMutexLocker lock(&m_mutex);
+    return {this, m_device, m_family, m_prog};
+}
+
 void TDataCmd::bind(IDevice* device, IDevice* family, TProg* prog, bool validDev)
 {
     const QString chip = family ? family->name() : QString();

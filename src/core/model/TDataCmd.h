@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/types.h"
+#include "core/model/TBinding.h"
 
 #include <QMutex>
 
@@ -49,6 +50,8 @@ public:
     IDevice* family() const;
     /// The programmer in force; borrowed, may be null.
     TProg* prog() const;
+    /// The command with the three of them, taken at once.
+    TBinding binding();
     void bind(IDevice* device, IDevice* family, TProg* prog, bool validDev);
 
     /// Name of the chip that the parameters were made for: the first one that the command was bound to,

@@ -2,12 +2,17 @@
 
 #include "base/TFileStamp.h"
 #include "base/types.h"
+#include "core/model/TBinding.h"
+#include "core/model/TCfgList.h"
+#include "core/model/TCmdBinder.h"
+#include "core/model/TCmdList.h"
+#include "core/model/TDeviceCache.h"
+#include "core/model/TProgCache.h"
+#include "core/model/TRunStep.h"
 
-#include <QHash>
 #include <QList>
 #include <QObject>
 #include <QRecursiveMutex>
-#include <QSet>
 #include <QStringList>
 
 #include <functional>
@@ -17,20 +22,6 @@ class IDeviceCatalogue;
 class TDataCfg;
 class TDataCmd;
 class TProg;
-
-/// What a worker needs of its next command, taken in one step under the project's lock.
-struct TRunStep
-{
-    /// Whether there is a next command; Gone: the command before it, or the configuration, was deleted
-    /// meanwhile, so that nobody knows what comes next.
-    enum class State { End, Found, Gone };
-
-    State state = State::End;
-    TData data;                ///< the whole command
-    IDevice* device = nullptr; ///< class that implements it; null without a chip before it
-    bool validDev = false;
-    bool validParam = false;
-};
 
 /// The open project: configurations, commands, and what is in force at each command. All methods but
 /// cmdAt lock the project's recursive mutex and may be called from any thread. Signals may be emitted
@@ -111,6 +102,8 @@ public:
     void setCmdStatus(int id_cmd, bool status);
     void setCfgCmdStatus(int id_cfg, bool status);
     TDataCmd* cmdById(int id_cmd) const;
+    /// The command with what it is bound to; all null for an unknown id.
+    TBinding binding(int id_cmd) const;
     /// No lock and no bounds check.
     TDataCmd* cmdAt(int index) const;
     int cmdIdAt(int index) const;
@@ -155,40 +148,7 @@ signals:
     void signalChangePrj(bool change);
 
 private:
-    /// What a place in the list inherits from the commands before it.
-    struct TInForce
-    {
-        IDevice* owner = nullptr;  ///< class of the chip's own commands
-        IDevice* family = nullptr; ///< the chip in force
-        TProg* prog = nullptr;     ///< the programmer in force
-    };
-    struct TPlace
-    {
-        int index = -1; ///< in the list of all commands
-        int row = -1;   ///< within the configuration
-    };
-
     void freeAll();
-    TDataCmd* cmdInList(int index) const;
-    TPlace placeOf(int id_cmd) const;
-    int indexForNew(int id_cfg, int index) const;
-    int firstPlaceFor(int id_cfg) const;
-    template <typename Predicate> void takeOutIf(const Predicate& leaves);
-    /// Index of the nearest command at or before index in its configuration for which stops is true.
-    template <typename Predicate> int walkBack(int id_cfg, int index, const Predicate& stops) const;
-    /// End of the commands behind index that hang on the chip set there.
-    int endOfChip(int index) const;
-
-    TInForce inForceAt(int index);
-    void bindTo(TDataCmd& command, const TInForce& inForce);
-    IDevice* lookUp(const QString& cacheKey, const QString& name, const QString& file);
-    IDevice* chip(const QString& name, const QString& file);
-    IDevice* autoFamily(const QString& name);
-    bool isUsable(const QString& prog) const;
-    bool renew(TDataCmd& command);
-    void setDeviceParam(TDataCmd& command, const TData& data);
-    void setAutoDetectParam(TDataCmd& command, const TData& data);
-    void mergeParam(TDataCmd& command, const TData& data);
 
     mutable QRecursiveMutex m_mutex;
     bool m_changed = false;
@@ -197,23 +157,11 @@ private:
     QString m_name;
     QString m_prjFile;
     QString m_workPath;
-    QList<TDataCfg*> m_configurations;
-    QList<TDataCmd*> m_commands;
-    QHash<int, TDataCmd*> m_cmdById;
-    QHash<int, int> m_cmdCountOfCfg;
-    /// Filled at the first question after the list has changed.
-    mutable QHash<int, TPlace> m_places;
-    QHash<QString, IDevice*> m_devices;
-    QHash<QString, TProg*> m_progs;
-    IDeviceCatalogue* m_catalogue = nullptr;
-    /// Lookups that led nowhere, while bindAll is under way: each reads a file.
-    QSet<QString> m_failedLookups;
-    bool m_isSweep = false;
-    // Taken out of the project while a worker may still use it; deleted when the project is cleared.
-    QList<TDataCfg*> m_parkedCfgs;
-    QList<TDataCmd*> m_parkedCmds;
-    QList<IDevice*> m_parkedDevices;
-    QList<TProg*> m_parkedProgs;
+    TCfgList m_configurations;
+    TCmdList m_commands;
+    TDeviceCache m_devices;
+    TProgCache m_progs;
+    TCmdBinder m_binder;
 };
 
 /// The one open project.
