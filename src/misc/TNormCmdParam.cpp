@@ -8,6 +8,7 @@
 #include "core/model/TDataPrj.h"
 #include "formats/data/TFormat.h"
 #include "link/lists/TProg.h"
+#include "link/wire/bytes.h"
 #include "settings/TAppData.h"
 
 #include <QRegularExpression>
@@ -377,11 +378,7 @@ QByteArray pinPayload(int duration, const QString& state)
 QByteArray durationBytes(int duration)
 {
     using Field = std::numeric_limits<qint16>;
-    const int ms = std::clamp<int>(duration, Field::min(), Field::max());
-    QByteArray bytes;
-    bytes.append(static_cast<char>(ms & 0xFF));
-    bytes.append(static_cast<char>((ms >> 8) & 0xFF));
-    return bytes;
+    return wordBytes(std::clamp<int>(duration, Field::min(), Field::max()));
 }
 
 QString textClk(const TData& data)

@@ -330,11 +330,11 @@ private slots:
         QCOMPARE(state(), before);
     }
 
-    void extendedAddressBelongsToTheLink()
+    void notesBelongToTheLink()
     {
         Echo echo;
         TSerialPort& port = echo.port;
-        QVERIFY(!port.hasExtendedAddress());
+        QVERIFY(!port.note("key").isValid());
         QByteArray data;
         const std::function<void()> forgetting[] = {
             [&] { QVERIFY(port.exchange(0x84, data)); },
@@ -342,13 +342,12 @@ private slots:
             [&] { QVERIFY(openPort(port, echo.peer)); },
         };
         for (const auto& forget : forgetting) {
-            port.setExtendedAddress(3);
+            port.setNote("key", 3);
             if (port.isOpen())
                 QVERIFY(port.exchange(0x83, data));
-            QVERIFY(port.hasExtendedAddress());
-            QCOMPARE(port.extendedAddress(), 3u);
+            QCOMPARE(port.note("key"), QVariant(3));
             forget();
-            QVERIFY(!port.hasExtendedAddress());
+            QVERIFY(!port.note("key").isValid());
         }
     }
 

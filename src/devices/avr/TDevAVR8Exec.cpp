@@ -4,6 +4,7 @@
 #include "base/keys.h"
 #include "devices/avr/TDevAVR8.h"
 #include "link/wire/TSerialPort.h"
+#include "link/wire/bytes.h"
 
 namespace {
 
@@ -21,6 +22,8 @@ constexpr qint64 eepromPage = 32;
 constexpr char erasedByte = char(0xFF);
 constexpr int maxFuses = 3;
 constexpr int maxCalibrations = 256; ///< one byte of address
+/// The address for which the extended address byte was last sent, as the link keeps it.
+constexpr QLatin1String extendedNote("avr/extended_address");
 constexpr char verifyText[] = "Fuse Bits: Data: %1, Read: %2";
 
 /// First two bytes of the instructions of the low, high and extended fuse byte.
@@ -34,15 +37,6 @@ enum FlashWrite { writeBytes = 0, writePage = 1, writeExtendedPage = 2 };
 qint64 evenDown(qint64 n)
 {
     return n < 1 ? n : qMax<qint64>(n & ~qint64(1), 2);
-}
-
-/// Low 16 bits, little-endian.
-QByteArray word(qint64 n)
-{
-    QByteArray bytes;
-    bytes.append(char(n & 0xFF));
-    bytes.append(char(n >> 8 & 0xFF));
-    return bytes;
 }
 
 } // namespace
@@ -182,12 +176,13 @@ bool TDevAVR8Exec::readSignature(QByteArray& bytes)
 bool TDevAVR8Exec::loadExtended(qint64 addr, bool always)
 {
     const quint32 address = quint32(addr);
-    if (!always && port()->hasExtendedAddress() && port()->extendedAddress() >> 16 == address >> 16)
+    const QVariant sent = port()->note(extendedNote);
+    if (!always && sent.isValid() && sent.toUInt() >> 16 == address >> 16)
         return true;
     QByteArray reply;
     if (!instruction(0, {{0x4D, 0x00, quint8(address >> 16), 0x00}}, reply))
         return false;
-    port()->setExtendedAddress(address);
+    port()->setNote(extendedNote, address);
     return true;
 }
 
@@ -195,7 +190,7 @@ bool TDevAVR8Exec::flashRead(qint64 addr, int n, QByteArray& bytes)
 {
     if (alg(key::alg_flash_read) != 0 && !loadExtended(addr, addr == 0))
         return false;
-    return request(opFlashRead, word(addr) + word(n), bytes);
+    return request(opFlashRead, wordBytes(addr) + wordBytes(n), bytes);
 }
 
 bool TDevAVR8Exec::flashWrite(qint64 addr, const QByteArray& bytes)
@@ -214,7 +209,7 @@ bool TDevAVR8Exec::flashWrite(qint64 addr, const QByteArray& bytes)
 
     if (number == writeExtendedPage && !loadExtended(even, false))
         return false;
-    if (!send(opFlashWrite, word(even) + padded))
+    if (!send(opFlashWrite, wordBytes(even) + padded))
         return false;
     if (number == writeBytes)
         return true;
@@ -226,12 +221,12 @@ bool TDevAVR8Exec::flashWrite(qint64 addr, const QByteArray& bytes)
 
 bool TDevAVR8Exec::eepromRead(qint64 addr, int n, QByteArray& bytes)
 {
-    return requireAlgZero(key::alg_eeprom_read) && request(opEepromRead, word(addr) + word(n), bytes);
+    return requireAlgZero(key::alg_eeprom_read) && request(opEepromRead, wordBytes(addr) + wordBytes(n), bytes);
 }
 
 bool TDevAVR8Exec::eepromWrite(qint64 addr, const QByteArray& bytes)
 {
-    return requireAlgZero(key::alg_eeprom_write) && send(opEepromWrite, word(addr) + bytes);
+    return requireAlgZero(key::alg_eeprom_write) && send(opEepromWrite, wordBytes(addr) + bytes);
 }
 
 bool TDevAVR8Exec::chipFuseRead(int n, QByteArray& bytes)

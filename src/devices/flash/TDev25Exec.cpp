@@ -3,8 +3,7 @@
 #include "base/keys.h"
 #include "devices/flash/TDev25.h"
 #include "devices/shared/TBlockErase.h"
-
-#include <QtEndian>
+#include "link/wire/bytes.h"
 
 namespace {
 
@@ -134,7 +133,7 @@ bool TDev25Exec::runOwn(const TCommandRow& row)
 
 bool TDev25Exec::transfer(int n, const QByteArray& command, QByteArray& reply)
 {
-    return request(opTransferRead, bytesOf({n & 0xFF, n >> 8 & 0xFF}) + command, reply);
+    return request(opTransferRead, wordBytes(n) + command, reply);
 }
 
 bool TDev25Exec::readSignature(QByteArray& bytes)

@@ -2,6 +2,7 @@
 
 #include "base/keys.h"
 #include "devices/i2c/TDev24.h"
+#include "link/wire/bytes.h"
 
 namespace {
 
@@ -58,9 +59,7 @@ bool TDev24CExec::addressed(qint64 addr, QByteArray& bytes)
 
 bool TDev24CExec::chipRead(qint64 addr, int n, QByteArray& bytes)
 {
-    QByteArray payload;
-    payload.append(char(n & 0xFF));
-    payload.append(char(n >> 8 & 0xFF));
+    QByteArray payload = wordBytes(n);
     return requireAlgZero(key::alg_read) && addressed(addr, payload) && request(opRead, payload, bytes);
 }
 

@@ -1,9 +1,8 @@
 #include "devices/microwire/TDev93CExec.h"
 
 #include "base/keys.h"
+#include "link/wire/bytes.h"
 #include "misc/TNormCmdParam.h"
-
-#include <QtEndian>
 
 namespace {
 
@@ -26,8 +25,6 @@ bool TDev93CExec::execute(TSerialPort* port, bool&, int&, int&)
     if (command != cmd::set_clk)
         return fail();
     // The clock itself, not the level that the programmer's description may have for it.
-    payload.resize(4);
-    qToLittleEndian(quint32(getParam("devices/TDev93CExec", __LINE__, m_cmdData, key::clk).toInt()),
-                    payload.data());
+    payload = doubleWordBytes(getParam("devices/TDev93CExec", __LINE__, m_cmdData, key::clk).toInt());
     return portGuard(port) && sendChecked(port, opSetClock, payload);
 }

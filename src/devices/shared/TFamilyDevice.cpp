@@ -6,9 +6,8 @@
 #include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"
 #include "devices/shared/description.h"
+#include "link/wire/bytes.h"
 #include "misc/dev_misc.h"
-
-#include <QtEndian>
 
 namespace {
 
@@ -314,16 +313,11 @@ bool TFamilyDevice::setDeviceDefaults(TData& data) const
 
 QByteArray TFamilyDevice::typeBlock() const
 {
-    QByteArray block(3, Qt::Uninitialized);
     const int type = typeNumber(deviceValue(key::prg_type).toString());
-    qToLittleEndian(quint16(type), block.data());
-    block[2] = char(quint8(deviceValue(key::cfg_hw).toUInt()));
-    return block;
+    return wordBytes(type) + char(quint8(deviceValue(key::cfg_hw).toUInt()));
 }
 
 QByteArray TFamilyDevice::clockBlock(const TData& data)
 {
-    QByteArray block(4, Qt::Uninitialized);
-    qToLittleEndian(quint32(execClk(data)), block.data());
-    return block;
+    return doubleWordBytes(execClk(data));
 }

@@ -12,10 +12,9 @@
 #include "formats/data/TFormat.h"
 #include "link/lists/TProg.h"
 #include "link/wire/TSerialPort.h"
+#include "link/wire/bytes.h"
 #include "misc/TNormCmdParam.h"
 #include "misc/dev_misc.h"
-
-#include <QtEndian>
 
 #include <algorithm>
 
@@ -144,9 +143,7 @@ bool TFamilyExec::failOutside()
 
 bool TFamilyExec::setClock()
 {
-    QByteArray level(4, Qt::Uninitialized);
-    qToLittleEndian(quint32(execClk(m_cmdData)), level.data());
-    return send(opSetClock, level);
+    return send(opSetClock, doubleWordBytes(execClk(m_cmdData)));
 }
 
 bool TFamilyExec::leave()

@@ -9,6 +9,7 @@
 #include "devices/tools/run_process.h"
 #include "link/lists/TProg.h"
 #include "link/wire/TSerialPort.h"
+#include "link/wire/bytes.h"
 #include "link/wire/opcodes.h"
 #include "misc/TNormCmdParam.h"
 #include "settings/TAppData.h"
@@ -325,8 +326,7 @@ bool TDevToolsExec::identify(TSerialPort* port, int& interfaceId)
     QByteArray reply;
     if (!sendChecked(port, opcode::readInterface, reply))
         return false;
-    const auto byteAt = [&reply](int i) { return i < reply.size() ? static_cast<uchar>(reply.at(i)) : 0; };
-    interfaceId = byteAt(0) | byteAt(1) << 8;
+    interfaceId = wordAt(reply, 0);
     reply.clear();
     if (!sendChecked(port, opcode::readName, reply))
         return false;

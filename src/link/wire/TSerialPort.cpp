@@ -3,6 +3,7 @@
 #include "base/TLang.h"
 #include "link/wire/TPatience.h"
 #include "link/wire/TPortUsers.h"
+#include "link/wire/bytes.h"
 #include "link/wire/opcodes.h"
 
 #include <QFileInfo>
@@ -63,11 +64,6 @@ quint8 byteAt(const QByteArray& bytes, int index)
     return static_cast<quint8>(bytes.at(index));
 }
 
-int wordAt(const QByteArray& bytes, int index)
-{
-    return byteAt(bytes, index) | byteAt(bytes, index + 1) << 8;
-}
-
 // Zero over a whole frame, its checksum included.
 quint8 byteSum(const QByteArray& bytes)
 {
@@ -81,8 +77,7 @@ QByteArray makeFrame(quint8 command, const QByteArray& payload)
     frame.reserve(headerSize + payload.size() + checksumSize);
     frame.append(syncByte);
     frame.append(static_cast<char>(command));
-    frame.append(static_cast<char>(payload.size() & 0xFF));
-    frame.append(static_cast<char>(payload.size() >> 8 & 0xFF));
+    frame.append(wordBytes(payload.size()));
     frame.append(payload);
     frame.append(static_cast<char>(-byteSum(frame)));
     return frame;
@@ -161,7 +156,7 @@ bool TSerialPort::failToOpen(const QString& path)
 
 void TSerialPort::close()
 {
-    m_hasExtendedAddress = false;
+    m_notes.clear();
     if (m_port->isOpen())
         m_port->close();
     if (!m_path.isEmpty())
@@ -232,7 +227,7 @@ bool TSerialPort::exchange(quint8 command, QByteArray& data)
     m_errorText.clear();
     m_linkFailed = false;
     if (command == opcode::selectChip)
-        m_hasExtendedAddress = false;
+        m_notes.clear();
 
     QByteArray reply;
     if (!sendFrame(command, data) || !receiveFrame(reply))
@@ -383,20 +378,14 @@ bool TSerialPort::isLinkFailed() const
     return m_linkFailed;
 }
 
-bool TSerialPort::hasExtendedAddress() const
+QVariant TSerialPort::note(const QString& key) const
 {
-    return m_hasExtendedAddress;
+    return m_notes.value(key);
 }
 
-quint32 TSerialPort::extendedAddress() const
+void TSerialPort::setNote(const QString& key, const QVariant& value)
 {
-    return m_extendedAddress;
-}
-
-void TSerialPort::setExtendedAddress(quint32 addr)
-{
-    m_extendedAddress = addr;
-    m_hasExtendedAddress = true;
+    m_notes.insert(key, value);
 }
 
 QStringList TSerialPort::portList()

@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QSerialPort>
 #include <QStringList>
+#include <QVariant>
 
 #include <functional>
 
@@ -58,12 +59,11 @@ public:
     /// answered, also when it refused.
     bool isLinkFailed() const;
 
-    /// What a chip family has to remember for as long as the link is open: the address for which an
-    /// AVR's extended address byte was last sent. Forgotten at open(), at close() and at every
-    /// exchange with opcode 0x84.
-    bool hasExtendedAddress() const;
-    quint32 extendedAddress() const;
-    void setExtendedAddress(quint32 addr);
+    /// What a chip family has to remember of what it sent for as long as the chip stays selected on this
+    /// link, under a key of its own; an invalid variant where nothing is. All notes are forgotten at
+    /// open(), at close() and at every exchange that selects a chip.
+    QVariant note(const QString& key) const;
+    void setNote(const QString& key, const QVariant& value);
 
     /// One display text for each port of the machine: "name (manufacturer description)".
     static QStringList portList();
@@ -96,6 +96,5 @@ private:
     std::function<void()> m_whileWaiting;
     bool m_linkFailed = false;
     QString m_errorText;
-    bool m_hasExtendedAddress = false;
-    quint32 m_extendedAddress = 0;
+    QVariantHash m_notes;
 };
