@@ -42,13 +42,11 @@ bool TProgTask::identify()
 
 bool TProgTask::reset()
 {
-    const TDataCmd* command = project().cmdById(m_idCmd);
-    const IDevice* family = command ? command->family() : nullptr;
-    const TProg* prog = command ? command->prog() : nullptr;
-    if (!family || !prog)
+    const TBinding bound = project().binding(m_idCmd);
+    if (!bound.family || !bound.prog)
         return finish(false);
-    const int time = qAbs(prog->resetDefault());
-    const int duration = family->deviceValue(key::reset_pol).toBool() ? time : -time;
+    const int time = qAbs(bound.prog->resetDefault());
+    const int duration = bound.family->deviceValue(key::reset_pol).toBool() ? time : -time;
     emit signalEventText(ceCmdBegin, QStringLiteral("Reset"), QStringLiteral("%1 ms").arg(duration));
 
     TSerialPort port;

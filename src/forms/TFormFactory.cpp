@@ -35,12 +35,12 @@ constexpr struct
 /// The parameters as the form was made from them: what a generated form shows may be stored otherwise.
 TData asShown(const TData& data)
 {
-    const TDataCmd* command = project().cmdById(data.value(key::id_cmd, -1).toInt());
-    const auto* family = command ? qobject_cast<const TFamilyDevice*>(command->device()) : nullptr;
+    const TBinding bound = project().binding(data.value(key::id_cmd, -1).toInt());
+    const auto* family = qobject_cast<const TFamilyDevice*>(bound.device);
     TData shown = data;
     if (!family)
         return shown;
-    shown.insert(key::cmd, command->cmd());
+    shown.insert(key::cmd, bound.command->cmd());
     const TFormSpec spec = family->formSpec(shown);
     if (spec.kind == TFormSpec::Kind::Items)
         shown.insert(key::data, spec.value);

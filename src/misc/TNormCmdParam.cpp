@@ -39,22 +39,21 @@ QString withoutBlanks(QString text)
     return text.remove(blanks);
 }
 
-TDataCmd* commandOf(const TData& data)
+TBinding bindingOf(const TData& data)
 {
-    return project().cmdById(param(data, key::id_cmd).toInt());
+    return project().binding(param(data, key::id_cmd).toInt());
 }
 
 QString fittedState(int id_cmd, bool withoutChip)
 {
-    const TDataCmd* command = project().cmdById(id_cmd);
-    if (!command)
+    const TBinding bound = project().binding(id_cmd);
+    if (!bound)
         return {};
-    QString state = command->param(key::state).toString();
-    const IDevice* chip = command->family();
-    const TProg* prog = command->prog();
-    if (!prog || (!chip && !withoutChip))
+    QString state = bound.command->param(key::state).toString();
+    const IDevice* chip = bound.family;
+    if (!bound.prog || (!chip && !withoutChip))
         return state;
-    return padState(state, prog->pinList(chip ? chip->section() : QString(), true).size());
+    return padState(state, bound.prog->pinList(chip ? chip->section() : QString(), true).size());
 }
 
 /// The fill byte is the low part of a number without a sign; one that is none would become 0.
@@ -338,16 +337,14 @@ QByteArray leavePayload(int id_cmd, bool withReset)
 
 bool validLeave(const TData& data, bool withReset)
 {
-    const TDataCmd* command = commandOf(data);
-    const TProg* prog = command ? command->prog() : nullptr;
-    if (!prog || !validState(param(data, key::state).toString(), *prog))
+    const TBinding bound = bindingOf(data);
+    if (!bound.prog || !validState(param(data, key::state).toString(), *bound.prog))
         return false;
-    const IDevice* chip = command->family();
-    if (!withReset || !chip)
+    if (!withReset || !bound.family)
         return true;
     qint64 duration = 0;
     return readInt(param(data, key::duration), duration) &&
-           validPulse(duration, chip->deviceValue(key::reset_pol).toBool(), *prog);
+           validPulse(duration, bound.family->deviceValue(key::reset_pol).toBool(), *bound.prog);
 }
 
 void defaultLeave(TData& data, bool withReset)
@@ -355,8 +352,7 @@ void defaultLeave(TData& data, bool withReset)
     data[key::state] = QString();
     if (!withReset)
         return;
-    const TDataCmd* command = commandOf(data);
-    const TProg* prog = command ? command->prog() : nullptr;
+    const TProg* prog = bindingOf(data).prog;
     data[key::reset] = true;
     data[key::duration] = prog ? prog->resetDefault() : 0;
 }
@@ -388,17 +384,15 @@ QString textClk(const TData& data)
 
 bool validClk(const TData& data)
 {
-    const TDataCmd* command = commandOf(data);
-    const IDevice* chip = command ? command->family() : nullptr;
-    const TProg* prog = command ? command->prog() : nullptr;
+    const TBinding bound = bindingOf(data);
     qint64 clk = 0;
-    return chip && prog && readInt(param(data, key::clk), clk) && validClock(clk, chip->section(), *prog);
+    return bound.family && bound.prog && readInt(param(data, key::clk), clk) &&
+           validClock(clk, bound.family->section(), *bound.prog);
 }
 
 void defaultClk(TData& data, const QString& section)
 {
-    const TDataCmd* command = commandOf(data);
-    const TProg* prog = command ? command->prog() : nullptr;
+    const TProg* prog = bindingOf(data).prog;
     data[key::clk] = prog ? prog->clockDefault(section) : 0;
 }
 

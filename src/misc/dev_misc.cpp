@@ -3,7 +3,6 @@
 #include "base/helpers.h"
 #include "base/keys.h"
 #include "core/model/IDevice.h"
-#include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"
 #include "link/lists/TProg.h"
 #include "misc/TNormCmdParam.h"
@@ -43,8 +42,8 @@ void execFile(const TData& data, qint64& addr_file, qint64& addr_first, qint64& 
 
 int execClk(const TData& data)
 {
-    const TDataCmd* command = project().cmdById(param(data, key::id_cmd).toInt());
-    const IDevice* chip = command ? command->family() : nullptr;
-    const TProg* prog = command ? command->prog() : nullptr;
-    return chip && prog ? prog->clockCode(chip->section(), param(data, key::clk).toInt()) : 0;
+    const TBinding bound = project().binding(param(data, key::id_cmd).toInt());
+    return bound.family && bound.prog
+               ? bound.prog->clockCode(bound.family->section(), param(data, key::clk).toInt())
+               : 0;
 }

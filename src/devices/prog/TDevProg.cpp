@@ -3,7 +3,6 @@
 #include "base/TCmdCode.h"
 #include "base/TLang.h"
 #include "base/keys.h"
-#include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"
 #include "devices/prog/TDevProgExec.h"
 #include "link/lists/TPairStringList.h"
@@ -19,23 +18,16 @@ QVariant param(const TData& data, const QString& key, int line = __builtin_LINE(
     return getParam("devices/TDevProg", line, data, key);
 }
 
-TDataCmd* commandOf(const TData& data)
+TBinding bindingOf(const TData& data)
 {
-    return project().cmdById(param(data, key::id_cmd).toInt());
-}
-
-const TProg* progOf(const TData& data)
-{
-    const TDataCmd* command = commandOf(data);
-    return command ? command->prog() : nullptr;
+    return project().binding(param(data, key::id_cmd).toInt());
 }
 
 /// The family's part of set_device and auto_detect.
 bool checkFamily(const TData& data)
 {
-    const TDataCmd* command = commandOf(data);
-    const IDevice* family = command && command->prog() ? command->family() : nullptr;
-    return family && family->checkDeviceParams(data);
+    const TBinding bound = bindingOf(data);
+    return bound.prog && bound.family && bound.family->checkDeviceParams(data);
 }
 
 void defaultSetDevice(TData& data)
@@ -78,13 +70,13 @@ QString textAutoDetect(const TData& data)
 
 void defaultReset(TData& data)
 {
-    if (const TProg* prog = progOf(data))
+    if (const TProg* prog = bindingOf(data).prog)
         data[key::duration] = prog->resetDefault();
 }
 
 bool checkReset(const TData& data)
 {
-    const TProg* prog = progOf(data);
+    const TProg* prog = bindingOf(data).prog;
     if (!prog)
         return false;
     int min = 0;
@@ -104,13 +96,13 @@ QString textReset(const TData& data)
 
 void defaultSetIo(TData& data)
 {
-    if (progOf(data))
+    if (bindingOf(data).prog)
         data[key::state] = QString();
 }
 
 bool checkSetIo(const TData& data)
 {
-    const TProg* prog = progOf(data);
+    const TProg* prog = bindingOf(data).prog;
     return prog && validState(param(data, key::state).toString(), *prog);
 }
 
@@ -151,7 +143,7 @@ struct Frequency
 
 void defaultSetFreq(TData& data)
 {
-    const TProg* prog = progOf(data);
+    const TProg* prog = bindingOf(data).prog;
     if (!prog)
         return;
     int freq = 0;
@@ -163,7 +155,7 @@ void defaultSetFreq(TData& data)
 
 bool checkSetFreq(const TData& data)
 {
-    const TProg* prog = progOf(data);
+    const TProg* prog = bindingOf(data).prog;
     if (!prog)
         return false;
     const Frequency limits(*prog);
@@ -176,7 +168,7 @@ bool checkSetFreq(const TData& data)
 QString textSetFreq(const TData& data)
 {
     const qint64 freq = param(data, key::freq).toLongLong();
-    const TProg* prog = progOf(data);
+    const TProg* prog = bindingOf(data).prog;
     if (prog && Frequency(*prog).showsDuty)
         return textFreqDuty(freq, param(data, key::duty_cycle).toInt());
     return textFreq(freq);
@@ -231,13 +223,13 @@ QString voltText(const TData& data, const QString& key)
 
 template <const Supply& supply> void defaultVolts(TData& data)
 {
-    if (const TProg* prog = progOf(data))
+    if (const TProg* prog = bindingOf(data).prog)
         data[supply.volts] = (prog->*supply.voltDefault)();
 }
 
 template <const Supply& supply> bool checkVolts(const TData& data)
 {
-    const TProg* prog = progOf(data);
+    const TProg* prog = bindingOf(data).prog;
     return prog && inLimits(data, supply.volts, *prog, supply.voltLimits, tooManyVolts);
 }
 
@@ -248,7 +240,7 @@ template <const Supply& supply> QString textVolts(const TData& data)
 
 template <const Supply& supply> void defaultCurrent(TData& data)
 {
-    const TProg* prog = progOf(data);
+    const TProg* prog = bindingOf(data).prog;
     if (!prog)
         return;
     data[supply.volts] = (prog->*supply.voltDefault)();
@@ -258,7 +250,7 @@ template <const Supply& supply> void defaultCurrent(TData& data)
 
 template <const Supply& supply> bool checkCurrent(const TData& data)
 {
-    const TProg* prog = progOf(data);
+    const TProg* prog = bindingOf(data).prog;
     return prog && checkVolts<supply>(data) &&
            inLimits(data, supply.current, *prog, supply.currentLimits, supply.tooMuchCurrent);
 }
@@ -291,7 +283,7 @@ TDevProg::TDevProg(const QString& name, const TData& data)
 
 QWidget* TDevProg::createForm(const TData& data) const
 {
-    return progOf(data) ? TPseudoDevice::createForm(data) : nullptr;
+    return bindingOf(data).prog ? TPseudoDevice::createForm(data) : nullptr;
 }
 
 IDeviceExec* TDevProg::createExec(const TData& data) const

@@ -3,7 +3,6 @@
 #include "base/TLang.h"
 #include "base/keys.h"
 #include "core/model/IDevice.h"
-#include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"
 #include "core/model/shared_settings.h"
 #include "link/lists/AutoList.h"
@@ -140,16 +139,14 @@ bool TDevProgExec::send(TSerialPort* port, quint8 command, QByteArray payload)
 
 bool TDevProgExec::runSetDevice(TSerialPort* port)
 {
-    const TDataCmd* command = project().cmdById(param(m_cmdData, key::id_cmd).toInt());
-    const IDevice* family = command ? command->family() : nullptr;
+    const IDevice* family = project().binding(param(m_cmdData, key::id_cmd).toInt()).family;
     return family && send(port, opcode::selectChip, family->deviceParamBlock(m_cmdData));
 }
 
 bool TDevProgExec::runAutoDetect(TSerialPort* port, int& cur_cfg, int& cur_cmd)
 {
     const bool stops = isFlagSet(param(m_cmdData, key::stop));
-    const TDataCmd* command = project().cmdById(cur_cmd);
-    const IDevice* family = command ? command->family() : nullptr;
+    const IDevice* family = project().binding(cur_cmd).family;
     QString id;
     if (!family || !detectChip(port, *family, stops, id))
         return false;

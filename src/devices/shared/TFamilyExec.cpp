@@ -4,7 +4,6 @@
 #include "base/helpers.h"
 #include "base/keys.h"
 #include "core/model/IDevice.h"
-#include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"
 #include "core/model/shared_settings.h"
 #include "devices/shared/TFileTally.h"
@@ -50,17 +49,16 @@ bool TFamilyExec::begin(TSerialPort* port)
 {
     if (!portGuard(port))
         return false;
-    const TDataCmd* command = project().cmdById(param(key::id_cmd).toInt());
-    m_device = command ? command->family() : nullptr;
-    const TProg* prog = command ? command->prog() : nullptr;
-    if (!m_device || !prog)
+    const TBinding bound = project().binding(param(key::id_cmd).toInt());
+    m_device = bound.family;
+    if (!m_device || !bound.prog)
         return fail();
     m_port = port;
     m_chip = m_device->deviceData();
     quint16 bytes = 0;
-    prog->maxData(bytes);
+    bound.prog->maxData(bytes);
     m_maxData = bytes;
-    m_timeout = prog->timeout();
+    m_timeout = bound.prog->timeout();
     return true;
 }
 

@@ -139,8 +139,7 @@ void defaultSetProg(TData& data)
 
 bool checkSetProg(const TData& data)
 {
-    const TDataCmd* command = project().cmdById(param(data, key::id_cmd).toInt());
-    return command && command->prog();
+    return project().binding(param(data, key::id_cmd).toInt()).prog != nullptr;
 }
 
 QString textSetProg(const TData& data)

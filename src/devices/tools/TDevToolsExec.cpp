@@ -280,10 +280,10 @@ bool TDevToolsExec::runSetProg(Run& run)
 {
     if (run.port->isOpen())
         run.port->close();
-    const TDataCmd* command = project().cmdById(param(m_cmdData, key::id_cmd).toInt());
-    if (!command)
+    const TBinding bound = project().binding(param(m_cmdData, key::id_cmd).toInt());
+    if (!bound)
         return false;
-    const TProg* prog = command->prog();
+    const TProg* prog = bound.prog;
     if (!prog)
         return fail(langText(Text::ProgDescriptionMissing));
     int interfaceId = 0;

@@ -1,7 +1,6 @@
 #include "forms/chip/dev_forms.h"
 
 #include "base/keys.h"
-#include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"
 #include "devices/i2c/TDev24.h"
 #include "devices/shared/TFamilyDevice.h"
@@ -27,8 +26,7 @@ int idOf(const TData& data)
 
 const TProg* progOf(const TData& data)
 {
-    const TDataCmd* command = project().cmdById(idOf(data));
-    return command ? command->prog() : nullptr;
+    return project().binding(idOf(data)).prog;
 }
 
 QWidget* formChar(const TData& data, const TRegion& region)

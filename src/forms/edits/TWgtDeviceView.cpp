@@ -83,16 +83,16 @@ QPlainTextEdit* TWgtDeviceView::addPane(const QString& label)
     return pane;
 }
 
-void TWgtDeviceView::showDevice(const TDataCmd* command)
+void TWgtDeviceView::showDevice(const TBinding& bound)
 {
-    const IDevice* family = command ? command->family() : nullptr;
+    const IDevice* family = bound.family;
     showWarning(m_warning, family ? deviceWarnings(family->deviceData()) : QStringList());
     m_info->setPlainText(family ? family->info().join(QLatin1Char('\n')) : QString());
-    m_pins->setPlainText(family ? pinLines(*family, command->prog(), m_rule) : QString());
-    showFamilyForm(command);
+    m_pins->setPlainText(family ? pinLines(*family, bound.prog, m_rule) : QString());
+    showFamilyForm(bound);
 }
 
-void TWgtDeviceView::showFamilyForm(const TDataCmd* command)
+void TWgtDeviceView::showFamilyForm(const TBinding& bound)
 {
     if (m_form) {
         // Perhaps the change that leads here is its own.
@@ -103,9 +103,8 @@ void TWgtDeviceView::showFamilyForm(const TDataCmd* command)
         m_layout->removeWidget(m_form);
         m_form.clear();
     }
-    const IDevice* family = command ? command->family() : nullptr;
-    if (family)
-        m_form = family->createDeviceForm(command->toData());
+    if (bound.family)
+        m_form = bound.family->createDeviceForm(bound.command->toData());
     if (!m_form)
         return;
     // The page scrolls, not the form in it.

@@ -8,7 +8,7 @@
 class QLabel;
 class QPlainTextEdit;
 class QVBoxLayout;
-class TDataCmd;
+struct TBinding;
 
 /// What is told of the chip or family that a command chooses: what the family has to set, a warning in red
 /// where the description has one, remarks, and which pin goes where.
@@ -21,7 +21,7 @@ public:
     TWgtDeviceView(const QString& infoLabel, const QString& pinsLabel, int rule, QWidget* parent);
 
     /// Shows what is in force at the command; null empties the view.
-    void showDevice(const TDataCmd* command);
+    void showDevice(const TBinding& bound);
 
 signals:
     /// From the family's part.
@@ -29,7 +29,7 @@ signals:
 
 private:
     QPlainTextEdit* addPane(const QString& label);
-    void showFamilyForm(const TDataCmd* command);
+    void showFamilyForm(const TBinding& bound);
 
     const int m_rule;
     QVBoxLayout* m_layout;

@@ -3,7 +3,6 @@
 #include "base/TCmdCode.h"
 #include "base/TLang.h"
 #include "base/keys.h"
-#include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"
 #include "core/model/shared_settings.h"
 #include "forms/edits/TComboBox.h"
@@ -168,14 +167,14 @@ void TFormProgAutoDetect::connectAll()
 
 void TFormProgAutoDetect::showParams()
 {
-    const TDataCmd* command = project().cmdById(idCmd());
-    showName(m_family, textParam(key::name), command && command->family());
+    const TBinding bound = project().binding(idCmd());
+    showName(m_family, textParam(key::name), bound.family != nullptr);
     const QSignalBlocker executeBlocker(m_execute);
     const QSignalBlocker existBlocker(m_exist);
     m_execute->setCurrentIndex(isFlagSet(param(key::execute)) ? 1 : 0);
     m_exist->setCurrentIndex(isFlagSet(param(key::stop)) ? 1 : 0);
     showRoutes();
-    m_view->showDevice(command);
+    m_view->showDevice(bound);
     alignLabels(this);
 }
 

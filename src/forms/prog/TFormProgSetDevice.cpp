@@ -2,7 +2,6 @@
 
 #include "base/TLang.h"
 #include "base/keys.h"
-#include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"
 #include "devices/TDeviceList.h"
 #include "forms/IFormHost.h"
@@ -39,9 +38,9 @@ TFormProgSetDevice::TFormProgSetDevice(const TData& params)
 
 void TFormProgSetDevice::showParams()
 {
-    const TDataCmd* command = project().cmdById(idCmd());
-    showName(m_name, textParam(key::device), command && command->family());
-    m_view->showDevice(command);
+    const TBinding bound = project().binding(idCmd());
+    showName(m_name, textParam(key::device), bound.family != nullptr);
+    m_view->showDevice(bound);
     alignLabels(this);
 }
 

@@ -2,7 +2,6 @@
 
 #include "base/keys.h"
 #include "core/model/IDevice.h"
-#include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"
 #include "forms/edits/mono_font.h"
 #include "forms/prog/TFormProgAutoDetect.h"
@@ -15,17 +14,17 @@
 
 namespace {
 
-QWidget* setDevice(const TData& data, const TDataCmd&, const TProg&)
+QWidget* setDevice(const TData& data, const TBinding&, const TProg&)
 {
     return new TFormProgSetDevice(data);
 }
 
-QWidget* autoDetect(const TData& data, const TDataCmd&, const TProg&)
+QWidget* autoDetect(const TData& data, const TBinding&, const TProg&)
 {
     return new TFormProgAutoDetect(data);
 }
 
-QWidget* reset(const TData& data, const TDataCmd&, const TProg& prog)
+QWidget* reset(const TData& data, const TBinding&, const TProg& prog)
 {
     int min = 0;
     int max = 0;
@@ -33,14 +32,14 @@ QWidget* reset(const TData& data, const TDataCmd&, const TProg& prog)
     return new TFormProgReset(data, min, max, prog.resetDefault());
 }
 
-QWidget* setIo(const TData& data, const TDataCmd& command, const TProg& prog)
+QWidget* setIo(const TData& data, const TBinding& bound, const TProg& prog)
 {
-    const IDevice* family = command.family();
+    const IDevice* family = bound.family;
     return new TFormProgSetIO(data, prog.pinList(family ? family->section() : QString(), true),
                               prog.pinTexts(), monoFont());
 }
 
-QWidget* setFreq(const TData& data, const TDataCmd&, const TProg& prog)
+QWidget* setFreq(const TData& data, const TBinding&, const TProg& prog)
 {
     return new TFormProgSetFreq(data, prog);
 }
@@ -52,21 +51,21 @@ struct Limits
     double max = 0;
 };
 
-QWidget* setVcc(const TData& data, const TDataCmd&, const TProg& prog)
+QWidget* setVcc(const TData& data, const TBinding&, const TProg& prog)
 {
     Limits volts;
     prog.vccLimits(volts.min, volts.max);
     return new TFormProgSetVCC(data, volts.min, volts.max, prog.vccDefault());
 }
 
-QWidget* setVpp(const TData& data, const TDataCmd&, const TProg& prog)
+QWidget* setVpp(const TData& data, const TBinding&, const TProg& prog)
 {
     Limits volts;
     prog.vppLimits(volts.min, volts.max);
     return new TFormProgSetVPP(data, volts.min, volts.max, prog.vppDefault());
 }
 
-QWidget* setVicc(const TData& data, const TDataCmd&, const TProg& prog)
+QWidget* setVicc(const TData& data, const TBinding&, const TProg& prog)
 {
     Limits volts;
     Limits current;
@@ -76,7 +75,7 @@ QWidget* setVicc(const TData& data, const TDataCmd&, const TProg& prog)
                                 prog.iccDefault());
 }
 
-QWidget* setVipp(const TData& data, const TDataCmd&, const TProg& prog)
+QWidget* setVipp(const TData& data, const TBinding&, const TProg& prog)
 {
     Limits volts;
     Limits current;
@@ -89,7 +88,7 @@ QWidget* setVipp(const TData& data, const TDataCmd&, const TProg& prog)
 constexpr struct
 {
     QLatin1String word;
-    QWidget* (*create)(const TData&, const TDataCmd&, const TProg&);
+    QWidget* (*create)(const TData&, const TBinding&, const TProg&);
 } rows[] = {
     {cmd::set_device, setDevice}, {cmd::auto_detect, autoDetect}, {cmd::reset, reset},
     {cmd::set_io, setIo},         {cmd::set_freq, setFreq},       {cmd::set_vcc, setVcc},
@@ -100,14 +99,13 @@ constexpr struct
 
 QWidget* createProgForm(const IDevice&, const TData& data)
 {
-    const TDataCmd* command = project().cmdById(data.value(key::id_cmd, -1).toInt());
-    const TProg* prog = command ? command->prog() : nullptr;
-    if (!prog)
+    const TBinding bound = project().binding(data.value(key::id_cmd, -1).toInt());
+    if (!bound.prog)
         return nullptr;
     const QString word = data.value(key::cmd).toString();
     for (const auto& row : rows) {
         if (word == row.word)
-            return row.create(data, *command, *prog);
+            return row.create(data, bound, *bound.prog);
     }
     return nullptr;
 }

@@ -3,7 +3,6 @@
 #include "base/TLang.h"
 #include "base/keys.h"
 #include "core/model/IDevice.h"
-#include "core/model/TDataCmd.h"
 #include "core/model/TDataPrj.h"
 #include "devices/TDeviceList.h"
 #include "settings/TAppData.h"
@@ -186,8 +185,7 @@ void TDialogCmdSelector::settle(const QRect& wanted, const QScreen& on)
 void TDialogCmdSelector::slotSelectCmd(int id_cfg, int id_cmd)
 {
     Q_UNUSED(id_cfg)
-    const TDataCmd* command = project().cmdById(id_cmd);
-    const IDevice* family = command ? command->family() : nullptr;
+    const IDevice* family = project().binding(id_cmd).family;
     // A set_prog has the tools in force, which stand in a column of their own.
     const bool isChip = family && family->name() != dev_class::tools && family->name() != dev_class::prog;
     if (m_device->setDevice(isChip ? family : nullptr) && m_isPlaced)

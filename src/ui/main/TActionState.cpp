@@ -52,10 +52,11 @@ void TActionState::addCmd(const TMainPanels& panels)
 
 void TActionState::addRuns(const TMainPanels& panels)
 {
-    const TDataCmd* command = project().cmdById(panels.prj()->currentCmd());
-    if (!command)
+    const TBinding bound = project().binding(panels.prj()->currentCmd());
+    if (!bound)
         return;
-    const IDevice* family = command->family();
-    addIf(Row::CanAsk, command->prog() && !isActive(project().cfgStatus(panels.prj()->currentCfg())));
-    addIf(Row::CanReset, family && family->hasReset() && !isActive(project().cfgStatus(command->cfgId())));
+    const IDevice* family = bound.family;
+    addIf(Row::CanAsk, bound.prog && !isActive(project().cfgStatus(panels.prj()->currentCfg())));
+    addIf(Row::CanReset,
+          family && family->hasReset() && !isActive(project().cfgStatus(bound.command->cfgId())));
 }

@@ -37,14 +37,13 @@ void TCmdActions::add(const QString& cmd_code, bool cmd_state)
     const int id_cfg = tab->idCfg();
     const int current = m_prj->currentCmd();
     const int index = current < 0 ? project().cmdCount() : project().indexCmd(current) + 1;
-    const TDataCmd* command = project().cmdById(current);
     IDevice* device = nullptr;
     if (TCmdCode::isTools(cmd_code))
         device = project().deviceFor(dev_class::tools, QString());
     else if (TCmdCode::isProg(cmd_code))
         device = project().deviceFor(dev_class::prog, QString());
-    else if (command)
-        device = command->family();
+    else
+        device = project().binding(current).family;
     if (!device)
         return;
     TData fresh{

@@ -215,15 +215,14 @@ void TWgtConfig::refreshForm()
 
 void TWgtConfig::makeForm(int id_cmd)
 {
-    const TDataCmd* command = project().cmdById(id_cmd);
-    const IDevice* device = command ? command->device() : nullptr;
-    if (!device)
+    const TBinding bound = project().binding(id_cmd);
+    if (!bound.device)
         return;
-    m_form = device->createForm(command->toData());
+    m_form = bound.device->createForm(bound.command->toData());
     if (!m_form)
         return;
     m_idForm = id_cmd;
-    m_formParams = paramsOf(*command);
+    m_formParams = paramsOf(*bound.command);
     if (auto* form = qobject_cast<TFormCommand*>(m_form))
         form->takeKept(m_kept.value(id_cmd));
     m_paramLayout->addWidget(m_form);
