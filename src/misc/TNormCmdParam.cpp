@@ -9,6 +9,7 @@
 #include "formats/data/TFormat.h"
 #include "link/lists/TProg.h"
 #include "link/wire/bytes.h"
+#include "misc/TParamReader.h"
 #include "settings/TAppData.h"
 
 #include <QRegularExpression>
@@ -18,11 +19,7 @@
 
 namespace {
 
-// The line of the caller, as the log wants it.
-QVariant param(const TData& data, const QString& key, int line = __builtin_LINE())
-{
-    return getParam("misc/TNormCmdParam", line, data, key);
-}
+constexpr TParamReader param("misc/TNormCmdParam");
 
 /// The piece lies in the region; by subtraction, since numbers from a file may be anything.
 bool inRegion(qint64 addr, qint64 count, qint64 begin, qint64 size)

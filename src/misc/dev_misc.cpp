@@ -6,13 +6,11 @@
 #include "core/model/TDataPrj.h"
 #include "link/lists/TProg.h"
 #include "misc/TNormCmdParam.h"
+#include "misc/TParamReader.h"
 
 namespace {
 
-QVariant param(const TData& data, const QString& key, int line = __builtin_LINE())
-{
-    return getParam("misc/dev_misc", line, data, key);
-}
+constexpr TParamReader param("misc/dev_misc");
 
 } // namespace
 

@@ -2,9 +2,11 @@
 
 #include "base/keys.h"
 #include "devices/avr/TDevAVR8Exec.h"
+#include "misc/TParamReader.h"
 
 namespace {
 
+constexpr TParamReader param("devices/TDevAVR8");
 constexpr quint8 pollChip = 0xFF;
 
 constexpr TCommandRow rows[] = {
@@ -74,9 +76,9 @@ const TCommandTable& TDevAVR8_SPI::commands()
 
 quint8 TDevAVR8_SPI::pace(const TData& description, QLatin1String polling, QLatin1String delay)
 {
-    if (getParam("devices/TDevAVR8", __LINE__, description, polling).toBool())
+    if (param(description, polling).toBool())
         return pollChip;
-    return quint8(getParam("devices/TDevAVR8", __LINE__, description, delay).toUInt());
+    return quint8(param(description, delay).toUInt());
 }
 
 QByteArray TDevAVR8_SPI::deviceParamBlock(const TData& data) const

@@ -3,10 +3,11 @@
 #include "base/keys.h"
 #include "devices/flash/TDev25Exec.h"
 #include "devices/shared/TBlockErase.h"
+#include "misc/TParamReader.h"
 
 namespace {
 
-constexpr char source[] = "devices/TDev25";
+constexpr TParamReader param("devices/TDev25");
 constexpr char uniqueIdDefault[] = "0000000000000000";
 
 constexpr TCommandRow rows[] = {
@@ -54,7 +55,7 @@ QString registersText(int registers, quint8 mask)
 
 quint8 maskOf(const TData& data)
 {
-    return quint8(getParam(source, __LINE__, data, key::data).toUInt());
+    return quint8(param(data, key::data).toUInt());
 }
 
 } // namespace
@@ -72,7 +73,7 @@ const TCommandTable& TDev25::commands()
 
 int TDev25::securityRegisters(const TData& description)
 {
-    const qint64 size = getParam(source, __LINE__, description, key::security_reg_size).toLongLong();
+    const qint64 size = param(description, key::security_reg_size).toLongLong();
     return quint8(size / registerSize); // one byte, as the mask that selects them
 }
 
@@ -103,7 +104,7 @@ TFormSpec TDev25::formSpec(const TData& data) const
         return TFamilyDevice::formSpec(data);
     TFormSpec spec;
     spec.kind = TFormSpec::Kind::Items;
-    spec.value = getParam(source, __LINE__, data, key::data).toString();
+    spec.value = param(data, key::data).toString();
     spec.defaultValue = QString::fromLatin1(uniqueIdDefault);
     spec.items = QStringList{QStringLiteral("frm+"), QStringLiteral("edr|FFFFFFFFFFFFFFFF|ro|-1|Unique ID:"),
                              QStringLiteral("frm-")};

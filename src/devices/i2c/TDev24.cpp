@@ -3,9 +3,11 @@
 #include "base/TLang.h"
 #include "base/keys.h"
 #include "devices/i2c/TDev24Exec.h"
+#include "misc/TParamReader.h"
 
 namespace {
 
+constexpr TParamReader param("devices/TDev24");
 constexpr TCommandRow rows[] = {
     {cmd::set_clk, Shape::Clock},
     {cmd::set_addr, Shape::Pins},
@@ -34,13 +36,13 @@ constexpr struct
 
 int addrOf(const TData& data)
 {
-    return getParam("devices/TDev24", __LINE__, data, key::addr).toInt();
+    return param(data, key::addr).toInt();
 }
 
 bool validAddr(const TData& data)
 {
     qint64 addr = 0;
-    return readInt(getParam("devices/TDev24", __LINE__, data, key::addr), addr) && addr >= 0 && addr < 8;
+    return readInt(param(data, key::addr), addr) && addr >= 0 && addr < 8;
 }
 
 } // namespace

@@ -3,9 +3,11 @@
 #include "base/keys.h"
 #include "link/wire/bytes.h"
 #include "misc/TNormCmdParam.h"
+#include "misc/TParamReader.h"
 
 namespace {
 
+constexpr TParamReader param("devices/TDev93CExec");
 constexpr quint8 opSetClock = 2;
 constexpr quint8 opErase = 3;
 
@@ -25,6 +27,6 @@ bool TDev93CExec::execute(TSerialPort* port, bool&, int&, int&)
     if (command != cmd::set_clk)
         return fail();
     // The clock itself, not the level that the programmer's description may have for it.
-    payload = doubleWordBytes(getParam("devices/TDev93CExec", __LINE__, m_cmdData, key::clk).toInt());
+    payload = doubleWordBytes(param(m_cmdData, key::clk).toInt());
     return portGuard(port) && sendChecked(port, opSetClock, payload);
 }

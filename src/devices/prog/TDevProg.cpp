@@ -8,15 +8,13 @@
 #include "link/lists/TPairStringList.h"
 #include "link/lists/TProg.h"
 #include "misc/TNormCmdParam.h"
+#include "misc/TParamReader.h"
 
 #include <QtMath>
 
 namespace {
 
-QVariant param(const TData& data, const QString& key, int line = __builtin_LINE())
-{
-    return getParam("devices/TDevProg", line, data, key);
-}
+constexpr TParamReader param("devices/TDevProg");
 
 TBinding bindingOf(const TData& data)
 {

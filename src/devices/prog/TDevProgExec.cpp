@@ -9,15 +9,13 @@
 #include "link/wire/TSerialPort.h"
 #include "link/wire/opcodes.h"
 #include "misc/TNormCmdParam.h"
+#include "misc/TParamReader.h"
 
 #include <memory>
 
 namespace {
 
-QVariant param(const TData& data, const QString& key, int line = __builtin_LINE())
-{
-    return getParam("devices/TDevProgExec", line, data, key);
-}
+constexpr TParamReader param("devices/TDevProgExec");
 
 void append(QByteArray& payload, quint64 value, int bytes)
 {

@@ -7,11 +7,12 @@
 #include "core/model/TDataPrj.h"
 #include "devices/shared/description.h"
 #include "link/wire/bytes.h"
+#include "misc/TParamReader.h"
 #include "misc/dev_misc.h"
 
 namespace {
 
-constexpr char source[] = "devices/TFamilyDevice";
+constexpr TParamReader param("devices/TFamilyDevice");
 constexpr int defaultBlockSize = 0x10000;
 constexpr uint defaultFill = 255;
 constexpr int allRegisters = 255;
@@ -29,9 +30,9 @@ TData familyData(TData data, bool reset)
 QString blocksText(const TData& data)
 {
     // Unsigned, so that numbers of a damaged project wrap instead of overflowing.
-    const quint64 size = quint64(getParam(source, __LINE__, data, key::size).toLongLong());
-    const quint64 begin = quint64(getParam(source, __LINE__, data, key::begin).toLongLong());
-    const quint64 count = quint64(getParam(source, __LINE__, data, key::count).toLongLong());
+    const quint64 size = quint64(param(data, key::size).toLongLong());
+    const quint64 begin = quint64(param(data, key::begin).toLongLong());
+    const quint64 count = quint64(param(data, key::count).toLongLong());
     const qint64 bytes = qint64(size * count);
     return QStringLiteral("0x%1..0x%2 (%3)")
         .arg(hex(qlonglong(begin * size)), hex(qlonglong(begin * size + size * count - 1)), textSize(bytes));
@@ -174,7 +175,7 @@ QString TFamilyDevice::registerText(const TCommandRow& row, const TData& data, Q
     QString text;
     const bool shown = row.action == Action::Read && registerKeys(row.area) && openForm && formFactory() &&
                        formFactory()->resultText(openForm, data.value(key::id_cmd).toInt(), text);
-    return shown ? text : getParam(source, __LINE__, data, key::data).toString();
+    return shown ? text : param(data, key::data).toString();
 }
 
 QWidget* TFamilyDevice::createForm(const TData& data) const
@@ -238,7 +239,7 @@ TFormSpec TFamilyDevice::registerSpec(const TCommandRow& row, const TData& data)
     if (spec.items.isEmpty())
         return spec;
     spec.kind = TFormSpec::Kind::Items;
-    spec.value = getParam(source, __LINE__, data, key::data).toString();
+    spec.value = param(data, key::data).toString();
     spec.defaultValue = deviceValue(keys->def).toString();
     spec.showEdit = keys->editable;
     return spec;

@@ -3,16 +3,13 @@
 #include "base/TCmdCode.h"
 #include "base/keys.h"
 #include "core/model/IFormFactory.h"
-#include "misc/TNormCmdParam.h"
+#include "misc/TParamReader.h"
 
 #include <algorithm>
 
 namespace {
 
-QString wordOf(const TData& data, int line = __builtin_LINE())
-{
-    return getParam("devices/TPseudoDevice", line, data, key::cmd).toString();
-}
+constexpr TParamReader param("devices/TPseudoDevice");
 
 } // namespace
 
@@ -28,7 +25,7 @@ TPseudoDevice::TPseudoDevice(const QString& name, const TData& data, const Row* 
 
 const TPseudoDevice::Row* TPseudoDevice::rowOf(const TData& data) const
 {
-    const QString word = wordOf(data);
+    const QString word = param(data, key::cmd).toString();
     const Row* end = m_rows + m_count;
     const Row* row = std::find_if(m_rows, end, [&](const Row& r) { return word == r.word; });
     return row == end ? nullptr : row;
@@ -52,7 +49,7 @@ void TPseudoDevice::setDefaultParams(TData& data) const
 
 QString TPseudoDevice::commandTitle(const TData& data) const
 {
-    return cmdCode().name(wordOf(data));
+    return cmdCode().name(param(data, key::cmd).toString());
 }
 
 QString TPseudoDevice::paramsText(const TData& data, QWidget*) const

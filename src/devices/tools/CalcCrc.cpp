@@ -6,6 +6,7 @@
 #include "formats/crc/ICRC.h"
 #include "formats/crc/createCRC.h"
 #include "misc/TNormCmdParam.h"
+#include "misc/TParamReader.h"
 
 #include <limits>
 
@@ -15,10 +16,7 @@ constexpr qint64 readBlock = 0x1000000;
 /// What is taken between two reports.
 constexpr qint64 reportBlock = 0x100000;
 
-QVariant param(const TData& data, const QString& key, int line = __builtin_LINE())
-{
-    return getParam("devices/CalcCrc", line, data, key);
-}
+constexpr TParamReader param("devices/CalcCrc");
 
 /// The last address of the range; never the greatest number, so that the one behind it can be told.
 qint64 lastOfRange(qint64 addr, const TData& data)

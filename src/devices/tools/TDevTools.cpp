@@ -7,14 +7,12 @@
 #include "core/model/references.h"
 #include "devices/tools/TDevToolsExec.h"
 #include "misc/TNormCmdParam.h"
+#include "misc/TParamReader.h"
 #include "settings/TAppData.h"
 
 namespace {
 
-QVariant param(const TData& data, const QString& key, int line = __builtin_LINE())
-{
-    return getParam("devices/TDevTools", line, data, key);
-}
+constexpr TParamReader param("devices/TDevTools");
 
 bool isInt(const TData& data, const QString& key)
 {

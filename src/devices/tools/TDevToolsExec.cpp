@@ -12,6 +12,7 @@
 #include "link/wire/bytes.h"
 #include "link/wire/opcodes.h"
 #include "misc/TNormCmdParam.h"
+#include "misc/TParamReader.h"
 #include "settings/TAppData.h"
 
 #include <QCoreApplication>
@@ -27,10 +28,7 @@ constexpr int longestProcess = 30000;  // ms
 constexpr int shortestStoppable = 500; // ms
 constexpr int pausePoll = 100;         // ms
 
-QVariant param(const TData& data, const QString& key, int line = __builtin_LINE())
-{
-    return getParam("devices/TDevToolsExec", line, data, key);
-}
+constexpr TParamReader param("devices/TDevToolsExec");
 
 void processEvents()
 {
