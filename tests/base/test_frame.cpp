@@ -60,7 +60,7 @@ private slots:
             QCOMPARE(lang.size(), texts.size());
             for (int i = 0; i < texts.size(); ++i)
                 compareRow(content, lang.text(Text(i)), texts.at(i));
-            for (int outside : {texts.size(), -1, INT_MIN, INT_MAX})
+            for (int outside : {int(texts.size()), -1, INT_MIN, INT_MAX})
                 compareRow(content, lang.text(Text(outside)), QString("?????"));
         };
         row("# comments take no number\na\n#\nb\n", {"a", "b"});

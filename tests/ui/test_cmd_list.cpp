@@ -85,7 +85,8 @@ private slots:
         const auto drag = [&](int by) {
             const QPoint from = edge();
             QTest::mousePress(table->viewport(), Qt::LeftButton, {}, from);
-            QMouseEvent move(QEvent::MouseMove, from + QPoint(by, 0), Qt::NoButton, Qt::LeftButton, {});
+            QMouseEvent move(QEvent::MouseMove, from + QPoint(by, 0), from + QPoint(by, 0), Qt::NoButton,
+                             Qt::LeftButton, {});
             QCoreApplication::sendEvent(table->viewport(), &move);
             QTest::mouseRelease(table->viewport(), Qt::LeftButton, {}, from + QPoint(by, 0));
         };

@@ -141,7 +141,8 @@ private slots:
         };
         const auto drag = [edit] {
             QTest::mousePress(edit->viewport(), Qt::LeftButton, {}, {20, 20});
-            QMouseEvent move(QEvent::MouseMove, {120, 90}, Qt::NoButton, Qt::LeftButton, {});
+            QMouseEvent move(QEvent::MouseMove, QPoint(120, 90), QPoint(120, 90), Qt::NoButton,
+                             Qt::LeftButton, {});
             QCoreApplication::sendEvent(edit->viewport(), &move);
             QTest::mouseRelease(edit->viewport(), Qt::LeftButton, {}, {120, 90});
         };

@@ -59,7 +59,7 @@ private slots:
         const QPoint to(bar->tabRect(2).right() - 2, from.y());
         QTest::mousePress(bar, Qt::LeftButton, {}, from);
         for (const QPoint& pos : {(from + to) / 2, to}) {
-            QMouseEvent move(QEvent::MouseMove, pos, Qt::NoButton, Qt::LeftButton, {});
+            QMouseEvent move(QEvent::MouseMove, pos, pos, Qt::NoButton, Qt::LeftButton, {});
             QCoreApplication::sendEvent(bar, &move);
         }
         QTest::mouseRelease(bar, Qt::LeftButton, {}, to);
