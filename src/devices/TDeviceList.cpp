@@ -3,10 +3,8 @@
 #include "base/keys.h"
 #include "core/model/IDevice.h"
 #include "core/model/shared_settings.h"
-#include "devices/avr/TDevAVR8.h"
-#include "devices/flash/TDev25.h"
-#include "devices/i2c/TDev24.h"
 #include "devices/prog/TDevProg.h"
+#include "devices/shared/TFamily.h"
 #include "devices/shared/description.h"
 #include "devices/tools/TDevTools.h"
 #include "link/lists/line_rules.h"
@@ -21,12 +19,10 @@ template <class Device> IDevice* make(const QString& name, const TData& data)
 } // namespace
 
 TDeviceList::TDeviceList()
-    : m_factories{{dev_class::tools, make<TDevTools>},
-                  {dev_class::prog, make<TDevProg>},
-                  {dev_class::dev24, make<TDev24>},
-                  {dev_class::dev25, make<TDev25>},
-                  {dev_class::avr8_spi, make<TDevAVR8_SPI>}}
+    : m_factories{{dev_class::tools, make<TDevTools>}, {dev_class::prog, make<TDevProg>}}
 {
+    for (const TFamily& family : families())
+        m_factories.insert(family.word, family.make);
 }
 
 TDeviceList::Factory TDeviceList::factory(const QString& name, const QString& file, TData& data) const
@@ -44,6 +40,11 @@ IDevice* TDeviceList::create(const QString& name, const QString& file)
     TData data;
     const Factory make = factory(name, file, data);
     return make ? make(name, data) : nullptr;
+}
+
+bool TDeviceList::isClassWord(const QString& word) const
+{
+    return m_factories.contains(word);
 }
 
 QHash<QString, QString> TDeviceList::deviceFiles()

@@ -22,6 +22,7 @@ public:
     /// The factory for a chip, and its description in data; an empty function when there is none.
     Factory factory(const QString& name, const QString& file, TData& data) const;
     IDevice* create(const QString& name, const QString& file) override;
+    bool isClassWord(const QString& word) const override;
     /// devices.lst: chip name to description file.
     static QHash<QString, QString> deviceFiles();
     /// Number of a family in types.lst, 0 when it is missing.

@@ -74,6 +74,11 @@ public:
         return name == dev_class::dev25 ? new FakeDevice(name, {cmd::erase}) : nullptr;
     }
 
+    bool isClassWord(const QString& word) const override
+    {
+        return word == "Dev25" || word == "Prog" || word == "Tools";
+    }
+
     QStringList questions;
 };
 

@@ -1,6 +1,9 @@
+#include "base/TCmdCode.h"
 #include "base/keys.h"
 #include "core/model/shared_settings.h"
 #include "devices/TDeviceList.h"
+#include "devices/shared/TCommandTable.h"
+#include "devices/shared/TFamily.h"
 #include "devices/shared/description.h"
 #include "link/lists/AutoList.h"
 #include "settings/TAppData.h"
@@ -99,6 +102,28 @@ private slots:
         const std::unique_ptr<IDevice> device(deviceList().create("chip", "spi\\b.dev"));
         QVERIFY(device && device->name() == "chip");
         QCOMPARE(device->deviceValue(key::dev_file).toString(), m_dir->file("spi/b.dev"));
+    }
+
+    // What the compiler cannot miss in a family.
+    void wholeFamilies()
+    {
+        appData().PathDevices = VM_DATA_DIR "/devices";
+        QSet<QLatin1String> words;
+        for (const TFamily& family : families()) {
+            QVERIFY2(TDeviceList::typeNumber(family.type) > 0, family.type.data());
+            words << family.word << family.type << family.section;
+            for (const TCommandRow& row : family.commands())
+                QVERIFY2(row.shape == Shape::Separator || !cmdCode().name(row.key).isEmpty(), row.key.data());
+        }
+        QCOMPARE(words.size(), 3 * families().size());
+        QFile table(VM_SOURCE_DIR "/src/devices/families.cpp");
+        QVERIFY(table.open(QIODevice::ReadOnly));
+        const QByteArray rows = table.readAll();
+        const QStringList others{"lint", "microwire", "prog", "shared", "tools"};
+        for (const QString& room :
+             QDir(VM_SOURCE_DIR "/src/devices").entryList(QDir::Dirs | QDir::NoDotAndDotDot))
+            QVERIFY2(others.contains(room) || rows.contains("\"devices/" + room.toUtf8() + '/'),
+                     qPrintable(room));
     }
 
     void chipsAndTypes()

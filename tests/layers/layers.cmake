@@ -1,6 +1,13 @@
 # Reads every #include of src against one table of the rooms. A room may include from itself and from the lines
 # above its own; rooms on one line do not know each other. Fails with file, line and the rule.
 # Run as: cmake -DSOURCE=src -P layers.cmake
+# The rooms of the families are those beside what all share.
+file(GLOB families RELATIVE "${SOURCE}" "${SOURCE}/devices/*/*.cpp")
+list(TRANSFORM families REPLACE "/[^/]*$" "")
+list(REMOVE_DUPLICATES families)
+list(REMOVE_ITEM families "devices/shared" "devices/lint")
+list(JOIN families " " families)
+
 set(table
   "base"
   "formats/data"
@@ -12,7 +19,7 @@ set(table
   "core/files"
   "misc"
   "devices/shared"
-  "devices/flash devices/avr devices/i2c devices/microwire devices/prog devices/tools"
+  "${families}"
   "devices/lint"
   "devices"
   "exec"

@@ -55,6 +55,7 @@ public:
 
 protected:
     IDevice* create(const QString& name, const QString& file) override;
+    bool isClassWord(const QString& word) const override { return word == "Prog" || word == "Tools"; }
 
 private:
     TestDir m_dir{TestDir::Empty};

@@ -1,5 +1,7 @@
 #include "TAvrText.h"
 
+#include "base/keys.h"
+
 #include <QRegularExpression>
 #include <QtAlgorithms>
 
@@ -191,7 +193,7 @@ QByteArray TAvrText::description(const TChip& chip, const QList<TChip>& sameSign
         QStringLiteral("%1: 8-bit AVR, %2 flash, %3 EEPROM")
             .arg(chip.name, sizeText(chip.row.number("flash")), sizeText(chip.row.number("eeprom"))));
     text.source(chip.row);
-    text.family("DevAVR8_SPI", "avr_spi", "AVR_SPI");
+    text.family(*familyOfClass(dev_class::avr8_spi));
     remarks(text, chip, sameSignature);
     memories(text, chip.row);
     fuses(text, chip.row);

@@ -28,12 +28,12 @@ void TChipText::source(const TTable::Row& row)
         remark("Source: " + row.text("source"));
 }
 
-void TChipText::family(const char* guiType, const char* prgType, const char* section)
+void TChipText::family(const TFamily& family)
 {
     heading(QStringLiteral("Family and programmer"));
-    line("gui_type", 's', QLatin1String(guiType));
-    line("prg_type", 's', QLatin1String(prgType));
-    line("prg_section", 's', QLatin1String(section));
+    line("gui_type", 's', family.word);
+    line("prg_type", 's', family.type);
+    line("prg_section", 's', family.section);
     line("cfg_hw", 'u', 0);
     heading(QStringLiteral("Remarks shown with the chip"));
 }

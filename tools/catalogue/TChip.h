@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TTable.h"
+#include "devices/shared/TFamily.h"
 
 #include <QByteArray>
 #include <QMap>
@@ -32,7 +33,7 @@ public:
     /// Where the row names it, what the facts were taken from.
     void source(const TTable::Row& row);
     /// The keys that every description of a family begins with.
-    void family(const char* guiType, const char* prgType, const char* section);
+    void family(const TFamily& family);
     void info(const QString& text) { line("info", 'l', text); }
     void comment(const QString& text) { line("comment", 'l', text); }
     /// One comment for each sentence.

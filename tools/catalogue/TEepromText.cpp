@@ -1,5 +1,7 @@
 #include "TEepromText.h"
 
+#include "base/keys.h"
+
 namespace {
 
 /// Bits of the address that do not fit the bytes sent behind the control byte.
@@ -71,7 +73,7 @@ QByteArray TEepromText::description(const TChip& chip)
             "What all makers share: the smallest page, the longest write time, every address pin that one "
             "of them has.");
     text.source(row);
-    text.family("Dev24", "i2c_eeprom", "I2C_EEPROM");
+    text.family(*familyOfClass(dev_class::dev24));
     remarks(text, chip);
     text.heading("Memory, bytes");
     text.line("addr_begin", 'D', 0);

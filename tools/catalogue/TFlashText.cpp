@@ -1,5 +1,6 @@
 #include "TFlashText.h"
 
+#include "base/keys.h"
 #include "base/texts.h"
 
 #include <QMap>
@@ -310,7 +311,7 @@ QByteArray TFlashText::description(const TChip& chip, const QList<TChip>& sameSi
     TChipText text(QStringLiteral("%1 %2: serial NOR flash, %3 (%4)")
                        .arg(chip.row.text("maker"), chip.name, bits, sizeText(size)));
     text.source(chip.row);
-    text.family("Dev25", "spi_flash", "SPI_FLASH");
+    text.family(*familyOfClass(dev_class::dev25));
     remarks(text, chip, sameSignature);
     memory(text, chip.row);
     statusRegisters(text, chip.row);

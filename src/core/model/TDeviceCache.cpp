@@ -1,25 +1,14 @@
 #include "core/model/TDeviceCache.h"
 
-#include "base/keys.h"
 #include "core/model/IDevice.h"
 #include "core/model/IDeviceCatalogue.h"
 #include "core/model/shared_settings.h"
 #include "link/lists/AutoList.h"
 
-#include <algorithm>
-#include <iterator>
-
 namespace {
 
 // Entries of the list of families share the cache with the chips and may be named like one.
 const QLatin1String autoPrefix("auto.lst|");
-
-bool isClassWord(const QString& name)
-{
-    constexpr QLatin1String words[] = {dev_class::avr8_spi, dev_class::dev25, dev_class::dev24,
-                                       dev_class::prog, dev_class::tools};
-    return std::find(std::begin(words), std::end(words), name) != std::end(words);
-}
 
 } // namespace
 
@@ -59,7 +48,7 @@ IDevice* TDeviceCache::lookUp(const QString& cacheKey, const QString& name, cons
 /// A class word is no chip: without a file it would make the class itself, empty.
 IDevice* TDeviceCache::chip(const QString& name, const QString& file)
 {
-    return isClassWord(name) ? nullptr : lookUp(name, name, file);
+    return m_catalogue && m_catalogue->isClassWord(name) ? nullptr : lookUp(name, name, file);
 }
 
 IDevice* TDeviceCache::autoFamily(const QString& name)

@@ -221,7 +221,8 @@ bool TDevAVR8Exec::flashWrite(qint64 addr, const QByteArray& bytes)
 
 bool TDevAVR8Exec::eepromRead(qint64 addr, int n, QByteArray& bytes)
 {
-    return requireAlgZero(key::alg_eeprom_read) && request(opEepromRead, wordBytes(addr) + wordBytes(n), bytes);
+    return requireAlgZero(key::alg_eeprom_read) &&
+           request(opEepromRead, wordBytes(addr) + wordBytes(n), bytes);
 }
 
 bool TDevAVR8Exec::eepromWrite(qint64 addr, const QByteArray& bytes)

@@ -3,6 +3,7 @@
 #include "base/keys.h"
 #include "devices/flash/TDev25Exec.h"
 #include "devices/shared/TBlockErase.h"
+#include "devices/shared/lint_checks.h"
 #include "misc/TParamReader.h"
 
 namespace {
@@ -58,6 +59,106 @@ quint8 maskOf(const TData& data)
     return quint8(param(data, key::data).toUInt());
 }
 
+/// The keys of the family's descriptions.
+const TKeyRule keyRules[] = {
+    {key::signature, "s", TKeyRule::Chip},
+    {key::alg_ident, "d", TKeyRule::Always},
+    {key::alg_erase, "d", TKeyRule::Chip},
+    {key::alg_flash_read, "d", TKeyRule::Chip, 1},
+    {key::alg_flash_write, "d", TKeyRule::Chip, 2},
+    {key::addr_begin, "D", TKeyRule::Chip},
+    {key::size, "D", TKeyRule::Chip},
+    {key::page_size, "u", TKeyRule::Chip},
+    {key::erase, "s", TKeyRule::Chip},
+    {key::erase_blocks, "l", TKeyRule::Chip},
+    {key::status_reg_count, "u"},
+    {key::status_reg_def, "s", TKeyRule::Chip},
+    {key::status_reg_cfg, "l"},
+    {key::security_reg_size, "D", TKeyRule::Chip},
+    {key::sfdp_reg_size, "D", TKeyRule::Chip},
+    {key::alg_status_reg_read, "d", TKeyRule::Chip, 1},
+    {key::alg_status_reg_write, "d", TKeyRule::Chip, 1},
+    {key::alg_security_reg_erase, "d", TKeyRule::Chip, 1},
+    {key::alg_security_reg_read, "d", TKeyRule::Chip, 1},
+    {key::alg_security_reg_write, "d", TKeyRule::Chip, 1},
+    {key::alg_fsdp_read, "d", TKeyRule::Chip, 1},
+    {key::alg_unique_id_read, "d", TKeyRule::Chip, 1},
+};
+
+constexpr qint64 usualPage = 256;      ///< bytes
+constexpr qint64 largeBlock = 0x40000; ///< bytes
+
+void checkEraseItem(TLintFile& file, const QLatin1String& key, const QString& item)
+{
+    const QStringList fields = item.split('|');
+    const qint64 bytes = fields.value(1).toLongLong();
+    file.expect(fields.size() == 2 && isHex(fields[0], 2), key, "not \"op|bytes\": " + item);
+    // Chips ignore these when address bytes follow, and the primitive always sends them.
+    file.expect(!QStringList({"C7", "60", "62"}).contains(fields[0]), key, "chip erase has no address");
+    file.expect(bytes > 0 && file.number(key::size) % bytes == 0, key, "blocks do not fill the chip");
+}
+
+/// An area that is there can be reached, and one that is not there cannot.
+void expectServed(TLintFile& file, const QLatin1String& key, qint64 bytes)
+{
+    file.expect((file.number(key) == 0) == (bytes > 0), key, "does not fit the size of the area");
+}
+
+void checkStatusRegisters(TLintFile& file)
+{
+    const bool isNamed = file.has(key::status_reg_count);
+    const qint64 count = isNamed ? file.number(key::status_reg_count) : 3;
+    file.expect(count >= 1 && count <= 3, key::status_reg_count, "1 to 3 registers");
+    file.expect(isHex(file.text(key::status_reg_def), 2 * int(std::clamp<qint64>(count, 1, 3))),
+                key::status_reg_def,
+                isNamed ? "not as many bytes as registers" : "three bytes are read and written");
+    file.expect(file.number(key::alg_status_reg_read) == 0 || !file.has(key::status_reg_cfg),
+                key::status_reg_cfg, "a form of registers that are not read");
+}
+
+void checkFlash(TLintFile& file, const TLintLists& lists)
+{
+    expectSignature(file, lists);
+    const qint64 size = file.number(key::size);
+    const qint64 page = file.number(key::page_size);
+    file.expect(size > 0 && size <= largestChip, key::size, "not reached by three address bytes");
+    expectInside(file, key::addr_begin, size);
+    file.expect(page > 0 && size % page == 0, key::page_size, "does not divide the chip");
+    file.expect(isPowerOfTwo(page), key::page_size, "no power of two");
+    for (const QLatin1String& key : {key::alg_flash_read, key::alg_flash_write})
+        file.expect(file.number(key) == 0, key, "switches off what every chip needs");
+    checkEraseItem(file, key::erase, file.text(key::erase));
+    const QStringList blocks = file.list(key::erase_blocks);
+    QSet<QString> sizes;
+    for (const QString& item : blocks) {
+        checkEraseItem(file, key::erase_blocks, item);
+        sizes << item.section('|', 1);
+    }
+    qint64 largest = 0;
+    qint64 smallest = size;
+    for (const QString& bytes : qAsConst(sizes)) {
+        largest = qMax(largest, bytes.toLongLong());
+        smallest = qMin(smallest, bytes.toLongLong());
+    }
+    file.expect(file.text(key::erase).section('|', 1).toLongLong() == largest, key::erase,
+                "a larger block is offered");
+    file.expect(sizes.size() == blocks.size(), key::erase_blocks, "one size twice");
+    file.expect(blocks.contains(file.text(key::erase)), key::erase, "is not offered as a block");
+    // Chips with larger pages have no blocks smaller than 256 KiB; on all others a 02 wraps at 256.
+    file.expect(page <= usualPage || smallest >= largeBlock, key::page_size,
+                "more than 256 bytes, on a chip with small blocks");
+    checkStatusRegisters(file);
+    const qint64 security = file.number(key::security_reg_size);
+    file.expect(security <= 2048 && security % 256 == 0, key::security_reg_size,
+                "registers of 256 bytes, up to 8");
+    for (const QLatin1String& key :
+         {key::alg_security_reg_erase, key::alg_security_reg_read, key::alg_security_reg_write})
+        expectServed(file, key, security);
+    const qint64 sfdp = file.number(key::sfdp_reg_size);
+    file.expect(sfdp == 0 || sfdp == 256, key::sfdp_reg_size, "one address byte reaches 256 bytes");
+    expectServed(file, key::alg_fsdp_read, sfdp);
+}
+
 } // namespace
 
 TDev25::TDev25(const QString& name, const TData& description)
@@ -69,6 +170,11 @@ const TCommandTable& TDev25::commands()
 {
     static const TCommandTable table(rows);
     return table;
+}
+
+TFamilyRules TDev25::rules()
+{
+    return {{std::begin(keyRules), std::end(keyRules)}, checkFlash};
 }
 
 int TDev25::securityRegisters(const TData& description)

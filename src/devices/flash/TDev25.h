@@ -1,6 +1,7 @@
 #pragma once
 
 #include "devices/shared/TFamilyDevice.h"
+#include "devices/shared/TFamilyRules.h"
 
 /// Serial NOR flash on SPI: what its commands are. All that differs between chips is in their descriptions.
 class TDev25 : public TFamilyDevice
@@ -12,6 +13,8 @@ public:
 
     /// The family's commands.
     static const TCommandTable& commands();
+    /// What its descriptions have to keep.
+    static TFamilyRules rules();
     /// Bytes of a security register.
     static constexpr int registerSize = 256;
     /// Number of security registers that a description gives.

@@ -3,6 +3,7 @@
 #include "base/TLang.h"
 #include "base/keys.h"
 #include "devices/i2c/TDev24Exec.h"
+#include "devices/shared/lint_checks.h"
 #include "misc/TParamReader.h"
 
 namespace {
@@ -45,6 +46,36 @@ bool validAddr(const TData& data)
     return readInt(param(data, key::addr), addr) && addr >= 0 && addr < 8;
 }
 
+/// The keys of the family's descriptions.
+const TKeyRule keyRules[] = {
+    {key::addr_begin, "D", TKeyRule::Chip}, {key::size, "D", TKeyRule::Chip},
+    {key::page_size, "u", TKeyRule::Chip},  {key::alg_read, "d", TKeyRule::Chip},
+    {key::alg_write, "d", TKeyRule::Chip},  {key::addr_size, "u", TKeyRule::Chip},
+    {key::addr_mask, "b", TKeyRule::Chip},  {key::read_block, "D"},
+    {key::delay, "u", TKeyRule::Chip},
+};
+
+void checkEeprom(TLintFile& file, const TLintLists&)
+{
+    const qint64 size = file.number(key::size);
+    const qint64 addrBytes = file.number(key::addr_size);
+    file.expect(isPowerOfTwo(size), key::size, "no power of two");
+    expectInside(file, key::addr_begin, size);
+    const qint64 block = file.number(key::read_block);
+    file.expect(!file.has(key::read_block) || (isPowerOfTwo(block) && block < size), key::read_block,
+                "does not divide the chip");
+    const qint64 page = file.number(key::page_size);
+    file.expect(isPowerOfTwo(page) && page <= size, key::page_size, "does not divide the chip");
+    file.expect(addrBytes == 1 || addrBytes == 2, key::addr_size, "1 or 2 address bytes");
+    file.expect(file.number(key::delay) > 0 && file.number(key::delay) < 256, key::delay, "1 to 255 ms");
+    // The address bits above the sent bytes take the places of the lowest pins in the control byte.
+    const qint64 blocks = size >> (8 * addrBytes);
+    file.expect(blocks <= 8, key::size, "more blocks than the control byte can tell");
+    file.expect(file.number(key::addr_mask) < 8, key::addr_mask, "three pins");
+    file.expect(blocks < 2 || (file.number(key::addr_mask) & (blocks - 1)) == 0, key::addr_mask,
+                "a pin and an address bit share a place");
+}
+
 } // namespace
 
 TDev24::TDev24(const QString& name, const TData& description)
@@ -58,9 +89,9 @@ const TCommandTable& TDev24::commands()
     return table;
 }
 
-int TDev24::addrOfText(const QString& hexText)
+TFamilyRules TDev24::rules()
 {
-    return int(fromHex(hexText));
+    return {{std::begin(keyRules), std::end(keyRules)}, checkEeprom};
 }
 
 int TDev24::pinMask() const
@@ -85,15 +116,16 @@ QString TDev24::paramsText(const TData& data, QWidget* openForm) const
 TFormSpec TDev24::formSpec(const TData& data) const
 {
     const TCommandRow* command = row(data);
-    return command && command->shape == Shape::Pins ? pinsSpec(data) : TFamilyDevice::formSpec(data);
+    return command && command->shape == Shape::Pins ? deviceSpec(data) : TFamilyDevice::formSpec(data);
 }
 
-TFormSpec TDev24::pinsSpec(const TData& data) const
+TFormSpec TDev24::deviceSpec(const TData& data) const
 {
     TFormSpec spec;
     spec.kind = TFormSpec::Kind::Items;
     spec.value = hex(addrOf(data) & pinMask());
     spec.defaultValue = QStringLiteral("00");
+    spec.numberKey = key::addr;
     spec.items =
         QStringList{QStringLiteral("frm+"), QStringLiteral("grp+|%1").arg(langText(Text::GroupAddressPins))};
     for (const auto& pin : pins) {
@@ -112,7 +144,7 @@ TData TDev24::normalizeParams(const TData& data) const
     if (!command || command->shape != Shape::Pins)
         return TFamilyDevice::normalizeParams(data);
     return {{key::id_cmd, data.value(key::id_cmd)},
-            {key::addr, addrOfText(data.value(key::data).toString())}};
+            {key::addr, int(fromHex(data.value(key::data).toString()))}};
 }
 
 bool TDev24::checkParams(const TData& data) const

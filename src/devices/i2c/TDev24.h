@@ -1,6 +1,7 @@
 #pragma once
 
 #include "devices/shared/TFamilyDevice.h"
+#include "devices/shared/TFamilyRules.h"
 
 /// Serial EEPROM on I2C: what its commands are. Its own is the address that its pins give it on the bus.
 class TDev24 : public TFamilyDevice
@@ -11,13 +12,13 @@ public:
     TDev24(const QString& name, const TData& description);
 
     static const TCommandTable& commands();
-    /// The pins that the hexadecimal text of the generated form names, as the parameter addr holds them.
-    static int addrOfText(const QString& hexText);
+    /// What its descriptions have to keep.
+    static TFamilyRules rules();
 
     QString paramsText(const TData& data, QWidget* openForm) const override;
     TFormSpec formSpec(const TData& data) const override;
-    /// The form of the address pins; for set_device too.
-    TFormSpec pinsSpec(const TData& data) const;
+    /// The form of the address pins.
+    TFormSpec deviceSpec(const TData& data) const override;
     TData normalizeParams(const TData& data) const override;
     bool checkParams(const TData& data) const override;
     bool checkDeviceParams(const TData& data) const override;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "devices/lint/TLintFile.h"
+#include "devices/shared/TLintFile.h"
 #include "devices/shared/form_items.h"
 
 #include <QByteArray>

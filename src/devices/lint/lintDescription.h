@@ -1,16 +1,8 @@
 #pragma once
 
-#include <QHash>
-#include <QSet>
-#include <QString>
-#include <QStringList>
+#include "devices/shared/TFamilyRules.h"
 
-/// What the lists of a folder of devices say that a description must agree with.
-struct TLintLists
-{
-    QHash<QString, int> types; ///< families by word
-    QSet<QString> signatures;  ///< of the signature.lst beside the description
-};
+#include <QStringList>
 
 /// The faults and doubts in one description, "file:line: text": keys that the family does not know or that
 /// are missing, values that do not read or are out of range, sizes that do not fit each other, faulty forms.

@@ -229,6 +229,11 @@ TFormSpec TFamilyDevice::formSpec(const TData& data) const
     return spec;
 }
 
+TFormSpec TFamilyDevice::deviceSpec(const TData&) const
+{
+    return {};
+}
+
 TFormSpec TFamilyDevice::registerSpec(const TCommandRow& row, const TData& data) const
 {
     TFormSpec spec;

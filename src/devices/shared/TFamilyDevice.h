@@ -27,6 +27,9 @@ public:
 
     /// What createForm has to build for the command.
     virtual TFormSpec formSpec(const TData& data) const;
+    /// What createDeviceForm has to build below the clock: Items with a numberKey. The body given here has
+    /// none.
+    virtual TFormSpec deviceSpec(const TData& data) const;
 
 protected:
     /// reset is written over the description's: whether the family has a reset line.

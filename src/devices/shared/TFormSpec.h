@@ -25,4 +25,6 @@ struct TFormSpec
     QString defaultValue; ///< hexadecimal
     QStringList items;    ///< lines of the item language
     bool showEdit = false;
+    /// In the form of set_device: the parameter that keeps the value, as a number.
+    QString numberKey;
 };

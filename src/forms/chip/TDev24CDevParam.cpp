@@ -1,15 +1,16 @@
 #include "forms/chip/TDev24CDevParam.h"
 
 #include "base/keys.h"
-#include "devices/i2c/TDev24.h"
 #include "forms/chip/TFormDevSetCLK.h"
 #include "forms/chip/dev_forms.h"
 #include "forms/edits/TWgtEditBase.h"
 #include "forms/generated/TFormDevCfg.h"
+#include "misc/TNormCmdParam.h"
 
 #include <QVBoxLayout>
 
-TDev24CDevParam::TDev24CDevParam(const TDev24& device, const TData& params)
+TDev24CDevParam::TDev24CDevParam(const IDevice& device, const TData& params, const TFormSpec& spec)
+    : m_key(spec.numberKey)
 {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -18,7 +19,7 @@ TDev24CDevParam::TDev24CDevParam(const TDev24& device, const TData& params)
         layout->addWidget(clk);
         connect(clk, &TFormDevSetCLK::signalChangedCmdParam, this, &TDev24CDevParam::signalChangedCmdParam);
     }
-    TFormDevCfg* pins = formItems(params, device.pinsSpec(params));
+    TFormDevCfg* pins = formItems(params, spec);
     layout->addWidget(pins, 1);
     connect(pins, &TFormDevCfg::signalChangedCmdParam, this, &TDev24CDevParam::slotChangedAddr);
 }
@@ -30,6 +31,6 @@ TDev24CDevParam::~TDev24CDevParam()
 
 void TDev24CDevParam::slotChangedAddr(const TData& params)
 {
-    const int addr = TDev24::addrOfText(params.value(key::data).toString());
-    emit signalChangedCmdParam({{key::id_cmd, params.value(key::id_cmd)}, {key::addr, addr}});
+    const int value = int(fromHex(params.value(key::data).toString()));
+    emit signalChangedCmdParam({{key::id_cmd, params.value(key::id_cmd)}, {m_key, value}});
 }

@@ -4,15 +4,17 @@
 
 #include <QWidget>
 
-class TDev24;
+class IDevice;
+struct TFormSpec;
 
-/// The I2C family's part of the form of set_device: the clock, and the address that the pins give.
+/// A family's part of the form of set_device: the clock, and below it a generated form, such as that of the
+/// address that the pins of an I2C EEPROM give.
 class TDev24CDevParam : public QWidget
 {
     Q_OBJECT
 
 public:
-    TDev24CDevParam(const TDev24& device, const TData& params);
+    TDev24CDevParam(const IDevice& device, const TData& params, const TFormSpec& spec);
     ~TDev24CDevParam() override;
 
 signals:
@@ -20,4 +22,7 @@ signals:
 
 public slots:
     void slotChangedAddr(const TData& params);
+
+private:
+    const QString m_key; ///< of the parameter that keeps the value of the generated form
 };

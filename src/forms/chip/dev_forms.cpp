@@ -2,7 +2,6 @@
 
 #include "base/keys.h"
 #include "core/model/TDataPrj.h"
-#include "devices/i2c/TDev24.h"
 #include "devices/shared/TFamilyDevice.h"
 #include "forms/chip/TDev24CDevParam.h"
 #include "forms/chip/TFormDevEmpty.h"
@@ -117,7 +116,11 @@ QWidget* createFamilyForm(const IDevice& device, const TData& data)
 
 QWidget* createFamilyDeviceForm(const IDevice& device, const TData& data)
 {
-    if (const auto* i2c = qobject_cast<const TDev24*>(&device))
-        return new TDev24CDevParam(*i2c, data);
-    return qobject_cast<const TFamilyDevice*>(&device) ? formClk(data, device) : nullptr;
+    const auto* family = qobject_cast<const TFamilyDevice*>(&device);
+    if (!family)
+        return nullptr;
+    const TFormSpec spec = family->deviceSpec(data);
+    if (spec.kind == TFormSpec::Kind::Items)
+        return new TDev24CDevParam(device, data, spec);
+    return formClk(data, device);
 }

@@ -1,4 +1,4 @@
-#include "devices/lint/TLintFile.h"
+#include "devices/shared/TLintFile.h"
 
 #include "devices/shared/description.h"
 #include "link/lists/line_rules.h"
