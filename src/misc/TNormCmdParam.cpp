@@ -266,18 +266,15 @@ void fileAddrParam(const TData& data, qint64& addr_file, qint64& addr_device, qi
 
 bool validFile(const TData& data, qint64 begin, qint64 size)
 {
-    const QString format = param(data, key::format).toString().toUpper();
-    if (param(data, key::file).toString().isEmpty() || !TFormat::formatList().contains(format))
+    const TFormat::Kind* format = TFormat::find(param(data, key::format).toString());
+    if (param(data, key::file).toString().isEmpty() || !format)
         return false;
     qint64 addr_file = 0;
     qint64 addr_device = 0;
     qint64 count = 0;
     fileAddrParam(data, addr_file, addr_device, count);
-    // An Intel HEX file cannot tell addresses of more than 32 bits.
-    const qint64 greatest =
-        format.contains(QLatin1String("BIN")) ? std::numeric_limits<qint64>::max() : qint64(0xFFFFFFFF);
     return areNumbers(data, key::addr_file, key::addr_device, key::count) && addr_file >= 0 &&
-           addr_file <= greatest && inRegion(addr_device, count, begin, size);
+           addr_file <= format->greatestAddr && inRegion(addr_device, count, begin, size);
 }
 
 QString textFile(const TData& data)
@@ -288,7 +285,7 @@ QString textFile(const TData& data)
 
 void defaultFile(TData& data, qint64 begin, qint64 size)
 {
-    data[key::format] = QStringLiteral("HEX");
+    data[key::format] = QString(TFormat::kinds().front().name);
     data[key::file] = QString();
     data[key::addr_file] = qint64(0);
     data[key::addr_device] = begin;

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QLatin1String>
 #include <QStringList>
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 class IFormat;
 
@@ -52,7 +54,28 @@ public:
     /// What is written is a new file, not a device, a pipe or a part of the old file.
     bool isReplacing() const;
 
+    /// What there is to know of a format without a file.
+    struct Kind
+    {
+        using Factory = std::unique_ptr<IFormat> (*)(const QString& word, const QString& file,
+                                                     qint64 addrFile, qint64 addrDevice, qint64 addrEnd,
+                                                     qint64 chunk);
+
+        QLatin1String word;   ///< as the constructor takes it
+        QLatin1String name;   ///< as it is shown: the word in upper case
+        QLatin1String filter; ///< pattern of the names of its files
+        bool hasAddresses; ///< the file tells the addresses of its bytes, so that an offset in it has no use
+        qint64 greatestAddr; ///< that an address in the file can be
+        Factory make;
+    };
+
+    /// All formats in the order of the choice, the default first.
+    static const std::vector<Kind>& kinds();
+    /// The format that a command names, in any case; null when there is none of this name.
+    static const Kind* find(const QString& name);
+    /// The patterns of all formats in alphabetical order, with blanks between them.
     static QString fileFilter();
+    /// The names of all formats in the order of the choice.
     static QStringList formatList();
 
 private:

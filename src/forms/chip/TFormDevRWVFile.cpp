@@ -12,15 +12,6 @@
 #include <QFormLayout>
 #include <QSignalBlocker>
 
-#include <limits>
-
-namespace {
-
-/// Intel HEX carries its own addresses, of 32 bits.
-constexpr qint64 greatestHexAddress = 0xFFFFFFFF;
-
-} // namespace
-
 TFormDevRWVFile::TFormDevRWVFile(const TData& params)
     : TFormCommand(params, {key::file, key::format, key::addr_file, key::addr_device, key::count})
     , m_file(new TWgtEditFileName(textParam(key::file)))
@@ -70,10 +61,11 @@ void TFormDevRWVFile::setRegion(const TRegion& region)
 
 void TFormDevRWVFile::showFileRange()
 {
-    const bool isRaw = m_format->currentText().contains(QLatin1String("bin"), Qt::CaseInsensitive);
-    m_addrFile->setRange(0, isRaw ? std::numeric_limits<qint64>::max() : greatestHexAddress);
+    const TFormat::Kind* known = TFormat::find(m_format->currentText());
+    const TFormat::Kind& format = known ? *known : TFormat::kinds().front();
+    m_addrFile->setRange(0, format.greatestAddr);
     // A file with addresses of its own has no use for an offset: it is kept, and cannot be edited.
-    m_addrFile->setEnabled(isRaw);
+    m_addrFile->setEnabled(!format.hasAddresses);
 }
 
 void TFormDevRWVFile::changedAddr()
