@@ -13,15 +13,8 @@ struct Entry
 };
 
 constexpr Entry entries[] = {
-    {cmd::process, "Process"},
-    {cmd::jamp, "Jamp"},
-    {cmd::counter, "Counter"},
-    {cmd::delay, "Delay"},
-    {cmd::pause, "Pause"},
-    {cmd::stop, "Stop"},
-    {cmd::execute, "Execute"},
-    {cmd::calc_crc, "Calc CRC"},
-    {cmd::set_prog, "Set Prog"},
+#define VM_TOOL(word, Name, title, reference) {cmd::word, title},
+#include "base/tools.def"
     {cmd::set_device, "Set Device"},
     {cmd::auto_detect, "Auto Detect"},
     {cmd::set_freq, "Set Frequency"},
@@ -83,9 +76,11 @@ constexpr Operation operations[] = {
     {"file", "read", "Read"},   {"file", "verify", "Verify"},
 };
 
-constexpr QLatin1String toolsWords[] = {cmd::set_prog, cmd::execute, cmd::delay, cmd::counter,
-                                        cmd::jamp,     cmd::pause,   cmd::stop,  cmd::separator,
-                                        cmd::calc_crc, cmd::process};
+constexpr QLatin1String toolsWords[] = {
+#define VM_TOOL(word, Name, title, reference) cmd::word,
+#define VM_TOOL_RULE cmd::separator,
+#include "base/tools.def"
+};
 
 constexpr QLatin1String progWords[] = {cmd::set_device, cmd::auto_detect, cmd::reset,
                                        cmd::set_io,     cmd::set_freq,    cmd::set_vcc,

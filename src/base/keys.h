@@ -157,16 +157,11 @@ inline constexpr QLatin1String cfg_status = keys_detail::word("cfg_status");
 
 /// Key words of commands.
 namespace cmd {
-// Flow, tools and programmer; whole-chip commands.
-inline constexpr QLatin1String process = keys_detail::word("process");
-inline constexpr QLatin1String jamp = keys_detail::word("jamp");
-inline constexpr QLatin1String counter = keys_detail::word("counter");
-inline constexpr QLatin1String delay = keys_detail::word("delay");
-inline constexpr QLatin1String pause = keys_detail::word("pause");
-inline constexpr QLatin1String stop = keys_detail::word("stop");
-inline constexpr QLatin1String execute = keys_detail::word("execute");
-inline constexpr QLatin1String calc_crc = keys_detail::word("calc_crc");
-inline constexpr QLatin1String set_prog = keys_detail::word("set_prog");
+// Flow and tools.
+#define VM_TOOL(word_, Name, title, reference)                                                               \
+    inline constexpr QLatin1String word_ = keys_detail::word(#word_);
+#include "base/tools.def"
+// Programmer; whole-chip commands.
 inline constexpr QLatin1String set_device = keys_detail::word("set_device");
 inline constexpr QLatin1String auto_detect = keys_detail::word("auto_detect");
 inline constexpr QLatin1String set_freq = keys_detail::word("set_freq");

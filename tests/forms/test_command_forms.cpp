@@ -1,3 +1,4 @@
+#include "base/TCmdCode.h"
 #include "base/keys.h"
 #include "core/model/TDataPrj.h"
 #include "devices/microwire/TDev93C.h"
@@ -107,6 +108,19 @@ private slots:
         QCOMPARE(changes.size(), 0);
         QTest::keyClick(form.findChild<QComboBox*>(), Qt::Key_Up);
         QCOMPARE(changes.last().first().value<TData>().value(key::count).toInt(), 0);
+    }
+
+    // A word that is in the selector but not in a table of forms would show an empty page.
+    void eachHasForm()
+    {
+        for (const QString& word : TCmdCode::toolsKeys() + TCmdCode::progKeys()) {
+            FormBench bench;
+            bench.addProg();
+            if (word != cmd::separator) {
+                bench.open(word);
+                QVERIFY2(bench.form(), qPrintable(word));
+            }
+        }
     }
 
     void programmer()

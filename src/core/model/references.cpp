@@ -7,19 +7,37 @@
 
 namespace {
 
-enum class Kind { Cfg, Command, Route };
+enum class Kind { None, Cfg, Command, Route };
 
-struct Reference
+/// A parameter and what it names.
+struct Target
 {
-    QLatin1String cmd;
     QLatin1String key;
     Kind kind;
 };
 
+constexpr Target noReference{QLatin1String(), Kind::None};
+
+constexpr Target ofCfg(QLatin1String key)
+{
+    return {key, Kind::Cfg};
+}
+
+constexpr Target ofCommand(QLatin1String key)
+{
+    return {key, Kind::Command};
+}
+
+struct Reference
+{
+    QLatin1String cmd;
+    Target target;
+};
+
 constexpr Reference references[] = {
-    {cmd::execute, key::cfg, Kind::Cfg},
-    {cmd::jamp, key::to_cmd, Kind::Command},
-    {cmd::auto_detect, key::route, Kind::Route},
+#define VM_TOOL(word, Name, title, reference) {cmd::word, reference},
+#include "base/tools.def"
+    {cmd::auto_detect, {key::route, Kind::Route}},
 };
 
 QString mapped(const QVariant& id, const TIdMap& map)
@@ -54,11 +72,12 @@ QString mappedReference(const QString& cmd, const QString& key, const QVariant& 
                         const TIdMap& command)
 {
     for (const Reference& reference : references) {
-        if (reference.cmd != cmd || reference.key != key)
+        const Target& target = reference.target;
+        if (target.kind == Kind::None || reference.cmd != cmd || target.key != key)
             continue;
-        if (reference.kind == Kind::Route)
+        if (target.kind == Kind::Route)
             return mappedRoute(value.toString(), cfg);
-        return mapped(value, reference.kind == Kind::Cfg ? cfg : command);
+        return mapped(value, target.kind == Kind::Cfg ? cfg : command);
     }
     return value.toString();
 }
@@ -67,7 +86,8 @@ void dropReferences(TData& data)
 {
     const QString word = data.value(key::cmd).toString();
     for (const Reference& reference : references) {
-        if (reference.cmd == word && data.contains(reference.key))
-            data.insert(reference.key, reference.kind == Kind::Route ? QVariant(QString()) : QVariant(-1));
+        const Target& target = reference.target;
+        if (target.kind != Kind::None && reference.cmd == word && data.contains(target.key))
+            data.insert(target.key, target.kind == Kind::Route ? QVariant(QString()) : QVariant(-1));
     }
 }

@@ -31,17 +31,22 @@ QString number(const TData& data, const QString& key)
     return QString::number(param(data, key).toLongLong());
 }
 
-void defaultNone(TData&) {}
+void defaultPause(TData&) {}
 
-bool checkNone(const TData&)
+bool checkPause(const TData&)
 {
     return true;
 }
 
-QString textNone(const TData&)
+QString textPause(const TData&)
 {
     return {};
 }
+
+// No parameters either.
+constexpr auto defaultStop = defaultPause;
+constexpr auto checkStop = checkPause;
+constexpr auto textStop = textPause;
 
 void defaultProcess(TData& data)
 {
@@ -157,7 +162,7 @@ QString textSetProg(const TData& data)
     return QStringLiteral("%1: %2, %3").arg(alias, port, record.type);
 }
 
-void defaultCalcCrc(TData& data)
+void defaultCalcCRC(TData& data)
 {
     data[key::crc_name] = QStringLiteral("CRC32");
     data[key::file] = QString();
@@ -167,12 +172,12 @@ void defaultCalcCrc(TData& data)
     data[key::fill] = 255;
 }
 
-bool checkCalcCrc(const TData& data)
+bool checkCalcCRC(const TData& data)
 {
     return areNumbers(data, key::addr, key::count) && isInt(data, key::fill);
 }
 
-QString textCalcCrc(const TData& data)
+QString textCalcCRC(const TData& data)
 {
     return QStringLiteral("%1: %2").arg(param(data, key::crc_name).toString(),
                                         param(data, key::file).toString());
@@ -181,15 +186,8 @@ QString textCalcCrc(const TData& data)
 } // namespace
 
 const TDevTools::Row TDevTools::rowTable[] = {
-    {cmd::process, defaultProcess, checkProcess, textProcess},
-    {cmd::jamp, defaultJamp, checkJamp, textJamp},
-    {cmd::counter, defaultCounter, checkCounter, textCounter},
-    {cmd::delay, defaultDelay, checkDelay, textDelay},
-    {cmd::pause, defaultNone, checkNone, textNone},
-    {cmd::stop, defaultNone, checkNone, textNone},
-    {cmd::execute, defaultExecute, checkExecute, textExecute},
-    {cmd::set_prog, defaultSetProg, checkSetProg, textSetProg},
-    {cmd::calc_crc, defaultCalcCrc, checkCalcCrc, textCalcCrc},
+#define VM_TOOL(word, Name, title, reference) {cmd::word, default##Name, check##Name, text##Name},
+#include "base/tools.def"
 };
 
 TDevTools::TDevTools(const QString& name, const TData& data)

@@ -14,5 +14,5 @@ public:
     IDeviceExec* createExec(const TData& data) const override;
 
 private:
-    static const Row rowTable[9];
+    static const Row rowTable[];
 };

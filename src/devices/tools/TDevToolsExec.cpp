@@ -88,11 +88,8 @@ struct TDevToolsExec::Routine
 bool TDevToolsExec::execute(TSerialPort* port, bool& exit, int& cur_cfg, int& cur_cmd)
 {
     static constexpr Routine routines[] = {
-        {cmd::process, &TDevToolsExec::runProcess},  {cmd::jamp, &TDevToolsExec::runJamp},
-        {cmd::counter, &TDevToolsExec::runCounter},  {cmd::delay, &TDevToolsExec::runDelay},
-        {cmd::pause, &TDevToolsExec::runPause},      {cmd::stop, &TDevToolsExec::runStop},
-        {cmd::execute, &TDevToolsExec::runExecute},  {cmd::set_prog, &TDevToolsExec::runSetProg},
-        {cmd::calc_crc, &TDevToolsExec::runCalcCrc},
+#define VM_TOOL(word, Name, title, reference) {cmd::word, &TDevToolsExec::run##Name},
+#include "base/tools.def"
     };
     Run run{port, exit, cur_cfg, cur_cmd};
     const QString word = param(m_cmdData, key::cmd).toString();
@@ -332,7 +329,7 @@ bool TDevToolsExec::identify(TSerialPort* port, int& interfaceId)
     return true;
 }
 
-bool TDevToolsExec::runCalcCrc(Run&)
+bool TDevToolsExec::runCalcCRC(Run&)
 {
     CalcCrc calc(m_cmdData);
     if (!calc.open())

@@ -47,7 +47,7 @@ private:
     bool runStop(Run& run);
     bool runExecute(Run& run);
     bool runSetProg(Run& run);
-    bool runCalcCrc(Run& run);
+    bool runCalcCRC(Run& run);
 
     void waitShort(qint64 ms);
     void waitLong(qint64 ms);

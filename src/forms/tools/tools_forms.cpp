@@ -22,11 +22,8 @@ constexpr struct
     QLatin1String word;
     QWidget* (*create)(const TData&);
 } rows[] = {
-    {cmd::set_prog, create<TFormToolsSetProg>}, {cmd::process, create<TFormToolsProcess>},
-    {cmd::jamp, create<TFormToolsJamp>},        {cmd::counter, create<TFormToolsCounter>},
-    {cmd::delay, create<TFormToolsDelay>},      {cmd::pause, create<TFormToolsPause>},
-    {cmd::stop, create<TFormToolsStop>},        {cmd::execute, create<TFormToolsExecute>},
-    {cmd::calc_crc, create<TFormToolsCalcCRC>},
+#define VM_TOOL(word, Name, title, reference) {cmd::word, create<TFormTools##Name>},
+#include "base/tools.def"
 };
 
 } // namespace

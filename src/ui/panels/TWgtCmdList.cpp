@@ -43,17 +43,11 @@ struct TColorRow
 };
 
 constexpr TColorRow colorRows[] = {
-    {cmd::set_prog, &TAppData::CmdEnableColorSetProg, &TAppData::CmdColorSetProg},
+#define VM_TOOL(word, Name, title, reference)                                                                \
+    {cmd::word, &TAppData::CmdEnableColor##Name, &TAppData::CmdColor##Name},
+#include "base/tools.def"
     {cmd::set_device, &TAppData::CmdEnableColorSetDevice, &TAppData::CmdColorSetDevice},
     {cmd::auto_detect, &TAppData::CmdEnableColorAutoDetect, &TAppData::CmdColorAutoDetect},
-    {cmd::process, &TAppData::CmdEnableColorProcess, &TAppData::CmdColorProcess},
-    {cmd::jamp, &TAppData::CmdEnableColorJamp, &TAppData::CmdColorJamp},
-    {cmd::counter, &TAppData::CmdEnableColorCounter, &TAppData::CmdColorCounter},
-    {cmd::delay, &TAppData::CmdEnableColorDelay, &TAppData::CmdColorDelay},
-    {cmd::pause, &TAppData::CmdEnableColorPause, &TAppData::CmdColorPause},
-    {cmd::stop, &TAppData::CmdEnableColorStop, &TAppData::CmdColorStop},
-    {cmd::execute, &TAppData::CmdEnableColorExecute, &TAppData::CmdColorExecute},
-    {cmd::calc_crc, &TAppData::CmdEnableColorCalcCRC, &TAppData::CmdColorCalcCRC},
     {cmd::leave, &TAppData::CmdEnableColorLeave, &TAppData::CmdColorLeave},
 };
 

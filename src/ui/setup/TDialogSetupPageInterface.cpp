@@ -6,6 +6,23 @@
 
 namespace {
 
+/// The colours of the commands in the list, the one that chooses the chip behind the one that chooses the
+/// programmer.
+std::vector<TSetupRow> commandColors()
+{
+    using Data = TAppData;
+    constexpr TSetupKind color = TSetupKind::Color;
+    std::vector<TSetupRow> rows{
+#define VM_TOOL(word, Name, title, reference)                                                                \
+    {color, Text::None, &Data::CmdColor##Name, &Data::CmdEnableColor##Name, cmd::word},
+#include "base/tools.def"
+        {color, Text::None, &Data::CmdColorLeave, &Data::CmdEnableColorLeave, cmd::leave},
+    };
+    rows.insert(rows.begin() + 1, {color, Text::None, &Data::CmdColorSetDevice,
+                                   &Data::CmdEnableColorSetDevice, cmd::set_device});
+    return rows;
+}
+
 const std::vector<TSetupGroup>& interfaceGroups()
 {
     using Data = TAppData;
@@ -25,18 +42,7 @@ const std::vector<TSetupGroup>& interfaceGroups()
           {check, Text::SettingCmdDelCmdDev, &Data::CmdDelCmdDev},
           {check, Text::SettingCmdAddState, &Data::CmdAddState},
           {check, Text::SettingCmdEnableHLJamp, &Data::CmdEnableHLJamp}}},
-        {Text::GroupCmdColors,
-         {{color, Text::None, &Data::CmdColorSetProg, &Data::CmdEnableColorSetProg, cmd::set_prog},
-          {color, Text::None, &Data::CmdColorSetDevice, &Data::CmdEnableColorSetDevice, cmd::set_device},
-          {color, Text::None, &Data::CmdColorExecute, &Data::CmdEnableColorExecute, cmd::execute},
-          {color, Text::None, &Data::CmdColorDelay, &Data::CmdEnableColorDelay, cmd::delay},
-          {color, Text::None, &Data::CmdColorCounter, &Data::CmdEnableColorCounter, cmd::counter},
-          {color, Text::None, &Data::CmdColorJamp, &Data::CmdEnableColorJamp, cmd::jamp},
-          {color, Text::None, &Data::CmdColorPause, &Data::CmdEnableColorPause, cmd::pause},
-          {color, Text::None, &Data::CmdColorStop, &Data::CmdEnableColorStop, cmd::stop},
-          {color, Text::None, &Data::CmdColorCalcCRC, &Data::CmdEnableColorCalcCRC, cmd::calc_crc},
-          {color, Text::None, &Data::CmdColorProcess, &Data::CmdEnableColorProcess, cmd::process},
-          {color, Text::None, &Data::CmdColorLeave, &Data::CmdEnableColorLeave, cmd::leave}}},
+        {Text::GroupCmdColors, commandColors()},
         {Text::MenuRun,
          {{check, Text::SettingExecClearWindow, &Data::ExecClearWindow},
           {check, Text::SettingExecShowProgExec, &Data::ExecShowProgExec},
