@@ -446,7 +446,7 @@ QString textRangeHex(qint64 addr, const QString& text)
 QString textFirstBytes(const QString& text)
 {
     constexpr int mostDigits = 2 * 32;
-    const QString line = text.simplified();
+    QString line = text.simplified();
     int digits = 0;
     for (int i = 0; i < line.size(); ++i) {
         if (line.at(i) != QLatin1Char(' ') && ++digits > mostDigits)
