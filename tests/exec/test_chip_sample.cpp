@@ -63,7 +63,7 @@ QList<Chip> sampled(const QList<Chip>& chips, int every, qint64 writes, std::mt1
     const int start = int(random() % uint(chips.size()));
     qint64 left = writes;
     for (int i = 0; i < chips.size(); i += every) {
-        const int place = start + i + int(random() % uint(std::min(every, chips.size() - i)));
+        const int place = start + i + int(random() % uint(std::min(every, int(chips.size()) - i)));
         const Chip& chip = chips[place % chips.size()];
         if (writesOf(chip) > std::min(left, writes / 4))
             continue;
@@ -116,7 +116,7 @@ private slots:
         const QList<Chip> all = chipsOf(guiType);
         const QList<Chip> chips = sampled(all, fromEnvironment("VM_CHIP_SAMPLE", 10), writes, random);
         QVERIFY(!chips.isEmpty());
-        qInfo("%d of %d chips", chips.size(), all.size());
+        qInfo("%d of %d chips", int(chips.size()), int(all.size()));
         runAll(chips, [&](RunBench& bench, int cfg, const Chip& chip) {
             bench.addCmd(cfg, cmd::erase);
             for (const QString memory : {"", "flash_", "eeprom_"}) {

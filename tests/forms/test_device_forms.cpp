@@ -132,7 +132,7 @@ private slots:
                 ++drawnForms;
                 const QVariant stored = data.value(key::data); // a number where it selects registers
                 const QString value = drawn->text();
-                QVERIFY2(stored.type() != QVariant::String || value == stored, qPrintable(what));
+                QVERIFY2(stored.userType() != QMetaType::QString || value == stored, qPrintable(what));
                 for (const QComboBox* box : allOf<QComboBox>(*drawn))
                     QVERIFY2(box->currentIndex() >= 0, qPrintable(what + box->toolTip()));
                 for (QCheckBox* box : allOf<QCheckBox>(*drawn)) {

@@ -43,7 +43,7 @@ template <class Value> void change(Value& value)
     else if constexpr (std::is_same_v<Value, QColor>)
         value = QColor(value.red() ^ 0x5A, value.green() ^ 0x81, value.blue() ^ 0x3C);
     else
-        value = {value.size(), 0, 70000};
+        value = {int(value.size()), 0, 70000};
 }
 
 } // namespace
@@ -208,9 +208,9 @@ private slots:
     {
         writeFile("[HotKeyMain]\nBare=Ctrl+,\nQuoted=\"Ctrl+,\"\nSemicolon=\"Ctrl+;\"\nEmpty=\n");
         const TSettings settings(iniFile());
-        const QHash<QString, QKeySequence> keys{{"Bare", Qt::CTRL + Qt::Key_Comma},
-                                                {"Quoted", Qt::CTRL + Qt::Key_Comma},
-                                                {"Semicolon", Qt::CTRL + Qt::Key_Semicolon},
+        const QHash<QString, QKeySequence> keys{{"Bare", Qt::CTRL | Qt::Key_Comma},
+                                                {"Quoted", Qt::CTRL | Qt::Key_Comma},
+                                                {"Semicolon", Qt::CTRL | Qt::Key_Semicolon},
                                                 {"Empty", QKeySequence()},
                                                 {"Absent", QKeySequence()}};
         for (auto it = keys.begin(); it != keys.end(); ++it)
@@ -227,7 +227,7 @@ private slots:
         for (const QString& key : settings.allKeys()) {
             const QKeySequence sequence = settings.readKeySequence(key);
             const QString text = sequence.toString(QKeySequence::PortableText);
-            QVERIFY2(sequence.count() > 0 && sequence[0] != Qt::Key_unknown, qPrintable(key));
+            QVERIFY2(sequence.count() > 0 && sequence != QKeySequence(Qt::Key_unknown), qPrintable(key));
             QCOMPARE(settings.readList(key).join(QString()), text);
             const QString once = key.section('/', 0, 0) + text;
             QVERIFY2(!used.contains(once), qPrintable(key));

@@ -56,9 +56,7 @@ void click(const QWidget& window, const char* text)
 
 void press(QWidget* widget, const char* keys)
 {
-    const int code = QKeySequence(keys)[0];
-    const int modifiers = code & int(Qt::KeyboardModifierMask);
-    QTest::keyClick(widget, Qt::Key(code - modifiers), Qt::KeyboardModifiers(modifiers));
+    QTest::keySequence(widget, QKeySequence(keys));
 }
 
 /// Opens a dialog with the keys, types into its lines, from top to bottom, and accepts it.

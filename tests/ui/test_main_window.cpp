@@ -1,6 +1,7 @@
 #include "app/startup.h"
 #include "base/TLang.h"
 #include "base/helpers.h"
+#include "base/qt_versions.h"
 #include "core/model/TDataPrj.h"
 #include "settings/TAppData.h"
 #include "support/SimProcess.h"
@@ -257,7 +258,7 @@ void TestMainWindow::languageAndHelp()
     appData().Language = "eng.lng";
     loadLanguage();
     QCOMPARE(cancel(), QString("Cancel"));
-    const QString words = QLibraryInfo::location(QLibraryInfo::TranslationsPath) + "/qtbase_ru.qm";
+    const QString words = qtTranslationsFolder() + "/qtbase_ru.qm";
     QVERIFY(QFile::copy(VM_DATA_DIR "/language/eng.lng", bench.dir().file("eng.lng")));
     QVERIFY(QFile::copy(words, bench.dir().file("qtbase_en.qm")));
     appData().PathLanguage = bench.dir().path();
@@ -628,7 +629,7 @@ void TestMainWindow::selectorFollows()
     bench.window().setGeometry(screen);
     QVERIFY(bench.play("CmdSelector") && selector());
     const TButtonAction* execute = bench.window().button(mbExecute);
-    const QRect start(execute->mapToGlobal({}), execute->size());
+    const QRect start(execute->mapToGlobal(QPoint()), execute->size());
     for (const char* row : {"#3", "#4", "#0", "#4", "#1"}) {
         if (row == QString("#1"))
             selector()->move(screen.bottomRight() - QPoint(90, 90));
