@@ -11,7 +11,7 @@ template <class... Values> QString line(const Values&... values)
 {
     QString text;
     (QDebug(&text) << ... << values);
-    return text.remove("QVector").remove('"').trimmed();
+    return text.remove("QVector").remove("QList").remove('"').trimmed();
 }
 
 /// All numbers that a description gives, group by group.
